@@ -1,0 +1,258 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Sensors as data.  A kind says what a sensor's record looks like and what is asked of the board before it is
+// built; a row gives a kind a name in one profile.  A profile is one constant: its head and its rows, packed
+// one behind the other without a pointer, so that it costs no relocation:
+//
+//     row = length, group, kind, offset of the name, offset of the variant (0 = none), generator\0 name\0
+//     variant\0
+//
+// The generator is the exported function's name without "<Profile>_"; records that the driver builds under
+// its own name have an empty one.
+#ifndef OXA_SDR_SENSOR_ROW_H
+#define OXA_SDR_SENSOR_ROW_H
+
+#include <cstddef>
+#include <cstdint>
+
+#include "sdr/sdr_layout.h"
+
+namespace oxa {
+
+// ---- kinds
+// ----------------------------------------------------------------------------------------------------
+
+// What is asked before anything is built.  A gate that refuses logs why and no record comes out.
+enum class Gate : uint8_t {
+    kNone,
+    kBoardHas,     // the board has the sensor ucGateId; asked with the flag preset to 0
+    kKindWanted,   // PSU voltages: refused only when the board answers 0 to kind ucGateId; preset 1
+    kPch,          // an Intel processor, then as kBoardHas
+    kPowerFault,   // as kBoardHas, then the power-fault registers are read and written back
+    kLiquidNot2,   // not on a machine without fans
+    kLiquidIs1,    // only with a leak sensor
+    kFanAccuracy,  // as kLiquidNot2, then M = watts per count of the fans
+    kDimmAccuracy, // M = watts per count of the memory
+    kDiskAccuracy, // M = watts per count of the disks
+    kBoardPower,   // logs board id and product id; not on the small board
+    kPsuStatus,    // loads the alarm configuration; not beyond the number of PSUs
+    kDimmName,     // the name's text is the DIMM's own
+    kCpuVoltage,   // conversion and limits are described by the platform, domain ucGateId
+    kAirIndex      // switch-board inlets and outlets: 0 to 3
+};
+
+// What the index does to the entity instance and to the entry's index (offset 3).
+enum class Place : uint8_t {
+    kNone,         // nothing; offset 3 stays 0
+    kIndexOnly,    // offset 3 = index
+    kAdd,          // instance += index, dropped where that would pass 255
+    kAddOrKeep,    // instance += index where it fits
+    kSlot,         // instance = index
+    kCpu,          // instance += CPU number counted from 0, dropped where that would pass 255
+    kCpuIndexOnly, // offset 3 = CPU number counted from 0
+    kCpuClientOnly // the CPU number is only needed for the bus client
+};
+
+enum class Client : uint8_t { kNone, kCpuRegulator, kInlet, kSwitch };
+
+// The line with the board id that some sensors write on their way.
+enum class BoardLine : uint8_t { kNone, kOwn, kPowerWatts, kInputTemp };
+
+// What is said when a record of that name is already stored.
+enum class Known : uint8_t {
+    kSilent,
+    kInfo,        // "<generator> sensor already exist!"
+    kInfoNewline, // the same with a newline
+    kWarnNewline, //
+
+    kSwitchVoltsWarn, // the switch-board volts generator's text, as a warning
+    kCpuStatus,       // the CPU status text
+    kFru              // "The VCC12V already exists in fru."
+};
+
+// How the name is chosen.
+enum class Naming : uint8_t {
+    kNumber,      // printed with the number
+    kText,        // printed with a text of the platform
+    kSecondGroup, // index 0 the name, index 1 the variant
+    kInletOutlet, // 0, 1: the name with 1, 2; 2, 3: the variant with 1, 2; others are an error
+    kSmallBoard   // the variant on the small board, else printed with the number
+};
+
+enum KindFlag : uint8_t {
+    kRelativeOnSmallBoard = 0x01, // instance bit 7 on the small board
+    kSlotInRecord = 0x02,         // compact byte 29 = index
+    kSilkReread = 0x04,           // asks for the first printed CPU number
+    kRefusalWarns = 0x08,         // the refusal is a warning instead of an info
+    kIndexInItem = 0x10           // the entry's item number (offset 1) counts on with the index
+};
+
+struct Device { // device-table entry
+    uint8_t ucCode = 0;
+    uint8_t ucItem = 0;
+    uint8_t ucScanFlag = 0; // 0x80: scanned
+    uint8_t ucMark = 0xFF;  // 0x25 disks, 0x28 54 V rails
+};
+
+struct Behaviour {
+    Device tDevice = {};
+    Gate eGate = Gate::kNone;
+    uint8_t ucGateId = 0; // SENSOR_... number, kind, or voltage domain
+    Place ePlace = Place::kNone;
+    Client eClient = Client::kNone;
+    BoardLine eBoardLine = BoardLine::kNone;
+    Known eKnown = Known::kSilent;
+    Naming eNaming = Naming::kNumber;
+    uint8_t ucFlags = 0;
+};
+
+struct SensorKind {
+    SdrHead tHead;
+    Behaviour tBehaviour;
+};
+
+constexpr SensorKind Full(const FullFields &t, const Behaviour &tBehaviour) {
+    return {FullHead(t), tBehaviour};
+}
+constexpr SensorKind Compact(const CompactFields &t, const Behaviour &tBehaviour) {
+    return {CompactHead(t), tBehaviour};
+}
+
+// ---- rows
+// -----------------------------------------------------------------------------------------------------
+
+// The parts of a board's set; a profile's rows of one group stand together, in the order of their records.
+enum class Group : uint8_t {
+    kNone,
+    kTable,         // reached through the profile's static generator table
+    kSwitchPower,   // switch-board card: volts and current per instance
+    kSwitchTemp,    // switch-board card: temperatures
+    kSwitchAir,     // switch-board inlet and outlet
+    kCpu,           // per CPU
+    kCpuDomain,     // voltage domains, two per CPU
+    kPsu,           // per PSU
+    kPsuRedundancy, // per PSU group
+    kDimm,          // per DIMM
+    kDimmGroup,     // per CPU under sensor simplification
+    kPcie,          // per PCIe slot
+    kFan,           // per fan
+    kDisk,          // per disk slot
+    kNvme,          // per NVMe disk
+    kDiskGroup,     // per backplane under sensor simplification
+    kOcp,           // per OCP card
+    kOcpError,      // per OCP card, behind kOcp
+};
+
+enum RowByte : uint8_t { kRowLength, kRowGroup, kRowKind, kRowName, kRowVariant, kRowTexts };
+
+// One packed row, or several.
+template <size_t N> struct Rows {
+    uint8_t auc[N] = {};
+};
+
+// Compile-time faults: calling one of these stops the build and its name says what is wrong.
+void sensor_name_longer_than_16_characters();
+void sensor_row_too_long();
+void sensor_name_twice_in_a_profile();
+void no_row_of_that_generator();
+void row_stands_outside_its_group();
+
+// Characters that a name pattern prints at most: a number has up to three digits where the pattern asks for a
+// decimal, two in hexadecimal, one where it asks for a character; a DIMM's name has up to five characters.
+constexpr size_t PrintedLength(const char *pcPattern, size_t nDigits = 3) {
+    size_t n = 0;
+    for (const char *pc = pcPattern; *pc != '\0'; ++pc, ++n) {
+        if (*pc != '%')
+            continue;
+        while (pc[1] >= '0' && pc[1] <= '9')
+            ++pc;
+        ++pc;
+        n += (*pc == 's' ? 5 : *pc == 'X' ? 2 : *pc == 'c' ? 1 : nDigits) - 1;
+    }
+    return n;
+}
+
+template <size_t N> constexpr void CheckName(const char (&acName)[N]) {
+    if (PrintedLength(acName) > kNameMax)
+        sensor_name_longer_than_16_characters();
+}
+
+template <size_t G, size_t P, size_t V>
+constexpr Rows<kRowTexts + G + P + (V > 1 ? V : 0)>
+MakeRow(uint8_t ucKind, const char (&acGenerator)[G], const char (&acName)[P], const char (&acVariant)[V]) {
+    constexpr size_t nSize = kRowTexts + G + P + (V > 1 ? V : 0);
+    if (nSize > 255)
+        sensor_row_too_long();
+    CheckName(acName);
+    Rows<nSize> t;
+    t.auc[kRowLength] = static_cast<uint8_t>(nSize);
+    t.auc[kRowKind] = ucKind;
+    t.auc[kRowName] = static_cast<uint8_t>(kRowTexts + G);
+    t.auc[kRowVariant] = static_cast<uint8_t>(V > 1 ? kRowTexts + G + P : 0);
+    for (size_t n = 0; n < G; ++n)
+        t.auc[kRowTexts + n] = static_cast<uint8_t>(acGenerator[n]);
+    for (size_t n = 0; n < P; ++n)
+        t.auc[kRowTexts + G + n] = static_cast<uint8_t>(acName[n]);
+    for (size_t n = 0; V > 1 && n < V; ++n)
+        t.auc[kRowTexts + G + P + n] = static_cast<uint8_t>(acVariant[n]);
+    return t;
+}
+
+template <size_t N, size_t M> constexpr size_t CopyRows(Rows<N> &tTo, size_t nAt, const Rows<M> &tFrom) {
+    for (size_t n = 0; n < M; ++n)
+        tTo.auc[nAt + n] = tFrom.auc[n];
+    return nAt + M;
+}
+
+template <size_t... N> constexpr Rows<(N + ...)> Join(const Rows<N> &...atRows) {
+    Rows<(N + ...)> t = {};
+    size_t nAt = 0;
+    ((nAt = CopyRows(t, nAt, atRows)), ...);
+    return t;
+}
+
+template <size_t... N> constexpr Rows<(N + ...)> InGroup(Group eGroup, const Rows<N> &...atRows) {
+    Rows<(N + ...)> t = Join(atRows...);
+    for (size_t n = 0; n < sizeof(t.auc); n += t.auc[n])
+        t.auc[n + kRowGroup] = static_cast<uint8_t>(eGroup);
+    return t;
+}
+
+constexpr bool SameText(const uint8_t *puc, const char *pc) {
+    for (; *puc == static_cast<uint8_t>(*pc); ++puc, ++pc)
+        if (*pc == '\0')
+            return true;
+    return false;
+}
+
+// ---- a row as the engine reads it
+// -----------------------------------------------------------------------------
+
+struct RowView {
+    const uint8_t *puc;
+
+    Group GroupOf() const {
+        return static_cast<Group>(puc[kRowGroup]);
+    }
+    uint8_t Kind() const {
+        return puc[kRowKind];
+    }
+    const char *Generator() const {
+        return reinterpret_cast<const char *>(puc + kRowTexts);
+    }
+    const char *Name() const {
+        return reinterpret_cast<const char *>(puc + puc[kRowName]);
+    }
+    const char *Variant() const {
+        return reinterpret_cast<const char *>(puc + puc[kRowVariant]);
+    }
+    bool HasVariant() const {
+        return puc[kRowVariant] != 0;
+    }
+    RowView Next() const {
+        return {puc + puc[kRowLength]};
+    }
+};
+
+} // namespace oxa
+#endif
