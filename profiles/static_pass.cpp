@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "profiles/static_pass.h"
+
+#include "oxa/platform.h"
+#include "sdr/oxa_log.h"
+
+namespace oxa {
+
+RowView StaticPass::First(Group eGroup) const {
+    RowView tRow = {pucRows};
+    while (tRow.puc[kRowLength] != 0 && tRow.GroupOf() != eGroup)
+        tRow = tRow.Next();
+    return tRow;
+}
+
+bool StaticPass::Add(RowView tRow, At tAt) {
+    return Count(BuildSensor(tProfile.tName, kSensorKinds.at[tRow.Kind()], tRow, tAt, Slot(), Entry()));
+}
+
+void StaticPass::AddGroup(Group eGroup, At tAt) {
+    for (RowView tRow = First(eGroup); tRow.GroupOf() == eGroup; tRow = tRow.Next())
+        Add(tRow, tAt);
+}
+
+namespace {
+
+// A failed query warns and the fact keeps its default.
+void Settle(const StaticPass &tPass, int32_t sdwRet, uint8_t &ucFact, const char *pcFormat) {
+    if (sdwRet == 0)
+        return;
+    ucFact = 0;
+    PASS_WARN(kModuleQuery, tPass, pcFormat, static_cast<unsigned>(sdwRet));
+}
+
+uint8_t ReadFanMaxCount(const StaticPass &tPass) {
+    const ProfileName &tName = tPass.tProfile.tName;
+    const Label tLabel(tName, "GetFanMaxCountByHal_");
+    const HalFanService *ptFan = HalFanInst();
+    if (ptFan == nullptr) {
+        OXA_ERROR(kModuleAssert, tName.acFile, tLabel.ac, "assertion failed: halFan != 0");
+        return 0;
+    }
+    uint8_t ucFanCnt = 0;
+    const int32_t sdwRet = ptFan->GetFanMaxCount == nullptr ? -1 : ptFan->GetFanMaxCount(&ucFanCnt);
+    if (sdwRet == 0)
+        return ucFanCnt;
+    OXA_ERROR(kModuleSdr, tName.acFile, tLabel.ac, "Get fan max count failed, result:%u!",
+              static_cast<unsigned>(sdwRet));
+    return 0;
+}
+
+void GatherParts(StaticPass &tPass) {
+    StaticFacts &t = tPass.tFacts;
+    Settle(tPass, HAL_GetCpuMaxCount(&t.ucCpuMaxCount), t.ucCpuMaxCount,
+           "HAL_GetCpuMaxCount(&ucCpuMaxCount) = [%X]");
+    Settle(tPass, HAL_GetCpuSilkScreenIndexFixValue(&t.ucCpuSilkStartIndex), t.ucCpuSilkStartIndex,
+           "HAL_GetCpuSilkScreenIndexFixValue(&ucCpuSilkStartIndex) = [%X]");
+    Settle(tPass, HAL_GetDimmMaxCount(&t.ucDimmMaxCount), t.ucDimmMaxCount,
+           "HAL_GetDimmMaxCount(&ucDimmMaxCount) = [%X]");
+    t.ucPcieCnt = Hal_GetStandPcieSlotCounts();
+    Settle(tPass, HAL_GetCpuType(&t.ucCpuType), t.ucCpuType, "HAL_GetCpuType(&ucCpuType) = [%X]");
+    t.ucFanCnt = ReadFanMaxCount(tPass);
+    t.ucOCPCnt = GetOcpNetCardMaxCount();
+    Settle(tPass, HAL_IsNeedSensorSimplification(&t.SensorSimpleFlag), t.SensorSimpleFlag,
+           "HAL_IsNeedSensorSimplification(&SensorSimpleFlag) = [%X]");
+    t.ucSwitchBoardFlag = GetSwitchBoardSupportFlag();
+}
+
+void ApplyBoardRules(StaticFacts &t) {
+    if (t.wBoardId == 0x558B || t.wBoardId == 0x5580)
+        t.ucOCPCnt = 0;
+    if (t.wBoardId == kSmallBoardId)
+        t.ucPSUCnt = t.ucPowerManage = t.ucOCPCnt = t.ucFanCnt = t.ucPcieCnt = 0;
+}
+
+Outcome RunStep(StaticPass &tPass, Step eStep) {
+    switch (eStep) {
+    case Step::kSwitchCard:
+        return AddSwitchCard(tPass);
+    case Step::kCpus:
+        return AddCpus(tPass);
+    case Step::kPsus:
+        return AddPsus(tPass);
+    case Step::kMemory:
+        return AddMemory(tPass);
+    case Step::kPcie:
+        return AddPcie(tPass);
+    case Step::kFans:
+        return AddFans(tPass);
+    case Step::kDisks:
+        return AddDisks(tPass);
+    case Step::kOcp:
+        return AddOcp(tPass);
+    case Step::kTable:
+        return AddTable(tPass);
+    case Step::kCpuDomains:
+        return AddCpuDomains(tPass);
+    case Step::kLiquidCooling:
+        return AddLiquidCooling(tPass);
+    case Step::kSwitchAir:
+        return AddSwitchAir(tPass);
+    case Step::kEnd:
+        break;
+    }
+    return Outcome::kGoOn;
+}
+
+} // namespace
+
+// Two facts are fatal: without the number of PSUs or the board id there is no pass.
+Outcome GatherFacts(StaticPass &tPass) {
+    StaticFacts &t = tPass.tFacts;
+    GatherParts(tPass);
+    if (HAL_GetPsuMaxCount(&t.ucPSUCnt) != 0) {
+        PASS_ERROR(tPass, "get pem max count failed\n");
+        return Outcome::kEndWithoutCount;
+    }
+    if (HAL_GetIsSupportPowerManage(&t.ucPowerManage) != 0)
+        t.ucPowerManage = 0;
+    if (get_default_board_id(&t.wBoardId) < 0) {
+        PASS_ERROR(tPass, "get Board Id failed\n");
+        return Outcome::kEndWithoutCount;
+    }
+    ApplyBoardRules(t);
+    return Outcome::kGoOn;
+}
+
+void RunStaticPass(const ProfileHead &tProfile, const uint8_t *pucRows, const StaticTables &tTables,
+                   uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
+    StaticPass tPass(tProfile, pucRows, tTables, pucSDRRec, ptDEVTab);
+    if (pucSDRRec == nullptr || ptDEVTab == nullptr || pucSensorCnt == nullptr) {
+        PASS_ERROR(tPass, "%s failed! pucSDRRec == NULL || ptDEVTab == NULL || pucSensorCnt == NULL.",
+                   tPass.tDriver.ac);
+        return;
+    }
+    if (GatherFacts(tPass) != Outcome::kGoOn)
+        return;
+    for (const Step *peStep = tProfile.aeSteps; *peStep != Step::kEnd; ++peStep)
+        if (RunStep(tPass, *peStep) != Outcome::kGoOn)
+            return;
+    PASS_INFO(tPass, "%s: ucCnt = %d!", tPass.tDriver.ac, tPass.wCnt);
+    *pucSensorCnt = tPass.wCnt;
+}
+
+} // namespace oxa

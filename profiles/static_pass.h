@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// The static driver: one pass over a board's facts that fills the caller's slots and entries.  All profiles
+// run on it; what differs stands in the profile's constant.
+#ifndef OXA_PROFILES_STATIC_PASS_H
+#define OXA_PROFILES_STATIC_PASS_H
+
+#include "profiles/profile.h"
+
+namespace oxa {
+
+// The profile's exported generator tables; read at every pass.
+struct StaticTables {
+    const StaticGenFn *ptTable;
+    uint8_t ucTableCnt;
+    const StaticGenFn *ptCdu;
+    uint8_t ucCduCnt;
+};
+
+struct StaticFacts {
+    uint8_t ucCpuMaxCount = 0;
+    uint8_t ucCpuSilkStartIndex = 0;
+    uint8_t ucDimmMaxCount = 0;
+    uint8_t ucPcieCnt = 0;
+    uint8_t ucCpuType = 0;
+    uint8_t ucFanCnt = 0;
+    uint8_t ucOCPCnt = 0;
+    uint8_t SensorSimpleFlag = 0;
+    uint8_t ucSwitchBoardFlag = 0;
+    uint8_t ucPSUCnt = 0;
+    uint8_t ucPowerManage = 0; // gathered, read by nothing
+    uint16_t wBoardId = 0;
+};
+
+enum class Outcome : uint8_t { kGoOn, kEndWithoutCount };
+
+struct StaticPass {
+    const ProfileHead &tProfile;
+    const uint8_t *pucRows;
+    const StaticTables &tTables;
+    uint8_t *pucSDRRec;
+    DevTabEntry *ptDEVTab;
+    uint16_t wCnt = 0; // wraps at 16 bits
+    StaticFacts tFacts = {};
+    Label tDriver; // the driver's function name
+
+    StaticPass(const ProfileHead &tHead, const uint8_t *pucFirstRow, const StaticTables &tWhich,
+               uint8_t *pucSlots, DevTabEntry *ptEntries)
+        : tProfile(tHead), pucRows(pucFirstRow), tTables(tWhich), pucSDRRec(pucSlots), ptDEVTab(ptEntries),
+          tDriver(tHead.tName, "") {}
+
+    uint8_t *Slot() const {
+        return pucSDRRec + SDR_SLOT_SIZE * wCnt;
+    }
+    DevTabEntry *Entry() const {
+        return ptDEVTab + wCnt;
+    }
+    // A generator's answer: a record that was written stays, anything else leaves its place to the next one.
+    bool Count(uint8_t ucGenerated) {
+        if (ucGenerated != 0)
+            ++wCnt;
+        return ucGenerated != 0;
+    }
+
+    RowView First(Group eGroup) const; // of the group, or the end row
+    bool Add(RowView tRow, At tAt);
+    void AddGroup(Group eGroup, At tAt); // all rows of the group, in order
+};
+
+// Gathers the board's facts and applies the rules of single boards.
+Outcome GatherFacts(StaticPass &tPass);
+
+// The steps, in files by what they are about.
+Outcome AddCpus(StaticPass &tPass);
+Outcome AddCpuDomains(StaticPass &tPass);
+Outcome AddMemory(StaticPass &tPass);
+Outcome AddPsus(StaticPass &tPass);
+Outcome AddPcie(StaticPass &tPass);
+Outcome AddFans(StaticPass &tPass);
+Outcome AddDisks(StaticPass &tPass);
+Outcome AddOcp(StaticPass &tPass);
+Outcome AddTable(StaticPass &tPass);
+Outcome AddLiquidCooling(StaticPass &tPass);
+Outcome AddSwitchCard(StaticPass &tPass);
+Outcome AddSwitchAir(StaticPass &tPass);
+
+// The whole pass: null check, facts, the profile's steps, count.
+void RunStaticPass(const ProfileHead &tProfile, const uint8_t *pucRows, const StaticTables &tTables,
+                   uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt);
+
+// Lines under the driver's name.
+#define PASS_INFO(tPass, ...)                                                                                \
+    OXA_INFO(kModuleSdr, (tPass).tProfile.tName.acFile, (tPass).tDriver.ac, __VA_ARGS__)
+#define PASS_WARN(module, tPass, ...)                                                                        \
+    OXA_WARN((module), (tPass).tProfile.tName.acFile, (tPass).tDriver.ac, __VA_ARGS__)
+#define PASS_ERROR(tPass, ...)                                                                               \
+    OXA_ERROR(kModuleSdr, (tPass).tProfile.tName.acFile, (tPass).tDriver.ac, __VA_ARGS__)
+
+} // namespace oxa
+#endif

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// The steps for parts of which a board has several: processors, memory, power supplies, slots, fans and
+// cards.
+#include "oxa/platform.h"
+#include "profiles/static_pass.h"
+#include "sdr/oxa_log.h"
+
+namespace oxa {
+
+namespace {
+
+constexpr uint8_t kCountUnusable = 0xFF;
+constexpr uint8_t kDoubledCpusMax = 0x79; // above it the doubled CPU count in the log reads 0
+constexpr uint8_t kPsuGroupMax = 2;
+
+// A count that cannot be walked with an 8-bit index ends the whole pass.
+bool CountUsable(const StaticPass &tPass, uint8_t ucCount, const char *pcFormat) {
+    if (ucCount != kCountUnusable)
+        return true;
+    PASS_WARN(kModuleSdr, tPass, pcFormat, ucCount);
+    return false;
+}
+
+void AddPsuRedundancy(StaticPass &tPass) {
+    uint8_t ucGroupCnt = 0;
+    uint8_t ucPsuPerGroup = 0;
+    if (HAL_GetPsuGroupCount(&ucGroupCnt) != 0 || ucGroupCnt > kPsuGroupMax)
+        return;
+    if (HAL_GetPsuCountPerGroup(&ucPsuPerGroup) != 0 || ucPsuPerGroup == 0)
+        return;
+    for (uint8_t ucGroup = 0; ucGroup < ucGroupCnt; ++ucGroup)
+        tPass.AddGroup(Group::kPsuRedundancy, At(ucGroup));
+}
+
+void AddDimmGroups(StaticPass &tPass) {
+    const StaticFacts &tFacts = tPass.tFacts;
+    const uint8_t ucGroupCnt = tFacts.ucDimmMaxCount == 0 ? 0 : tFacts.ucCpuMaxCount;
+    for (uint8_t ucIndex = 0; ucIndex < ucGroupCnt; ++ucIndex) {
+        OXA_DEBUG(kDebugChannel, tPass.tProfile.tName.acFile, "%s for dimm group: ucIndex = %d, ucCnt = %d!",
+                  tPass.tDriver.ac, ucIndex, tPass.wCnt);
+        tPass.AddGroup(Group::kDimmGroup, At(ucIndex));
+    }
+}
+
+// The fan service is asked afresh for every fan.  Without it the fan is built all the same, as number 0.
+bool ReadFanSilk(const StaticPass &tPass, uint8_t ucFanIndex, uint8_t &ucSilk) {
+    const ProfileName &tName = tPass.tProfile.tName;
+    const Label tLabel(tName, "GetFanSilkByIndexByHal");
+    ucSilk = 0;
+    const HalFanService *ptFan = HalFanInst();
+    if (ptFan == nullptr) {
+        OXA_ERROR(kModuleAssert, tName.acFile, tLabel.ac, "assertion failed: halFan != 0");
+        return true;
+    }
+    const int32_t sdwRet =
+        ptFan->GetFanSilkByIndex == nullptr ? -1 : ptFan->GetFanSilkByIndex(ucFanIndex, &ucSilk);
+    if (sdwRet == 0)
+        return ucSilk != 0xFF;
+    OXA_WARN(kModuleQuery, tName.acFile, tLabel.ac, "%s FanIndex[%u] failed,result:%u!", tLabel.ac,
+             ucFanIndex, static_cast<unsigned>(sdwRet));
+    return false;
+}
+
+} // namespace
+
+Outcome AddCpus(StaticPass &tPass) {
+    const uint8_t ucCPUCnt = tPass.tFacts.ucCpuMaxCount;
+    const uint32_t dwStart = tPass.tFacts.ucCpuSilkStartIndex;
+    const uint32_t dwEnd = dwStart + ucCPUCnt;
+    if (dwEnd > 255) {
+        PASS_WARN(kModuleSdr, tPass, "ucIndex may overflow. (ucCPUCnt+ucCpuSilkStart) = %d!\n",
+                  static_cast<int>(dwEnd));
+        return Outcome::kEndWithoutCount;
+    }
+    const uint32_t dwCnt = ucCPUCnt > kDoubledCpusMax ? 0 : 2u * ucCPUCnt;
+    for (uint32_t dwIndex = dwStart; dwIndex < dwEnd; ++dwIndex) {
+        PASS_INFO(tPass, "%s for CPU: dwIndex = %d,ucCPUCnt = %d, dwCnt = %d!", tPass.tDriver.ac,
+                  static_cast<int>(dwIndex), ucCPUCnt, static_cast<int>(dwCnt));
+        if (OXA_CheckifAddCpuSensorByIndex(static_cast<uint8_t>(dwIndex - dwStart)) == 1)
+            tPass.AddGroup(Group::kCpu, At(static_cast<uint8_t>(dwIndex)));
+    }
+    return Outcome::kGoOn;
+}
+
+// The rows of the group stand in pairs: the domains of CPU 0, then those of CPU 1.
+Outcome AddCpuDomains(StaticPass &tPass) {
+    if (tPass.tFacts.ucCpuType != CPU_TYPE_DOMAIN_VOLT)
+        return Outcome::kGoOn;
+    RowView tRow = tPass.First(Group::kCpuDomain);
+    for (uint8_t ucCpu = 0; ucCpu < 2; ++ucCpu) {
+        const bool bAdd = OXA_CheckifAddCpuSensorByIndex(ucCpu) == 1;
+        for (uint8_t ucDomain = 0; ucDomain < 2; ++ucDomain, tRow = tRow.Next())
+            if (bAdd && tPass.Add(tRow, At(static_cast<uint8_t>(tPass.tFacts.ucCpuSilkStartIndex + ucCpu))))
+                PASS_INFO(tPass, "%s for CPU Voltage:  ucCnt = %d!", tPass.tDriver.ac, tPass.wCnt);
+    }
+    return Outcome::kGoOn;
+}
+
+Outcome AddPsus(StaticPass &tPass) {
+    const uint8_t ucPSUCnt = tPass.tFacts.ucPSUCnt;
+    if (!CountUsable(tPass, ucPSUCnt, "ucIndex may overflow. dwPSUCnt = %d!\n"))
+        return Outcome::kEndWithoutCount;
+    for (uint8_t ucIndex = 1; ucIndex <= ucPSUCnt; ++ucIndex) {
+        PASS_INFO(tPass, "%s for PSU Sensor: dwIndex = %d, ucCnt = %d!", tPass.tDriver.ac, ucIndex,
+                  tPass.wCnt);
+        tPass.AddGroup(Group::kPsu, At(ucIndex));
+    }
+    if (ucPSUCnt != 0)
+        AddPsuRedundancy(tPass);
+    return Outcome::kGoOn;
+}
+
+Outcome AddMemory(StaticPass &tPass) {
+    const uint8_t ucDimmCnt = tPass.tFacts.ucDimmMaxCount;
+    PASS_INFO(tPass, "%s for Mem Status Sensor: ucDimmCnt = %d!", tPass.tDriver.ac, ucDimmCnt);
+    if (!CountUsable(tPass, ucDimmCnt, "ucIndex may overflow. dwDimmCnt = %d!\n"))
+        return Outcome::kEndWithoutCount;
+    if (tPass.tFacts.SensorSimpleFlag == 1) {
+        AddDimmGroups(tPass);
+        return Outcome::kGoOn;
+    }
+    for (uint8_t ucIndex = 0; ucIndex < ucDimmCnt; ++ucIndex)
+        tPass.AddGroup(Group::kDimm, At(ucIndex));
+    return Outcome::kGoOn;
+}
+
+Outcome AddPcie(StaticPass &tPass) {
+    const uint8_t ucPcieCnt = tPass.tFacts.ucPcieCnt;
+    PASS_INFO(tPass, "%s for Pcie Status Sensor ucPcieCnt = %d!", tPass.tDriver.ac, ucPcieCnt);
+    if (!CountUsable(tPass, ucPcieCnt, "ucIndex may overflow. ucPcieCnt = %d!\n"))
+        return Outcome::kEndWithoutCount;
+    for (uint8_t ucIndex = 1; ucIndex <= ucPcieCnt; ++ucIndex) {
+        uint8_t ucSlot = 0;
+        if (Hal_GetPcieSlotByIndex(ucIndex, &ucSlot) == 0)
+            tPass.AddGroup(Group::kPcie, At(ucSlot));
+        else
+            PASS_WARN(kModuleQuery, tPass, "%s for Pcie Status Sensor failed! ucIndex = %d!",
+                      tPass.tDriver.ac, ucIndex);
+    }
+    return Outcome::kGoOn;
+}
+
+Outcome AddFans(StaticPass &tPass) {
+    const uint8_t ucFanCnt = tPass.tFacts.ucFanCnt;
+    if (!CountUsable(tPass, ucFanCnt, "ucIndex may overflow. ucFanCnt = %d!\n"))
+        return Outcome::kEndWithoutCount;
+    for (uint8_t ucIndex = 0; ucIndex < ucFanCnt; ++ucIndex) {
+        uint8_t ucSilk = 0;
+        if (ReadFanSilk(tPass, ucIndex, ucSilk))
+            tPass.AddGroup(Group::kFan, At(ucSilk));
+    }
+    return Outcome::kGoOn;
+}
+
+// The error sensor comes whatever became of the temperature; its entry points at the restored slot.
+Outcome AddOcp(StaticPass &tPass) {
+    const uint8_t ucOCPCnt = tPass.tFacts.ucOCPCnt;
+    if (!CountUsable(tPass, ucOCPCnt, "ucIndex may overflow. ucOCPCnt = %d!\n"))
+        return Outcome::kEndWithoutCount;
+    for (uint8_t ucIndex = 1; ucIndex <= ucOCPCnt; ++ucIndex) {
+        PASS_INFO(tPass, "%s for OCP temp: ucIndex = %d, ucCnt = %d, ucOCPCnt:%d!", tPass.tDriver.ac, ucIndex,
+                  tPass.wCnt, ucOCPCnt);
+        tPass.AddGroup(Group::kOcp, At(ucIndex));
+        tPass.AddGroup(Group::kOcpError, At(ucIndex, ucIndex, RestoreOcpSlot(ucIndex)));
+    }
+    return Outcome::kGoOn;
+}
+
+} // namespace oxa
