@@ -1,0 +1,46 @@
+# SPDX-License-Identifier: Apache-2.0
+#
+# liboxaspecificsensorinfo: one shared object that needs nothing but libc.
+# The objects are compiled once (oxa_objects); checks link them a second time against a stub of the imports.
+
+file(GLOB OXA_LIBRARY_SOURCES CONFIGURE_DEPENDS
+  ${CMAKE_SOURCE_DIR}/sdr/*.cpp
+  ${CMAKE_SOURCE_DIR}/profiles/*.cpp
+  ${CMAKE_SOURCE_DIR}/threshold/*.cpp
+  ${CMAKE_SOURCE_DIR}/sel/*.cpp)
+
+add_library(oxa_headers INTERFACE)
+target_include_directories(oxa_headers INTERFACE ${CMAKE_SOURCE_DIR}/include)
+
+add_library(oxa_objects OBJECT ${OXA_LIBRARY_SOURCES})
+target_include_directories(oxa_objects PRIVATE ${CMAKE_SOURCE_DIR})
+target_link_libraries(oxa_objects PUBLIC oxa_headers)
+target_compile_options(oxa_objects PRIVATE
+  -Wall -Wextra -Wconversion -Werror
+  $<$<CONFIG:Release>:-Os>
+  -fPIC -fvisibility=hidden -fno-exceptions -fno-rtti -fno-threadsafe-statics
+  -ffunction-sections -fdata-sections)
+if(NOT OXA_SANITIZE)
+  target_compile_options(oxa_objects PRIVATE -fno-unwind-tables -fno-asynchronous-unwind-tables)
+endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT OXA_SANITIZE)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Stack frames and call graph of every unit, for the stack budget.  ccache does not keep these files.
+    target_compile_options(oxa_objects PRIVATE -fcallgraph-info=su)
+    set_target_properties(oxa_objects PROPERTIES CXX_COMPILER_LAUNCHER "")
+  endif()
+endif()
+
+set(OXA_VERSION_SCRIPT ${CMAKE_SOURCE_DIR}/cmake/exports.map)
+add_library(oxaspecificsensorinfo SHARED $<TARGET_OBJECTS:oxa_objects>)
+target_link_libraries(oxaspecificsensorinfo PUBLIC oxa_headers)
+set_target_properties(oxaspecificsensorinfo PROPERTIES
+  LINKER_LANGUAGE C
+  LINK_DEPENDS ${OXA_VERSION_SCRIPT})
+target_link_options(oxaspecificsensorinfo PRIVATE -Wl,--version-script=${OXA_VERSION_SCRIPT})
+if(NOT OXA_SANITIZE)
+  target_link_options(oxaspecificsensorinfo PRIVATE
+    -nostartfiles
+    -Wl,--gc-sections,-O1,-z,relro,-z,now,-z,noexecstack,-Bsymbolic-functions,--hash-style=gnu,--no-undefined-version)
+endif()
+set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
