@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// Names of DIMMs: "MEM_STATUS_%s" leaves five characters within the sixteen of a sensor name, so the default
+// names are short: "A0", "A1", "B0", ...
+#include "simulator/board_file_sections.h"
+
+#include <algorithm>
+
+namespace sim {
+
+// 0 = "A", 25 = "Z", 26 = "AA"
+static std::string Letters(uint32_t channel) {
+    std::string letters;
+    for (uint32_t rest = channel + 1; rest != 0; rest = (rest - 1) / 26)
+        letters.insert(letters.begin(), static_cast<char>('A' + (rest - 1) % 26));
+    return letters;
+}
+
+std::string DefaultDimmName(uint32_t dimm) {
+    return Letters(dimm / 2) + std::to_string(dimm % 2);
+}
+
+namespace rules {
+namespace {
+
+const Reader<std::string> kName = Text(1, 63);
+constexpr const char *kNamesText =
+    "a list of texts or a pattern of {n} {cpu} {channel} {letter} {slot}, with a width as in {n:2}";
+
+std::string Padded(uint32_t number, size_t width) {
+    std::string digits = std::to_string(number);
+    return digits.size() < width ? std::string(width - digits.size(), '0') + digits : digits;
+}
+
+// The text that stands for one placeholder ("n:2"); nothing when there is no such placeholder.
+std::optional<std::string> Placeholder(std::string_view text, uint32_t dimm, const DimmNaming &naming) {
+    const size_t colon = text.find(':');
+    const std::string_view word = text.substr(0, colon);
+    const std::optional<int64_t> width = colon == text.npos ? 0 : ParseNumber(text.substr(colon + 1));
+    if (!width || *width > 9)
+        return std::nullopt;
+    const uint32_t in_cpu = naming.per_cpu == 0 ? dimm : dimm % naming.per_cpu;
+    const uint32_t channel = in_cpu / naming.per_channel;
+    if (word == "letter")
+        return Letters(channel);
+    const std::pair<std::string_view, uint32_t> numbers[] = {
+        {"n", dimm},
+        {"cpu", naming.per_cpu == 0 ? 0 : dimm / naming.per_cpu},
+        {"channel", channel},
+        {"slot", in_cpu % naming.per_channel},
+    };
+    for (const auto &[name, number] : numbers)
+        if (name == word)
+            return Padded(number, static_cast<size_t>(*width));
+    return std::nullopt;
+}
+
+std::optional<std::string> Expand(std::string_view pattern, uint32_t dimm, const DimmNaming &naming) {
+    std::string name;
+    while (!pattern.empty()) {
+        const size_t open = pattern.find('{');
+        name += pattern.substr(0, open);
+        if (open == pattern.npos)
+            break;
+        const size_t close = pattern.find('}', open);
+        if (close == pattern.npos)
+            return std::nullopt;
+        const auto text = Placeholder(pattern.substr(open + 1, close - open - 1), dimm, naming);
+        if (!text)
+            return std::nullopt;
+        name += *text;
+        pattern.remove_prefix(close + 1);
+    }
+    return name;
+}
+
+void ReadNames(DimmNaming &naming, const Where &where, const toml::node &node) {
+    if (const auto *list = node.as_array()) {
+        for (const toml::node &element : *list)
+            naming.names.push_back(kName.Get(where, element));
+        return;
+    }
+    const auto pattern = kName.parse(node);
+    if (!pattern || !Expand(*pattern, 0, naming))
+        Mismatch(where, node, kNamesText);
+    naming.pattern = *pattern;
+}
+
+} // namespace
+
+Rules DimmRules(Draft &draft) {
+    Dimms &dimms = draft.board.dimms;
+    DimmNaming &naming = draft.dimm_naming;
+    auto read_names = [&naming](const Where &where, const toml::node &node) {
+        ReadNames(naming, where, node);
+    };
+    return {
+        Value("count", dimms.count),
+        {.key = "names", .expected = kNamesText, .read = read_names},
+        Value("dimms_per_cpu", naming.per_cpu, Number<uint8_t>(1)),
+        Value("slots_per_channel", naming.per_channel, Number<uint8_t>(1)),
+        Value("power_accuracy", dimms.power_accuracy),
+    };
+}
+
+// Every DIMM gets a name, and one of its own.
+void NameDimms(Draft &draft, const Where &where, const toml::table &table) {
+    const DimmNaming &naming = draft.dimm_naming;
+    std::vector<std::string> &names = draft.board.dimms.names;
+    const uint32_t line = LineOf(table, "names");
+    const Where at = where.At("names");
+    names = naming.names;
+    if (names.size() > draft.board.dimms.count)
+        Fail(where, line, at.Label() + " names " + std::to_string(names.size()) + " DIMMs",
+             "'count' is " + std::to_string(draft.board.dimms.count));
+    for (auto dimm = static_cast<uint32_t>(names.size()); dimm < draft.board.dimms.count; dimm++)
+        names.push_back(naming.pattern.empty() ? DefaultDimmName(dimm)
+                                               : *Expand(naming.pattern, dimm, naming));
+    std::vector<std::string> sorted = names;
+    std::sort(sorted.begin(), sorted.end());
+    const auto twice = std::adjacent_find(sorted.begin(), sorted.end());
+    if (twice != sorted.end())
+        Fail(where, line, at.Label() + " gives the name \"" + *twice + "\" twice",
+             "every DIMM needs a name of its own");
+}
+
+} // namespace rules
+} // namespace sim

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The keys of a board file, section by section.  Only board_file*.cpp include this.
+#ifndef OXA_SIMULATOR_BOARD_FILE_SECTIONS_H
+#define OXA_SIMULATOR_BOARD_FILE_SECTIONS_H
+
+#include <string>
+#include <vector>
+
+#include "simulator/board_file_rules.h"
+
+namespace sim::rules {
+
+// How the file names DIMMs; becomes Dimms::names.
+struct DimmNaming {
+    std::string pattern;            // "{letter}{slot}"; empty: default names
+    std::vector<std::string> names; // of the first DIMMs; the others follow the pattern
+    uint8_t per_cpu = 0;            // 0: numbering does not start again at the next CPU
+    uint8_t per_channel = 2;
+};
+
+// What a file says, before conveniences are spelled out.
+struct Draft {
+    Board board;
+    std::vector<Fault> faults;
+    DimmNaming dimm_naming;
+    std::vector<uint8_t> plain_pcie_slots; // pcie.slots
+    std::vector<PcieSlot> pcie_slots;      // [[pcie.slot]]
+};
+
+Rules FileRules(Draft &draft);
+Rules DimmRules(Draft &draft);
+void NameDimms(Draft &draft, const Where &where, const toml::table &table);
+
+} // namespace sim::rules
+#endif

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// Operating-system abstraction: semaphores (kept within the process) and signal-safe file calls.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "simulator/internal.h"
+
+namespace {
+
+using namespace sim;
+
+bool IsOpen(Call &call, const char *function, int descriptor) {
+    if (call.state().descriptors.contains(descriptor)) {
+        return true;
+    }
+    call.state().Violate(std::string(function) + ": the descriptor is not open");
+    return false;
+}
+
+// -1 with errno.
+int32_t FileError(Call &call, int error) {
+    call.SetErrno(call.FaultErrno(error));
+    return call.Return<int32_t>(-1);
+}
+
+} // namespace
+
+extern "C" {
+
+int32_t OAL_SemCreate(uint32_t dwKey) {
+    Call call(Id("OAL_SemCreate"), "key", dwKey);
+    if (!call.Fails()) {
+        call.state().semaphores[dwKey].created = true;
+    }
+    return Plain(call);
+}
+
+int32_t OAL_SemLockByKey(uint32_t dwKey, uint32_t dwWait) {
+    Call call(Id("OAL_SemLockByKey"), "key", dwKey, "wait", dwWait);
+    if (call.Fails()) {
+        return call.Return<int32_t>(-1);
+    }
+    Semaphore &semaphore = call.state().semaphores[dwKey];
+    if (!semaphore.created) {
+        call.state().Violate("semaphore " + std::to_string(dwKey) + " is locked before it was created");
+        return call.Return<int32_t>(-1);
+    }
+    if (semaphore.locked) { // would wait for itself until the time is over
+        call.state().Violate("semaphore " + std::to_string(dwKey) + " is locked twice");
+        return call.Return<int32_t>(-1);
+    }
+    semaphore.locked = true;
+    return call.Return<int32_t>(0);
+}
+
+int32_t OAL_SemUnLockByKey(uint32_t dwKey, uint32_t dwWait) {
+    Call call(Id("OAL_SemUnLockByKey"), "key", dwKey, "wait", dwWait);
+    Semaphore &semaphore = call.state().semaphores[dwKey];
+    if (!semaphore.locked) {
+        call.state().Violate("semaphore " + std::to_string(dwKey) + " is unlocked without being locked");
+        return call.Return<int32_t>(-1);
+    }
+    semaphore.locked = false; // also when the call fails: the library has done its duty
+    return Plain(call);
+}
+
+int32_t sigwrap_open_mode(const char *pcPath, int32_t sdwFlags, uint32_t dwMode) {
+    Call call(Id("sigwrap_open_mode"), "path", pcPath, "flags", sdwFlags, "mode", dwMode);
+    if (call.FailsOrNull({pcPath})) {
+        return FileError(call, EACCES);
+    }
+    const std::string real_path = RealPath(pcPath);
+    if ((sdwFlags & O_CREAT) != 0) {
+        MakeParents(real_path);
+    }
+    const int descriptor = open(real_path.c_str(), sdwFlags | O_CLOEXEC, static_cast<mode_t>(dwMode));
+    if (descriptor < 0) {
+        call.SetErrno(errno);
+        return call.Return<int32_t>(-1);
+    }
+    call.state().descriptors[descriptor] = pcPath;
+    MarkLibraryDescriptor(descriptor, true);
+    return call.Return<int32_t>(descriptor);
+}
+
+int32_t sigwrap_read(int32_t sdwFd, void *pvBuf, uint32_t dwLen) {
+    Call call(Id("sigwrap_read"), "file", FileOf{.descriptor = sdwFd}, "len", dwLen);
+    if (call.FailsOrNull({pvBuf}) || !IsOpen(call, "sigwrap_read", sdwFd)) {
+        if (pvBuf != nullptr) {
+            call.SpoilBuffer(pvBuf, dwLen);
+        }
+        return FileError(call, EIO);
+    }
+    const Fault *rule = call.rule(); // a short read: as many bytes as the rule says
+    const bool cut = rule != nullptr && rule->result && *rule->result >= 0;
+    const uint32_t wanted = cut ? std::min(dwLen, static_cast<uint32_t>(*rule->result)) : dwLen;
+    const ssize_t got = read(sdwFd, pvBuf, wanted);
+    call.SetErrno(errno);
+    if (got > 0 && rule != nullptr && rule->output) {
+        call.SpoilBuffer(pvBuf, static_cast<size_t>(got));
+    }
+    return call.Return<int32_t>(static_cast<int32_t>(got));
+}
+
+int32_t sigwrap_write(int32_t sdwFd, const void *pvBuf, uint32_t dwLen) {
+    Call call(Id("sigwrap_write"), "file", FileOf{.descriptor = sdwFd}, "len", dwLen);
+    if (call.FailsOrNull({pvBuf}) || !IsOpen(call, "sigwrap_write", sdwFd)) {
+        return FileError(call, EIO);
+    }
+    const ssize_t put = write(sdwFd, pvBuf, dwLen);
+    if (put < 0 || static_cast<size_t>(put) != dwLen) {
+        call.SetErrno(put < 0 ? errno : ENOSPC);
+        return call.Return<int32_t>(-1);
+    }
+    return call.Return<int32_t>(0);
+}
+
+int32_t sigwrap_close(int32_t sdwFd) {
+    Call call(Id("sigwrap_close"), "file", FileOf{.descriptor = sdwFd});
+    if (!IsOpen(call, "sigwrap_close", sdwFd)) {
+        return FileError(call, EBADF);
+    }
+    call.state().descriptors.erase(sdwFd); // also when the call fails
+    MarkLibraryDescriptor(sdwFd, false);
+    close(sdwFd);
+    return call.Fails() ? FileError(call, EIO) : call.Return<int32_t>(0);
+}
+
+} // extern "C"

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The simulated platform: defines every function that the library imports (oxa/platform.h) on top of a Board,
+// with fault injection, a trace of everything that crosses the border, and invariants that are always on.
+// One process holds one simulated platform and one fresh copy of the library.
+#ifndef OXA_SIMULATOR_SIMULATOR_H
+#define OXA_SIMULATOR_SIMULATOR_H
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "oxa/exports.h"
+#include "oxa/platform.h"
+#include "simulator/board.h"
+
+namespace sim {
+
+// ---- set-up -------------------------------------------------------------------------------------
+
+// Forgets faults, trace, violations, repository and event log, and takes over the board; board.files are
+// written under the root directory.  The library's own state is not touched (it has no reset): one test, one
+// process.
+void Start(Board board);
+Board &CurrentBoard(); // may be changed while running: the platform reads it at every call
+
+// Directory that stands for "/" of the library's paths.  Default: a fresh directory under TMPDIR, removed at
+// exit.  SetRoot comes before Start (which writes the board's files); a directory given by hand is never
+// removed.
+void SetRoot(const std::string &directory);
+std::string Root();
+std::string RealPath(const std::string &library_path);
+std::vector<uint8_t> ReadFile(const std::string &library_path); // empty when absent
+void WriteFile(const std::string &library_path, const std::vector<uint8_t> &bytes);
+bool FileExists(const std::string &library_path);
+
+// ---- faults -------------------------------------------------------------------------------------
+
+// A rule hits calls of one function by name ("HAL_GetCpuMaxCount"; service operations:
+// "HalFanService.GetFanSilkByIndex", "HalCpuService.GetCpuReduceFlag",
+// "HalHddBackpanelService.GetBackPanelList", ".CheckHddIsSupportNvme").
+struct Fault {
+    std::string call;
+    // The n-th call of that name since Start (1-based); absent: every one.  With args: the n-th call that
+    // matches them since the rule was added.
+    std::optional<uint32_t> occurrence;
+    bool from_then_on = false;       // with occurrence: that one and all later ones
+    std::optional<std::string> args; // only calls whose traced arguments contain this text, e.g. "index=2"
+                                     // (which does not match "index=21")
+    std::optional<int64_t> result;   // what is returned; absent: the function's usual failure value
+    std::optional<uint64_t> output;  // what lands in the (first) out-parameter; absent: rubbish (0xA5 bytes)
+    bool succeed = false;            // return success (or `result`) but with `output`
+    bool null_object = false;        // service getters: return null
+    bool null_operation = false;     // service getters: return an object whose operations are null
+    int errno_value = 0;             // file calls
+};
+// Rules are tried in the order they were added, the first that matches decides.  A rule that could never act
+// (an unknown call, a call that cannot fail without `result` or `output`, ...) throws std::invalid_argument.
+void AddFault(const Fault &fault);
+void ClearFaults();
+
+std::vector<std::string> CallNames(); // every name that a rule may give
+
+// Makes the k-th platform call that can fail (1-based, counted since Start) fail, once or from then on; 0:
+// off. A rule that hits the same call goes first.
+void FailCall(uint64_t k, bool from_then_on = false);
+uint64_t FailableCalls(); // how many calls that can fail were made since Start
+bool FaultWasHit();       // at least one fault rule or FailCall took effect since Start
+
+// ---- trace --------------------------------------------------------------------------------------
+
+enum class Kind {
+    kCall,  // platform call: function, args, result
+    kLog,   // _ssp_*: level, module, file, line, function, text
+    kStat,  // sspFailedStat: file, line
+    kDebug, // IDBG_LINUXAPP_DbgOut: level, text
+    kAudit, // IDBG_LINUXAPP_AuditOut: level, text
+    kNote   // the simulator's own remarks (a record added to the repository, ...)
+};
+enum class Level { kDebug, kInfo, kWarn, kError };
+
+struct Event {
+    Kind kind = Kind::kCall;
+    std::string function;       // kCall: the platform function; kLog: the function name in the line
+    std::string args;           // kCall: "index=2 slot=3"
+    int64_t result = 0;         // kCall
+    bool failed = false;        // kCall: by a fault
+    Level level = Level::kInfo; // kLog
+    uint32_t number = 0;        // kLog: module number; kDebug, kAudit: channel level
+    std::string file;           // kLog, kStat: source file name as given by the library
+    uint32_t line = 0;
+    std::string text; // kCall: the text that a call gave (names, printed texts); otherwise: formatted text of
+                      // a log line, newline kept; "[file:line]" prefixes of debug lines kept
+};
+const std::vector<Event> &Trace();
+void ClearTrace();
+// Off for benchmarks: nothing is recorded, and lines are not printed, so their texts are not checked.
+void SetTracing(bool on);
+// The bounded memory and string functions are left out of the trace unless asked for; faults count them
+// always.
+void SetTraceBounded(bool on);
+// One line per event, line numbers masked ("#"): for golden files and for people.
+std::string Format(const Event &event);
+
+// Conveniences over the trace.
+std::vector<Event> Logs();           // log lines only
+std::vector<std::string> LogTexts(); // their texts
+std::vector<std::string> LogTexts(Level level);
+size_t CountCalls(const std::string &function); // calls of one platform function since Start or ClearTrace,
+                                                // traced or not
+size_t CountText(const std::string &text);      // log, debug and audit lines with exactly this text
+
+// ---- invariants ---------------------------------------------------------------------------------
+// A failure statistic directly before every error line and nowhere else; sessions, INI handles, files and
+// semaphores balanced; module numbers and levels from the allowed sets; the file name in a line belongs to
+// the library; no line without a function name.  Balance is judged when the list is read.
+std::vector<std::string> Violations();
+
+// ---- repository and event log (in memory) -------------------------------------------------------
+struct RepositoryRecord {
+    uint16_t id = 0;
+    std::vector<uint8_t> bytes;
+};
+std::vector<RepositoryRecord> &Repository();
+std::vector<std::vector<uint8_t>> &EventLog();
+// The live threshold table: what the board gives until the library replaces it.
+SensorThreshTable ThresholdTable();
+
+// ---- caller arrays with guard bytes -------------------------------------------------------------
+// Slots and entries for a static pass, surrounded by guard bytes that Violations() checks.
+struct StaticArrays {
+    uint8_t *slots = nullptr;       // 64 bytes each
+    DevTabEntry *entries = nullptr; // 32 bytes each
+    uint16_t count = 0;
+    size_t capacity = 0;
+};
+StaticArrays &CallerArrays(size_t capacity = 2048, uint8_t fill = 0xEE); // made once per Start
+
+} // namespace sim
+#endif

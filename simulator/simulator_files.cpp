@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The root directory that stands for "/" of the library's paths, and the caller arrays with their guard
+// bytes.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <string_view>
+
+#include "simulator/internal.h"
+
+namespace sim {
+
+namespace {
+
+struct RootDirectory {
+    std::mutex mutex;
+    std::string path;
+    bool made_here = false;
+    pid_t owner = 0;
+};
+
+RootDirectory &TheRoot() {
+    static RootDirectory *const root = new RootDirectory;
+    return *root;
+}
+
+void RemoveRoot() {
+    const RootDirectory &root = TheRoot();
+    if (root.made_here && root.owner == getpid()) { // not in a forked child
+        std::error_code ignored;
+        std::filesystem::remove_all(root.path, ignored);
+    }
+}
+
+void MakeFreshRoot(RootDirectory &root) {
+    const char *parent = std::getenv("TMPDIR");
+    std::string path =
+        std::string(parent != nullptr && *parent != '\0' ? parent : "/tmp") + "/oxa-sim-XXXXXX";
+    if (mkdtemp(path.data()) == nullptr) {
+        throw std::runtime_error("no root directory for the simulated platform: " + path);
+    }
+    root.path = path;
+    root.made_here = true;
+    root.owner = getpid();
+    std::atexit(RemoveRoot);
+}
+
+} // namespace
+
+void SetRoot(const std::string &directory) {
+    std::filesystem::create_directories(directory);
+    RemoveRoot();
+    RootDirectory &root = TheRoot();
+    const std::lock_guard lock(root.mutex);
+    root.path = std::filesystem::absolute(directory).lexically_normal().string();
+    while (root.path.size() > 1 && root.path.back() == '/') {
+        root.path.pop_back();
+    }
+    root.made_here = false;
+}
+
+std::string Root() {
+    RootDirectory &root = TheRoot();
+    const std::lock_guard lock(root.mutex);
+    if (root.path.empty()) {
+        MakeFreshRoot(root);
+    }
+    return root.path;
+}
+
+std::string RealPath(const std::string &library_path) {
+    const std::string root = Root();
+    if (root == "/" || library_path.starts_with(root + "/")) {
+        return library_path;
+    }
+    // "/../x" stays inside: a normal absolute path never climbs above "/"
+    return root + (std::filesystem::path("/") / library_path).lexically_normal().string();
+}
+
+void MakeParents(const std::string &real_path) {
+    std::error_code ignored; // the open that follows tells
+    std::filesystem::create_directories(std::filesystem::path(real_path).parent_path(), ignored);
+}
+
+std::optional<std::vector<uint8_t>> ReadWhole(const std::string &real_path, int &error) {
+    const int descriptor = open(real_path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) {
+        error = errno;
+        return std::nullopt;
+    }
+    std::vector<uint8_t> bytes;
+    std::array<uint8_t, 4096> part;
+    ssize_t got = 0;
+    while ((got = read(descriptor, part.data(), part.size())) > 0) {
+        bytes.insert(bytes.end(), part.begin(), part.begin() + got);
+    }
+    error = got < 0 ? errno : 0;
+    close(descriptor);
+    return got < 0 ? std::nullopt : std::optional(std::move(bytes));
+}
+
+bool WriteWhole(const std::string &real_path, const std::vector<uint8_t> &bytes) {
+    MakeParents(real_path);
+    const int descriptor = open(real_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0664);
+    if (descriptor < 0) {
+        return false;
+    }
+    size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t put = write(descriptor, bytes.data() + done, bytes.size() - done);
+        if (put <= 0) {
+            break;
+        }
+        done += static_cast<size_t>(put);
+    }
+    return close(descriptor) == 0 && done == bytes.size();
+}
+
+std::vector<uint8_t> ReadFile(const std::string &library_path) {
+    int error = 0;
+    return ReadWhole(RealPath(library_path), error).value_or(std::vector<uint8_t>{});
+}
+
+void WriteFile(const std::string &library_path, const std::vector<uint8_t> &bytes) {
+    if (!WriteWhole(RealPath(library_path), bytes)) {
+        throw std::runtime_error("cannot write " + RealPath(library_path));
+    }
+}
+
+bool FileExists(const std::string &library_path) {
+    struct stat facts;
+    return stat(RealPath(library_path).c_str(), &facts) == 0;
+}
+
+// ---- which files are the library's --------------------------------------------------------------
+
+namespace {
+
+constexpr int kMostDescriptors = 4096;
+std::atomic<bool> g_descriptors[kMostDescriptors];
+std::atomic<FILE *> g_streams[64];
+
+constexpr std::string_view kLibraryPaths[] = {
+    "/var/SpecificSDRRec",
+    "/var/tmp/extSDR.dat",
+    "/var/tmp/extDevTab.dat",
+    "/var/tmp/purchaseCardFruId",
+    "/conf/BMC1/sensor_threshold.dat",
+    "/var/test_disk_fault_predict",
+};
+
+constexpr std::string_view kLibraryUnits[] = {
+    "gen_specific_sensor_data.c",
+    "gen_specific_sensor_devtab.c",
+    "specific_sdr_file.c",
+    "NVRAccess.c",
+    "oxa_specific_sdr.c",
+    "modify_sensor_threshold.c",
+    "oxa_specific_sel.c",
+    "gen_specific_sensor_default.c",
+    "gen_specific_sensor_kestrin.c",
+    "gen_specific_sensor_astrel.c",
+    "gen_specific_sensor_pellago.c",
+    "gen_specific_sensor_vorana.c",
+    "gen_specific_sensor_lumora.c",
+    "gen_specific_sensor_quorral.c",
+    "gen_specific_sensor_durnow.c",
+    "gen_specific_sensor_ferrisk.c",
+};
+
+} // namespace
+
+bool IsLibraryDescriptor(int descriptor) {
+    return descriptor >= 0 && descriptor < kMostDescriptors && g_descriptors[descriptor].load();
+}
+
+void MarkLibraryDescriptor(int descriptor, bool ours) {
+    if (descriptor >= 0 && descriptor < kMostDescriptors) {
+        g_descriptors[descriptor].store(ours);
+    }
+}
+
+bool IsLibraryStream(FILE *stream) {
+    return stream != nullptr && std::any_of(std::begin(g_streams), std::end(g_streams),
+                                            [&](const auto &known) { return known.load() == stream; });
+}
+
+void MarkLibraryStream(FILE *stream, bool ours) {
+    for (std::atomic<FILE *> &known : g_streams) {
+        FILE *expected = ours ? nullptr : stream;
+        if (known.compare_exchange_strong(expected, ours ? stream : nullptr)) {
+            return;
+        }
+    }
+}
+
+bool IsLibraryPath(const char *path) {
+    return path != nullptr &&
+           std::find(std::begin(kLibraryPaths), std::end(kLibraryPaths), path) != std::end(kLibraryPaths);
+}
+
+bool IsLibraryUnit(const char *file) {
+    return file != nullptr &&
+           std::find(std::begin(kLibraryUnits), std::end(kLibraryUnits), file) != std::end(kLibraryUnits);
+}
+
+void CloseEverything(State &state) {
+    for (const auto &[descriptor, path] : state.descriptors) {
+        MarkLibraryDescriptor(descriptor, false);
+        close(descriptor);
+    }
+    for (const auto &[stream, path] : state.streams) {
+        MarkLibraryStream(stream, false);
+        std::fclose(stream);
+    }
+    state.descriptors.clear();
+    state.streams.clear();
+    state.sessions.clear();
+    state.inis.clear();
+    state.semaphores.clear();
+}
+
+// ---- caller arrays ------------------------------------------------------------------------------
+// ----------------------------------------------------------------------------------------------- One block:
+// guard, slots, guard, entries, guard.
+
+namespace {
+constexpr size_t kGuardSize = 4096;
+constexpr uint8_t kGuardByte = 0xC5;
+} // namespace
+
+StaticArrays &CallerArrays(size_t capacity, uint8_t fill) {
+    State &state = TheState();
+    const std::lock_guard lock(state.mutex);
+    Guarded &guarded = state.guarded;
+    if (!guarded.made) {
+        const size_t slots = capacity * SDR_SLOT_SIZE;
+        const size_t entries = capacity * DEV_TAB_ENTRY_SIZE;
+        guarded.memory.assign(3 * kGuardSize + slots + entries, kGuardByte);
+        guarded.arrays.slots = guarded.memory.data() + kGuardSize;
+        uint8_t *const first_entry = guarded.arrays.slots + slots + kGuardSize;
+        guarded.arrays.entries = reinterpret_cast<DevTabEntry *>(first_entry);
+        guarded.arrays.capacity = capacity;
+        std::memset(guarded.arrays.slots, fill, slots);
+        std::memset(first_entry, fill, entries);
+        guarded.made = true;
+    }
+    return guarded.arrays;
+}
+
+void CheckGuards(const State &state, std::vector<std::string> &violations) {
+    const Guarded &guarded = state.guarded;
+    if (!guarded.made) {
+        return;
+    }
+    const size_t slots = guarded.arrays.capacity * SDR_SLOT_SIZE;
+    const size_t entries = guarded.arrays.capacity * DEV_TAB_ENTRY_SIZE;
+    const struct {
+        size_t begin;
+        const char *where;
+    } guards[] = {{0, "before the slots"},
+                  {kGuardSize + slots, "between slots and entries"},
+                  {2 * kGuardSize + slots + entries, "after the entries"}};
+    for (const auto &guard : guards) {
+        const auto begin = guarded.memory.begin() + static_cast<std::ptrdiff_t>(guard.begin);
+        const auto broken =
+            std::find_if(begin, begin + kGuardSize, [](uint8_t b) { return b != kGuardByte; });
+        if (broken != begin + kGuardSize) {
+            violations.push_back("guard bytes " + std::string(guard.where) + " are overwritten at offset " +
+                                 std::to_string(broken - begin));
+        }
+    }
+}
+
+} // namespace sim
