@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <unistd.h>
+
+#include "workbench/commands.h"
+#include "workbench/decode.h"
+#include "workbench/errors.h"
+#include "workbench/json.h"
+#include "workbench/output.h"
+#include "workbench/text.h"
+
+namespace workbench {
+namespace {
+
+// A LUN has the sensor numbers 1 to 254 (255 is reserved); LUN 2 belongs to system messages.
+constexpr unsigned kNumbersPerLun = 254;
+constexpr uint8_t kLuns[] = {0, 1, 3};
+
+void SetRecordIds(StaticSet &set) {
+    for (Sensor &sensor : set.sensors) {
+        sensor.record[SDR_RECORD_ID] = static_cast<uint8_t>(sensor.ordinal);
+        sensor.record[SDR_RECORD_ID + 1] = static_cast<uint8_t>(sensor.ordinal >> 8);
+    }
+}
+
+void SetSensorNumbers(StaticSet &set) {
+    const size_t most = kNumbersPerLun * std::size(kLuns);
+    if (set.sensors.size() > most)
+        throw SetError(set.board + ": " + std::to_string(set.sensors.size()) +
+                       " sensors; --number has numbers for " + std::to_string(most));
+    for (Sensor &sensor : set.sensors) {
+        const unsigned index = sensor.ordinal - 1;
+        sensor.record[SDR_SENSOR_NUM] = static_cast<uint8_t>(index % kNumbersPerLun + 1);
+        sensor.record[SDR_OWNER_LUN] = kLuns[index / kNumbersPerLun];
+        sensor.entry[4] = sensor.record[SDR_SENSOR_NUM]; // the entry repeats both
+        sensor.entry[16] = sensor.record[SDR_OWNER_LUN];
+    }
+}
+
+std::vector<Decoded> DecodeAll(const StaticSet &set) {
+    const Decoder decoder;
+    std::vector<Decoded> out;
+    for (const Sensor &sensor : set.sensors)
+        out.push_back(decoder.Decode(sensor));
+    return out;
+}
+
+// Records back to back, each its header of 5 bytes and its body: what "ipmitool sdr dump" writes.
+std::string RawText(const StaticSet &set) {
+    std::string out;
+    for (const Sensor &sensor : set.sensors)
+        out.append(sensor.record.begin(), sensor.record.begin() + RecordSize(sensor.record));
+    return out;
+}
+
+std::string JsonText(const StaticSet &set, const std::vector<Decoded> &decoded) {
+    Json out = SetJson(set);
+    out["sensors"] = Json::array();
+    for (size_t i = 0; i < decoded.size(); ++i)
+        out["sensors"].push_back(SensorJson(set.sensors[i], decoded[i]));
+    return Dump(out);
+}
+
+std::string Quoted(const std::string &text) {
+    if (text.find_first_of(",\"\n") == std::string::npos)
+        return text;
+    std::string out = "\"";
+    for (const char c : text)
+        out += c == '"' ? std::string("\"\"") : std::string(1, c);
+    return out + "\"";
+}
+
+constexpr const char *kCsvHeader =
+    "ordinal,record_id,name,kind,sensor_number,owner_lun,sensor_type,sensor_type_text,event_type,"
+    "event_type_text,entity_id,entity_text,entity_instance,formula,unit,m,b,r_exponent,b_exponent,signed,"
+    "lnr,lc,lnc,unc,uc,unr,hysteresis_positive,hysteresis_negative,device_code,device_item,device_index,"
+    "scan_flag,bus,address,record,entry\n";
+
+void AddCsvReading(const Decoded &d, std::vector<std::string> &row) {
+    if (!d.reading) {
+        row.insert(row.end(), 7, "");
+    } else {
+        const Reading &r = *d.reading;
+        row.insert(row.end(),
+                   {r.formula, r.unit, std::to_string(r.m), std::to_string(r.b), std::to_string(r.r_exponent),
+                    std::to_string(r.b_exponent), r.is_signed ? "1" : "0"});
+    }
+    for (size_t i = 0; i < 6; ++i)
+        row.push_back(
+            i < d.thresholds.size() && d.thresholds[i].readable ? FormatNumber(d.thresholds[i].value) : "");
+}
+
+std::string CsvRow(const Sensor &sensor, const Decoded &d) {
+    const Entry &entry = sensor.entry;
+    std::vector<std::string> row = {std::to_string(sensor.ordinal),
+                                    std::to_string(d.record_id),
+                                    d.name,
+                                    KindText(d.kind),
+                                    std::to_string(d.sensor_number),
+                                    std::to_string(d.owner_lun),
+                                    Hex(d.sensor_type),
+                                    d.sensor_type_text,
+                                    Hex(d.event_type),
+                                    d.event_type_text,
+                                    Hex(d.entity_id),
+                                    d.entity_text,
+                                    Hex(sensor.record[SDR_ENTITY_INSTANCE])};
+    AddCsvReading(d, row);
+    row.insert(row.end(),
+               {std::to_string(d.hysteresis_positive), std::to_string(d.hysteresis_negative), Hex(entry[0]),
+                std::to_string(entry[1]), std::to_string(entry[3]), Hex(entry[5]), Hex(entry[6]),
+                Hex(entry[7]), HexBytes({sensor.record.data(), RecordSize(sensor.record)}), HexBytes(entry)});
+    for (std::string &field : row)
+        field = Quoted(field);
+    return Join(row, ",") + "\n";
+}
+
+std::string CsvText(const StaticSet &set, const std::vector<Decoded> &decoded) {
+    std::string out = kCsvHeader;
+    for (size_t i = 0; i < decoded.size(); ++i)
+        out += CsvRow(set.sensors[i], decoded[i]);
+    return out;
+}
+
+} // namespace
+
+void Export(const ExportOptions &options) {
+    const bool to_stdout = options.output.empty() || options.output == "-";
+    if (options.format == "raw" && to_stdout && isatty(STDOUT_FILENO))
+        throw InputError("raw records are no text for a terminal; give -o FILE or a pipe");
+    StaticSet set = BuildStaticSet(options.run);
+    if (!options.keep_ids)
+        SetRecordIds(set);
+    if (options.number)
+        SetSensorNumbers(set);
+    const std::vector<Decoded> decoded = DecodeAll(set); // a record that nobody can read is not exported
+    const std::string text = options.format == "raw"   ? RawText(set)
+                             : options.format == "csv" ? CsvText(set, decoded)
+                                                       : JsonText(set, decoded);
+    if (to_stdout)
+        PrintOut(text);
+    else
+        WriteFileAtomically(options.output, text);
+}
+
+} // namespace workbench

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "workbench/static_set.h"
+
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+#include "simulator/board_file.h"
+#include "simulator/simulator.h"
+#include "workbench/errors.h"
+#include "workbench/text.h"
+
+namespace workbench {
+namespace {
+
+// One line per profile, in the order of their ids.
+constexpr Profile kProfiles[] = {
+    {"default", CUSTOM_ID_DEFAULT, OXA_AddDefaultStaticSensor},
+    {"kestrin", CUSTOM_ID_KESTRIN, nullptr},
+    {"pellago", CUSTOM_ID_PELLAGO, nullptr},
+    {"vorana", CUSTOM_ID_VORANA, nullptr},
+    {"astrel", CUSTOM_ID_ASTREL, nullptr},
+    {"quorral", CUSTOM_ID_QUORRAL, nullptr},
+    {"lumora", CUSTOM_ID_LUMORA, nullptr},
+    {"durnow", CUSTOM_ID_DURNOW, nullptr},
+    {"ferrisk", CUSTOM_ID_FERRISK, nullptr},
+};
+
+// Every counted group is limited by 8-bit numbers (the disks of 32 backplanes are most of it): no board
+// reaches this.
+constexpr size_t kCapacity = 24576;
+
+// A driver writes its count once, at the end; no set has this many sensors.
+constexpr uint16_t kCountNotWritten = 0xFFFF;
+
+std::string OneLine(std::string text) {
+    while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
+        text.pop_back();
+    for (char &c : text)
+        c = c == '\n' ? ' ' : c;
+    return text;
+}
+
+void PrintTrace(const RunOptions &options) {
+    for (const sim::Event &event : sim::Trace())
+        if (options.trace || (options.log && event.kind == sim::Kind::kLog))
+            std::fprintf(stderr, "%s\n", OneLine(sim::Format(event)).c_str());
+}
+
+// A pass that ends early returns right after the line that says why, whatever that line's level.
+std::string LastLogLine() {
+    const auto logs = sim::Logs();
+    if (logs.empty())
+        return "it logged nothing";
+    return "its last line: " + logs.back().function + ": " + OneLine(logs.back().text);
+}
+
+StaticSet CollectSensors(const RunOptions &options, const Profile &profile, const sim::StaticArrays &arrays) {
+    StaticSet set{options.board, &profile, {}};
+    for (unsigned i = 0; i < arrays.count; ++i) {
+        Sensor sensor;
+        sensor.ordinal = i + 1;
+        std::memcpy(sensor.record.data(), arrays.slots + size_t{i} * SDR_SLOT_SIZE, SDR_SLOT_SIZE);
+        std::memcpy(sensor.entry.data(), &arrays.entries[i], DEV_TAB_ENTRY_SIZE);
+        set.sensors.push_back(sensor);
+    }
+    return set;
+}
+
+// Puts the board and what it lets go wrong under the library.
+void StartBoard(const RunOptions &options, const Profile &profile) {
+    try {
+        sim::Board board = sim::LoadBoardFile(options.board);
+        const auto faults = sim::LoadBoardFaults(options.board);
+        board.custom_id = profile.id; // the machine belongs to the customer whose driver runs
+        sim::Start(std::move(board));
+        for (const sim::Fault &fault : faults)
+            sim::AddFault(fault);
+    } catch (const sim::BoardError &error) {
+        throw InputError(OneLine(error.what()));
+    }
+}
+
+} // namespace
+
+const Profile &FindProfile(const std::string &name) {
+    for (const Profile &profile : kProfiles) {
+        if (name != profile.name)
+            continue;
+        if (profile.driver == nullptr)
+            throw InputError("profile '" + name +
+                             "' is not available yet; available: " + AvailableProfiles());
+        return profile;
+    }
+    throw InputError("unknown profile '" + name + "'; available: " + AvailableProfiles());
+}
+
+std::string AvailableProfiles() {
+    std::vector<std::string> names;
+    for (const Profile &profile : kProfiles)
+        if (profile.driver != nullptr)
+            names.push_back(profile.name);
+    return Join(names, ", ");
+}
+
+StaticSet BuildStaticSet(const RunOptions &options) {
+    const Profile &profile = FindProfile(options.profile);
+    StartBoard(options, profile);
+    sim::StaticArrays &arrays = sim::CallerArrays(kCapacity);
+    arrays.count = kCountNotWritten;
+    profile.driver(arrays.slots, arrays.entries, &arrays.count);
+    PrintTrace(options);
+    if (arrays.count == kCountNotWritten)
+        throw SetError(options.board + ": the pass ended without a count; " + LastLogLine());
+    if (const auto violations = sim::Violations(); !violations.empty())
+        throw SetError(options.board + ": the pass broke a rule: " + OneLine(Join(violations, "; ")));
+    return CollectSensors(options, profile, arrays);
+}
+
+unsigned RecordSize(const Record &record) {
+    return record[SDR_RECORD_LENGTH] + 5u;
+}
+
+} // namespace workbench

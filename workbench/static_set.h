@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// Runs one board through one profile's driver on the simulated platform and keeps what it built.
+#ifndef OXA_WORKBENCH_STATIC_SET_H
+#define OXA_WORKBENCH_STATIC_SET_H
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "oxa/exports.h"
+
+namespace workbench {
+
+using Record = std::array<uint8_t, SDR_SLOT_SIZE>;
+using Entry = std::array<uint8_t, DEV_TAB_ENTRY_SIZE>;
+using StaticDriver = void (*)(uint8_t *records, DevTabEntry *entries, uint16_t *count);
+
+struct Profile {
+    const char *name;
+    uint32_t id;
+    StaticDriver driver; // null: not available in this build
+};
+
+const Profile &FindProfile(const std::string &name); // InputError for an unknown or unavailable one
+std::string AvailableProfiles();                     // "default, ..."
+
+struct RunOptions {
+    std::string board;
+    std::string profile = "default";
+    bool trace = false; // everything that crossed the platform border, on standard error
+    bool log = false;   // the library's log lines only
+};
+
+struct Sensor {
+    unsigned ordinal = 0; // 1-based place in the set
+    Record record{};
+    Entry entry{};
+};
+
+struct StaticSet {
+    std::string board;
+    const Profile *profile = nullptr;
+    std::vector<Sensor> sensors;
+};
+
+// InputError: the board file or profile cannot be used.  SetError: the pass ended without a count, or broke a
+// rule that every pass keeps.
+StaticSet BuildStaticSet(const RunOptions &options);
+
+unsigned RecordSize(const Record &record); // header and body; above 64 when the length byte is wrong
+
+} // namespace workbench
+#endif
