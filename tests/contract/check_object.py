@@ -1,0 +1,72 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The shape of the shared object: what it needs, which sections and relocations it has, how big it is."""
+import argparse
+import os
+import re
+import tempfile
+from collections import Counter
+
+from common import fault, figure, finish, run, sections
+
+RELATIVE = {"R_ARM_RELATIVE", "R_X86_64_RELATIVE", "R_AARCH64_RELATIV"}
+BY_NAME = {"R_ARM_JUMP_SLOT", "R_ARM_GLOB_DAT", "R_X86_64_JUMP_SLO", "R_X86_64_JUMP_SLOT", "R_X86_64_GLOB_DAT",
+           "R_AARCH64_JUMP_SL", "R_AARCH64_GLOB_DA"}
+ABSOLUTE = {"R_ARM_ABS32", "R_X86_64_64", "R_AARCH64_ABS64"}
+FORBIDDEN = (".init_array", ".fini_array", ".preinit_array", ".ctors", ".dtors", ".init", ".fini", ".tdata", ".tbss",
+             ".eh_frame", ".ARM.extab", ".gcc_except_table")
+
+
+
+
+def check_dynamic(args):
+    dynamic = run(args.readelf, "-dW", args.library)
+    needed = re.findall(r"\(NEEDED\).*\[(.*)\]", dynamic)
+    print(f"needed: {' '.join(needed)}")
+    if needed != ["libc.so.6"]:
+        fault(f"needs {needed} instead of libc.so.6 alone")
+    if re.search(r"\(TEXTREL\)|\bTEXTREL\b", dynamic):
+        fault("has text relocations")
+    if not re.search(r"\(BIND_NOW\)|\bNOW\b", dynamic):
+        fault("is not bound at load")
+
+
+def check_relocations(args, budget):
+    kinds = Counter(re.findall(r"\bR_[A-Z0-9_]+\b", run(args.readelf, "-rW", args.library)))
+    for kind in sorted(set(kinds) - RELATIVE - BY_NAME - ABSOLUTE):
+        fault(f"{kinds[kind]} relocations of kind {kind}")
+    figure("relocations by absolute symbol address", sum(kinds[kind] for kind in ABSOLUTE), 0, "relocations")
+    figure("RELATIVE relocations", sum(kinds[kind] for kind in RELATIVE), budget, "relocations")
+
+
+def stripped_size(args):
+    with tempfile.TemporaryDirectory() as directory:
+        copy = os.path.join(directory, "stripped.so")
+        run(args.strip, "--strip-unneeded", "-o", copy, args.library)
+        return os.path.getsize(copy)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--library", required=True)
+    parser.add_argument("--readelf", required=True)
+    parser.add_argument("--strip", required=True)
+    parser.add_argument("--size-budget", type=int, required=True)
+    parser.add_argument("--bss-budget", type=int, required=True)
+    parser.add_argument("--relative-budget", type=int, required=True)
+    arguments = parser.parse_args()
+
+    check_dynamic(arguments)
+    sizes = {name: size for name, (_, size) in sections(arguments.readelf, arguments.library).items()}
+    for name in FORBIDDEN:
+        if sizes.get(name, 0):
+            fault(f"has a section {name} of {sizes[name]} bytes")
+    figure("shared object, whole and stripped", stripped_size(arguments), arguments.size_budget, "bytes")
+    check_relocations(arguments, arguments.relative_budget)
+    figure(".data", sizes.get(".data", 0), 0, "bytes")
+    figure(".bss", sizes.get(".bss", 0), arguments.bss_budget, "bytes")
+    finish()
+
+
+if __name__ == "__main__":
+    main()

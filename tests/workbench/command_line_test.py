@@ -1,0 +1,171 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Exit codes, error lines, help, colour, pipes."""
+import glob
+import os
+import pty
+import subprocess
+
+from support import BASE, SENSORS, SOURCE, Workbench, main
+
+COMMON = ["--help", "--board", "--profile", "--trace", "--log", "--json"]
+
+# What the last line of the pass says on each guard board.
+GUARDS = {
+    "board_id_fails": "get Board Id failed",
+    "psu_count_fails": "get pem max count failed",
+    "cpu_silk_overflow": "ucIndex may overflow. (ucCPUCnt+ucCpuSilkStart) = 256!",
+    "psu_count_255": "ucIndex may overflow. dwPSUCnt = 255!",
+    "dimm_count_255": "ucIndex may overflow. dwDimmCnt = 255!",
+    "pcie_count_255": "ucIndex may overflow. ucPcieCnt = 255!",
+    "fan_count_255": "ucIndex may overflow. ucFanCnt = 255!",
+    "disk_range_overflow": "diskIndex may overflow.",
+    "ocp_count_255": "ucIndex may overflow. ucOCPCnt = 255!",
+}
+
+
+class Tests(Workbench):
+    def test_help_names_every_command(self):
+        text = self.out("--help")
+        for word in ("list", "show", "export", "--version", "Exit status"):
+            self.assertIn(word, text)
+
+    def test_help_of_list_names_every_option(self):
+        text = self.out("list", "--help")
+        for option in COMMON + ["--filter"]:
+            self.assertIn(option, text)
+
+    def test_help_of_show_names_every_option(self):
+        text = self.out("show", "--help")
+        for option in COMMON + ["NAME"]:
+            self.assertIn(option, text)
+
+    def test_help_of_export_names_every_option(self):
+        text = self.out("export", "--help")
+        for option in COMMON + ["--format", "raw", "csv", "--output", "--keep-ids", "--number"]:
+            self.assertIn(option, text)
+
+    def test_no_command_is_refused_with_the_commands(self):
+        self.assertIn("list, show or export", self.refused(2))
+
+    def test_a_misspelt_command_gets_the_nearest(self):
+        self.assertIn("unknown command 'lst'; did you mean list?", self.refused(2, "lst", "--board", BASE))
+
+    def test_a_misspelt_option_gets_the_nearest(self):
+        self.assertIn("unknown option '--bord'; did you mean --board?", self.refused(2, "list", "--bord", BASE))
+
+    def test_a_missing_board_option_is_refused(self):
+        self.assertIn("--board is required", self.refused(2, "list"))
+
+    def test_a_missing_board_file_is_named(self):
+        line = self.refused(2, "list", "--board", "boards/nowhere.toml")
+        self.assertIn("boards/nowhere.toml", line)
+
+    def test_an_unknown_key_is_told_with_file_and_line(self):
+        path = self.board("[board]\nid = 0x5481\n\n[cpus]\ncuont = 2\n")
+        line = self.refused(2, "list", "--board", path)
+        self.assertTrue(line.startswith(f"oxa-sensors: {path}:5: "), line)
+        self.assertIn("count", line)
+
+    def test_a_wrong_type_is_told_with_file_and_line(self):
+        path = self.board("[board]\nid = 0x5481\n[cpus]\ncount = \"two\"\n")
+        self.assertTrue(self.refused(2, "show", "ME", "--board", path).startswith(f"oxa-sensors: {path}:4: "))
+
+    def test_a_number_out_of_range_is_told_with_file_and_line(self):
+        path = self.board("[cpus]\ncount = 256\n")
+        self.assertTrue(self.refused(2, "export", "--board", path).startswith(f"oxa-sensors: {path}:2: "))
+
+    def test_broken_toml_is_told_with_file_and_line(self):
+        path = self.board("[board]\nid = = 1\n")
+        self.assertTrue(self.refused(2, "list", "--board", path).startswith(f"oxa-sensors: {path}:2: "))
+
+    def test_an_unknown_profile_gets_the_available_ones(self):
+        line = self.refused(2, "list", "--board", BASE, "--profile", "defualt")
+        self.assertIn("'defualt'", line)
+        self.assertIn("available: default", line)
+
+    def test_a_profile_without_driver_is_not_available(self):
+        line = self.refused(2, "list", "--board", BASE, "--profile", "kestrin")
+        self.assertIn("not available", line)
+
+    def test_every_guard_board_ends_with_exit_1_and_its_reason(self):
+        boards = sorted(glob.glob(os.path.join(SOURCE, "boards", "guards", "*.toml")))
+        self.assertEqual({os.path.basename(b)[:-5] for b in boards}, set(GUARDS))
+        for name, reason in GUARDS.items():
+            with self.subTest(name):
+                line = self.refused(1, "list", "--board", f"boards/guards/{name}.toml")
+                self.assertIn("ended without a count", line)
+                self.assertTrue(line.endswith(reason), line)
+
+    def test_trace_goes_to_standard_error_and_leaves_the_result_alone(self):
+        plain = self.out("list", "--board", BASE, "--json")
+        done = self.run_raw("list", "--board", BASE, "--json", "--trace")
+        self.assertEqual(done.stdout.decode(), plain)
+        self.assertIn("HAL_GetCpuMaxCount", done.stderr.decode())
+        self.assertIn("OXA_AddDefaultStaticSensor: ucCnt = 48!", done.stderr.decode())
+
+    def test_log_prints_the_library_lines_only(self):
+        done = self.run_raw("list", "--board", BASE, "--log")
+        self.assertIn("OXA_AddDefaultStaticSensor: ucCnt = 48!", done.stderr.decode())
+        self.assertNotIn("call HAL_GetCpuMaxCount", done.stderr.decode())
+
+    def test_the_log_is_printed_for_a_failed_pass_too(self):
+        done = self.run_raw("list", "--board", "boards/guards/psu_count_255.toml", "--log")
+        self.assertEqual(done.returncode, 1)
+        self.assertGreater(len(done.stderr.splitlines()), 5)
+
+    def test_a_closed_pipe_is_no_crash(self):
+        for command in (["list"], ["show", "*"], ["export", "--format", "csv"]):
+            with self.subTest(command[0]):
+                reading, writing = os.pipe()
+                os.close(reading)
+                done = subprocess.run([SENSORS, *command, "--board", BASE], stdout=writing, stderr=subprocess.PIPE,
+                                      cwd=SOURCE, timeout=60, check=False)
+                os.close(writing)
+                self.assertEqual((done.returncode, done.stderr), (0, b""))
+
+    def test_a_full_device_is_told(self):
+        with open("/dev/full", "wb") as full:
+            done = subprocess.run([SENSORS, "list", "--board", BASE], stdout=full, stderr=subprocess.PIPE,
+                                  cwd=SOURCE, timeout=60, check=False)
+        self.assertEqual(done.returncode, 2)
+        self.assertIn(b"No space left", done.stderr)
+
+    def on_terminal(self, **environment):
+        ours, theirs = pty.openpty()
+        env = {k: v for k, v in os.environ.items() if k != "NO_COLOR"}
+        env.update({"TERM": "xterm"}, **environment)
+        child = subprocess.Popen([SENSORS, "list", "--board", BASE, "--filter", "CPU_V*"], stdout=theirs,
+                                 stderr=subprocess.PIPE, cwd=SOURCE, env=env)
+        os.close(theirs)
+        out = b""
+        try:
+            while chunk := os.read(ours, 4096):
+                out += chunk
+        except OSError:  # the other end is closed
+            pass
+        os.close(ours)
+        child.communicate(timeout=60)
+        self.assertEqual(child.returncode, 0)
+        self.assertIn(b"CPU_VOLTS_00", out)
+        return out
+
+    def test_a_terminal_gets_colour(self):
+        self.assertIn(b"\033[", self.on_terminal())
+
+    def test_no_color_switches_colour_off(self):
+        self.assertNotIn(b"\033", self.on_terminal(NO_COLOR="1"))
+
+    def test_an_empty_no_color_counts_as_unset(self):
+        self.assertIn(b"\033[", self.on_terminal(NO_COLOR=""))
+
+    def test_a_pipe_gets_no_colour(self):
+        done = self.run_raw("list", "--board", BASE, env={"TERM": "xterm"})
+        self.assertNotIn(b"\033", done.stdout)
+
+    def test_nothing_is_left_behind_in_tmpdir(self):
+        self.run_raw("list", "--board", BASE, env={"TMPDIR": self.folder.name})
+        self.assertEqual(os.listdir(self.folder.name), [])
+
+
+if __name__ == "__main__":
+    main()

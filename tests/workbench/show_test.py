@@ -1,0 +1,81 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The byte-by-byte view."""
+from support import BASE, FULLEST, TWO_SOCKET, Workbench, main
+
+
+class Tests(Workbench):
+    def fields(self, name, which, board=BASE):
+        sensors = self.json("show", name, "--board", board)["sensors"]
+        return {f["offset"]: f for f in sensors[0][which]}
+
+    def test_every_byte_of_every_sensor_is_shown_exactly_once(self):
+        for sensor in self.json("show", "*", "--board", FULLEST)["sensors"]:
+            for which, size, raw in (("record_fields", 64, "record"), ("entry_fields", 32, "entry")):
+                at, shown = 0, []
+                for field in sensor[which]:
+                    self.assertEqual(field["offset"], at, (sensor["name"], field))
+                    at += field["size"]
+                    shown += field["bytes"].split()
+                    self.assertTrue(field["field"] and field["meaning"] and all(field["meaning"]), field)
+                self.assertEqual(at, size)
+                self.assertEqual(shown[:len(sensor[raw].split())], sensor[raw].split())
+
+    def test_entries_repeat_their_records(self):
+        text = self.out("show", "*", "--board", FULLEST)
+        self.assertNotIn("differs from", text)
+
+    def test_core_voltage_bytes_in_words(self):
+        fields = self.fields("CPU_VOLTS_01", "record_fields")
+        self.assertEqual(fields[37]["bytes"], "EB")
+        self.assertEqual(fields[37]["meaning"], ["2.35 V"])
+        self.assertEqual(fields[24]["meaning"], ["M = 100; the reading is x * 0.01 V"])
+        self.assertEqual(fields[29]["meaning"], ["R exponent -4, B exponent 0"])
+        self.assertEqual(fields[18]["meaning"], ["LNR, LC, LNC, UNC, UC, UNR"])
+        self.assertEqual(fields[4]["set_by"], "43 + name length")
+        self.assertEqual(fields[48]["meaning"], ['"CPU_VOLTS_01"'])
+
+    def test_threshold_masks_bit_by_bit(self):
+        # 7A95h: LNC, LC, LNR going low, UNC, UC, UNR going high, three lower comparisons
+        meaning = self.fields("CPU_VOLTS_01", "record_fields")[14]["meaning"]
+        self.assertEqual([m.split(":")[0] for m in meaning],
+                         ["bit 0", "bit 2", "bit 4", "bit 7", "bit 9", "bit 11", "bit 12", "bit 13", "bit 14"])
+        self.assertEqual(meaning[0], "bit 0: Lower Non-critical - going low")
+
+    def test_fan_instance_tells_the_fan_number(self):
+        field = self.fields("FAN_STATUS_03", "record_fields", TWO_SOCKET)[9]
+        self.assertEqual((field["bytes"], field["meaning"]), ("63", ["device-relative 3"]))
+        self.assertEqual(field["set_by"], "0x60 + the fan's silk-screen number")
+
+    def test_disk_entry_has_slot_and_mark(self):
+        fields = self.fields("HDD_STATUS_03", "entry_fields", TWO_SOCKET)
+        self.assertEqual((fields[3]["bytes"], fields[3]["set_by"]), ("03", "disk slot"))
+        self.assertEqual((fields[20]["bytes"], fields[20]["meaning"]), ("25", ["disk"]))
+
+    def test_all_sensors_of_one_name_are_shown(self):
+        sensors = self.json("show", "CPU_PROCHOT", "--board", BASE)["sensors"]
+        self.assertEqual([s["entity"]["instance"] for s in sensors], [0x60, 0x61])
+        self.assertEqual(self.out("show", "CPU_PROCHOT", "--board", BASE).count("Device-table entry"), 2)
+
+    def test_a_pattern_shows_all_that_match(self):
+        names = [s["name"] for s in self.json("show", "PSU_P*_01", "--board", BASE)["sensors"]]
+        self.assertEqual(names, ["PSU_PIN_01", "PSU_POUT_01"])
+
+    def test_an_unknown_name_gets_the_nearest(self):
+        line = self.refused(2, "show", "CPU_VOLT_01", "--board", BASE)
+        self.assertIn("no sensor 'CPU_VOLT_01' among 48; did you mean CPU_VOLTS_01", line)
+
+    def test_a_name_in_lower_case_is_only_near(self):
+        self.assertIn("did you mean ACPI_STATUS", self.refused(2, "show", "acpi_status", "--board", BASE))
+
+    def test_a_name_like_no_other_gets_no_guess(self):
+        self.assertNotIn("did you mean", self.refused(2, "show", "zzz", "--board", BASE))
+
+    def test_text_and_json_show_the_same_bytes(self):
+        text = self.out("show", "POWER_WATTS", "--board", BASE)
+        for field in self.fields("POWER_WATTS", "record_fields").values():
+            self.assertIn(field["field"], text)
+            self.assertIn(field["bytes"][:23], text)
+
+
+if __name__ == "__main__":
+    main()

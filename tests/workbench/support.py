@@ -1,0 +1,60 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Runs oxa-sensors as a user does."""
+import json
+import os
+import subprocess
+import tempfile
+import unittest
+
+SENSORS = os.environ["OXA_SENSORS"]
+SOURCE = os.environ["OXA_SOURCE"]
+BASE = "boards/base_48.toml"
+FULLEST = "boards/fullest.toml"
+TWO_SOCKET = "boards/two_socket_2u.toml"
+
+
+class Workbench(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self.folder.cleanup)
+
+    def path(self, name):
+        return os.path.join(self.folder.name, name)
+
+    def board(self, text, name="x.toml"):
+        with open(self.path(name), "w", encoding="utf-8") as file:
+            file.write(text)
+        return self.path(name)
+
+    def run_raw(self, *words, **more):
+        environment = {k: v for k, v in os.environ.items() if k != "NO_COLOR"}
+        environment.update(more.pop("env", {}))
+        return subprocess.run([SENSORS, *words], capture_output=True, cwd=SOURCE, env=environment, timeout=60,
+                              check=False, **more)
+
+    def out(self, *words):
+        """Standard output of a run that must succeed and have nothing to say on standard error."""
+        done = self.run_raw(*words)
+        self.assertEqual((done.returncode, done.stderr.decode()), (0, ""), words)
+        return done.stdout.decode()
+
+    def json(self, *words):
+        return json.loads(self.out(*words, "--json"))
+
+    def sensor(self, name, board=BASE):
+        found = [s for s in self.json("list", "--board", board)["sensors"] if s["name"] == name]
+        self.assertEqual(len(found), 1, name)
+        return found[0]
+
+    def refused(self, code, *words):
+        """The one line on standard error of a run that must fail with this exit code and print nothing."""
+        done = self.run_raw(*words)
+        self.assertEqual((done.returncode, done.stdout), (code, b""), (words, done.stderr))
+        lines = done.stderr.decode().splitlines()
+        self.assertEqual(len(lines), 1, lines)
+        self.assertTrue(lines[0].startswith("oxa-sensors: "), lines[0])
+        return lines[0]
+
+
+def main():
+    unittest.main()
