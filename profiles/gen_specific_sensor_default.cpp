@@ -7,84 +7,88 @@ namespace {
 
 using namespace oxa;
 
+// A row a line.
+// clang-format off
 constexpr auto kProfile = MakeProfile(
     {.tName = {.acName = "Default", .acFile = "gen_specific_sensor_default.c"},
-     .aeSteps = {Step::kSwitchCard, Step::kCpus, Step::kPsus, Step::kMemory, Step::kPcie, Step::kFans,
-                 Step::kDisks, Step::kOcp, Step::kTable, Step::kCpuDomains, Step::kLiquidCooling,
-                 Step::kSwitchAir}},
+     .aeSteps = {Step::kFacts, Step::kSwitchCard, Step::kCpus, Step::kPsus, Step::kMemory,
+                 Step::kPcie, Step::kFans, Step::kDisks, Step::kOcp, Step::kTable,
+                 Step::kCpuDomains, Step::kLiquidCooling, Step::kSwitchAir}},
 
-    InGroup(Group::kTable,                                                //
-            Row(kFanRedundancy, "GenFanRedundancySDR", "FAN_REDUNDANCY"), //
-            Row(kCpuPower, "GenCPUPowerSDR", "CPU_POWER"),                //
-            Row(kMemPower, "GenMEMPowerSDR", "MEM_POWER"),                //
-            Row(kDiskPower, "GenHDDPowerSDR", "HDD_POWER"),               //
-            Row(kBoardPower, "GenBoardPowerSDR", "POWER_WATTS"),          //
-            Row(kFanPower, "GenFANPowerSDR", "FAN_POWER"),                //
-            Row(kPchTemp, "GenPCHTempSDR", "PCH_TEMP"),                   //
-            Row(kPowerButton, "GenPowerButtonSDR", "POWER_BUTTON"),       //
-            Row(kEventLog, "GenEventLogSDR", "EVENT_LOG"),                //
-            Row(kOsBoot, "GenOSBootSDR", "OS_BOOT"),                      //
-            Row(kAcpiState, "GenACPIStatusSDR", "ACPI_STATUS"),           //
-            Row(kSystemRestart, "GenSysRestartSDR", "SYS_RESTART"),       //
-            Row(kUidButton, "GenUIDButtonSDR", "UID_BUTTON"),             //
-            Row(kBmcBootUp, "GenBMCBootUpSDR", "BMC_BOOT_UP"),            //
-            Row(kOsStop, "GenOSStopSDR", "OS_STOP"),                      //
-            Row(kIntrusion, "GenIntrusionSDR", "INTRUSION"),              //
-            Row(kLeakage, "GenLeakageSDR", "LEAKAGE"),                    //
-            Row(kInletTemp, "GenINPUTTEMPSDR", "INPUT_TEMP"),             //
-            Row(kEnvHumidity, "GenENVHUMISDR", "ENV_HUMI"),               //
-            Row(kManagementEngine, "GenMESDR", "ME"),                     //
-            Row(kOutletTemp, "GenOUTPUTTEMPSDR", "OUTPUT_TEMP"),          //
-            Row(kVcc12V, "GenVCC12VSDR", "VCC12V"),                       //
-            Row(kPdbTemp, "GenPDBTEMPSDR", "PDB_TEMP"),                   //
-            Row(kMiddlePdbTemp, "GenMiddlePDBTEMPSDR", "MIDDLEPDB_TEMP"), //
-            Row(kNtpSyncFail, "GenNTPSyncFailSDR", "NTP_SYNC_FAIL"),      //
-            Row(kPowerFault, "GenPowerFaultSDR", "POWER_FAULT")),
-
-    InGroup(Group::kCpu, //
-            Row(kCpuProchot, "GenCPUProchotSDR", "CPU_PROCHOT"),
-            Row(kCpuTemp, "GenCPUTempSDR", "CPU_TEMP_%02d", OnSmallBoard("CPU_TEMP")),
-            Row(kCpuVrTemp, "GenCPUVRTempSDR", "CPU_VR_TEMP_%02d", Refused("CPU_VR_TEMP_0x")),
-            Row(kCpuCoreVolts, "GenCPUCOREVoltageSDR", "CPU_VOLTS_%02d", Refused("CPU_VOLTS_0x")),
-            Row(kCpuStatus, "GenCPUStatusSDR", "CPU_STATUS_%02d", OnSmallBoard("CPU_STATUS"))),
-
-    InGroup(Group::kCpuDomain, //
-            Row(kCpu0Domain0Volts, "GenCPU0D0N2SDR", "CPU%d_D0_N2", OnSmallBoard("CPU_VOLTS")),
-            Row(kCpu0Domain1Volts, "GenCPU0D1N2SDR", "CPU%d_D1_N2"),
-            Row(kCpu1Domain0Volts, "GenCPU1D0N2SDR", "CPU%d_D0_N2"),
-            Row(kCpu1Domain1Volts, "GenCPU1D1N2SDR", "CPU%d_D1_N2")),
-
-    InGroup(Group::kPsu, //
-            Row(kPsuInputVolts, "GenInputVoltsSDR", "INPUT_VOLTS_%02d", Refused("INPUT_VOLTS%d")),
-            Row(kPsuOutputVolts, "GenOutputVoltsSDR", "OUTPUT_VOLTS_%02d", Refused("OUTPUT_VOLTS%d")),
-            Row(kPsuStatus, "GenPSUStatusSDR", "PSU_STATUS_%02d"), //
-            Row(kPsuTemp, "GenPSUTempSDR", "PSU_TEMP_%02d"),       //
-            Row(kPsuInputPower, "GenPSUPInSDR", "PSU_PIN_%02d"),   //
-            Row(kPsuOutputPower, "GenPSUPOutSDR", "PSU_POUT_%02d")),
+    InGroup(Group::kTable,
+        Row(kFanRedundancy, "GenFanRedundancySDR", "FAN_REDUNDANCY"),
+        Row(kCpuPower, "GenCPUPowerSDR", "CPU_POWER"),
+        Row(kMemPower, "GenMEMPowerSDR", "MEM_POWER"),
+        Row(kDiskPower, "GenHDDPowerSDR", "HDD_POWER"),
+        Row(kBoardPower, "GenBoardPowerSDR", "POWER_WATTS"),
+        Row(kFanPower, "GenFANPowerSDR", "FAN_POWER"),
+        Row(kPchTemp, "GenPCHTempSDR", "PCH_TEMP"),
+        Row(kPowerButton, "GenPowerButtonSDR", "POWER_BUTTON"),
+        Row(kEventLog, "GenEventLogSDR", "EVENT_LOG"),
+        Row(kOsBoot, "GenOSBootSDR", "OS_BOOT"),
+        Row(kAcpiState, "GenACPIStatusSDR", "ACPI_STATUS"),
+        Row(kSystemRestart, "GenSysRestartSDR", "SYS_RESTART"),
+        Row(kUidButton, "GenUIDButtonSDR", "UID_BUTTON"),
+        Row(kBmcBootUp, "GenBMCBootUpSDR", "BMC_BOOT_UP"),
+        Row(kOsStop, "GenOSStopSDR", "OS_STOP"),
+        Row(kIntrusion, "GenIntrusionSDR", "INTRUSION"),
+        Row(kLeakage, "GenLeakageSDR", "LEAKAGE"),
+        Row(kInletTemp, "GenINPUTTEMPSDR", "INPUT_TEMP"),
+        Row(kEnvHumidity, "GenENVHUMISDR", "ENV_HUMI"),
+        Row(kManagementEngine, "GenMESDR", "ME"),
+        Row(kOutletTemp, "GenOUTPUTTEMPSDR", "OUTPUT_TEMP"),
+        Row(kRail12V, "GenVCC12VSDR", "VCC12V"),
+        Row(kPdbTemp, "GenPDBTEMPSDR", "PDB_TEMP"),
+        Row(kMiddlePdbTemp, "GenMiddlePDBTEMPSDR", "MIDDLEPDB_TEMP"),
+        Row(kNtpSyncFail, "GenNTPSyncFailSDR", "NTP_SYNC_FAIL"),
+        Row(kPowerFault, "GenPowerFaultSDR", "POWER_FAULT")),
+    InGroup(Group::kCpu,
+        Row(kCpuProchot, "GenCPUProchotSDR", "CPU_PROCHOT"),
+        Row(kCpuTemp, "GenCPUTempSDR", "CPU_TEMP_%02d", OnSmallBoard("CPU_TEMP")),
+        Row(kCpuVrTemp, "GenCPUVRTempSDR", "CPU_VR_TEMP_%02d", Refused("CPU_VR_TEMP_0x")),
+        Row(kCpuCoreVolts, "GenCPUCOREVoltageSDR", "CPU_VOLTS_%02d", Refused("CPU_VOLTS_0x")),
+        Row(kCpuStatus, "GenCPUStatusSDR", "CPU_STATUS_%02d", OnSmallBoard("CPU_STATUS"))),
+    InGroup(Group::kCpuDomain,
+        Row(kCpu0Domain0Volts, "GenCPU0D0N2SDR", "CPU%d_D0_N2", OnSmallBoard("CPU_VOLTS")),
+        Row(kCpu0Domain1Volts, "GenCPU0D1N2SDR", "CPU%d_D1_N2"),
+        Row(kCpu1Domain0Volts, "GenCPU1D0N2SDR", "CPU%d_D0_N2"),
+        Row(kCpu1Domain1Volts, "GenCPU1D1N2SDR", "CPU%d_D1_N2")),
+    InGroup(Group::kPsu,
+        Row(kPsuInputVolts, "GenInputVoltsSDR", "INPUT_VOLTS_%02d", Refused("INPUT_VOLTS%d")),
+        Row(kPsuOutputVolts, "GenOutputVoltsSDR", "OUTPUT_VOLTS_%02d", Refused("OUTPUT_VOLTS%d")),
+        Row(kPsuStatus, "GenPSUStatusSDR", "PSU_STATUS_%02d"),
+        Row(kPsuTemp, "GenPSUTempSDR", "PSU_TEMP_%02d"),
+        Row(kPsuInputPower, "GenPSUPInSDR", "PSU_PIN_%02d"),
+        Row(kPsuOutputPower, "GenPSUPOutSDR", "PSU_POUT_%02d")),
     InGroup(Group::kPsuRedundancy,
-            Row(kPsuRedundancy, "GenPSURedundantSDR", "PSU_REDUNDANT", Second("PSU_REDUNDANT_M"))),
-
-    InGroup(Group::kDimm, //
-            Row(kDimmTemp, "GenDIMMTempSDR", "MEM_TEMP_%s"),
-            Row(kDimmStatus, "GenMEMStatusSDR", "MEM_STATUS_%s")),
-    InGroup(Group::kDimmGroup, Row(kDimmGroupTemp, "", "DIMMG%d_TEMP")),
-
-    InGroup(Group::kPcie, Row(kPcieStatus, "GenPCIeStatusSDR", "PCIE_STATUS_%02d")),
-    InGroup(Group::kFan, Row(kFanStatus, "", "FAN_STATUS_%02d")),
-
-    InGroup(Group::kDisk, Row(kDiskStatus, "GenHDDStatusSDR", "HDD_STATUS_%02u")),
-    InGroup(Group::kNvme, Row(kNvmeTemp, "", "NVME_TEMP_%02u")),
-    InGroup(Group::kDiskGroup, Row(kDiskGroupTemp, "", "DISKG%d_TEMP")),
-
-    InGroup(Group::kOcp, Row(kOcpTemp, "", "OCP_TEMP_%02d")),
-    InGroup(Group::kOcpError, Row(kOcpError, "", "OCP_ERR_%02d")),
-
-    InGroup(Group::kSwitchPower, //
-            Row(kSwitchVolts, "GenSwitchBoardVoltsSDR", "SW_VOLT_%02d"),
-            Row(kSwitchCurrent, "GenSwitchBoardCurrentSDR", "SW_CURRENT_%02d")),
-    InGroup(Group::kSwitchTemp, Row(kSwitchTemp, "GenSwitchBoardTempSDR", "SW_TEMP_%02d")),
-    InGroup(Group::kSwitchAir, Row(kSwitchAirTemp, "GenSwitchBoardInOROutletTempSDR", "SW_INPUT_TEMP_0%c",
-                                   Second("SW_OUTPUT_T_0%c"))));
+        Row(kPsuRedundancy, "GenPSURedundantSDR", "PSU_REDUNDANT", Second("PSU_REDUNDANT_M"))),
+    InGroup(Group::kDimm,
+        Row(kDimmTemp, "GenDIMMTempSDR", "MEM_TEMP_%s"),
+        Row(kDimmStatus, "GenMEMStatusSDR", "MEM_STATUS_%s")),
+    InGroup(Group::kDimmGroup,
+        Row(kDimmGroupTemp, "", "DIMMG%d_TEMP", Announced("dimm group"))),
+    InGroup(Group::kPcie,
+        Row(kPcieStatus, "GenPCIeStatusSDR", "PCIE_STATUS_%02d")),
+    InGroup(Group::kFan,
+        Row(kFanStatus, "", "FAN_STATUS_%02d")),
+    InGroup(Group::kDisk,
+        Row(kDiskStatus, "GenHDDStatusSDR", "HDD_STATUS_%02u")),
+    InGroup(Group::kNvme,
+        Row(kNvmeTemp, "", "NVME_TEMP_%02u")),
+    InGroup(Group::kDiskGroup,
+        Row(kDiskGroupTemp, "", "DISKG%d_TEMP")),
+    InGroup(Group::kOcp,
+        Row(kOcpTemp, "", "OCP_TEMP_%02d")),
+    InGroup(Group::kOcpError,
+        Row(kOcpError, "", "OCP_ERR_%02d")),
+    InGroup(Group::kSwitchPower,
+        Row(kSwitchVolts, "GenSwitchBoardVoltsSDR", "SW_VOLT_%02d"),
+        Row(kSwitchCurrent, "GenSwitchBoardCurrentSDR", "SW_CURRENT_%02d")),
+    InGroup(Group::kSwitchTemp,
+        Row(kSwitchTemp, "GenSwitchBoardTempSDR", "SW_TEMP_%02d")),
+    InGroup(Group::kSwitchAir,
+        Row(kSwitchAirTemp, "GenSwitchBoardInOROutletTempSDR", "SW_INPUT_TEMP_0%c", Second("SW_OUTPUT_T_0%c"))));
+// clang-format on
 
 OXA_GENERATOR_ENTRY(kProfile)
 

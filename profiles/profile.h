@@ -9,28 +9,45 @@
 
 namespace oxa {
 
-// The parts of a static pass.  A profile lists them in its order; the pass begins with the board's facts and
-// ends with the count in every profile.
+// The parts of a static pass, in the order that a profile gives them.  Every pass ends with the count.
 enum class Step : uint8_t {
     kEnd,
+    kRackBoard,  // the rack management board has its own table and nothing else
+    kFacts,      // what the board is made of
+    kTable,      // the static generator table
     kSwitchCard, // volts and currents, or temperatures, of the switch-board card
+    kSwitchAir,  // inlets and outlets of the switch board
     kCpus,
-    kPsus, // then the redundancy of the PSU groups
+    kCpuDomains, // only the processor with voltage domains
     kMemory,
+    kPsus, // then the redundancy of the PSU groups
     kPcie,
     kFans,
     kDisks,
     kOcp,
-    kTable,         // the static generator table
-    kCpuDomains,    // only the processor with voltage domains
-    kLiquidCooling, // only where a CDU is managed
-    kSwitchAir      // inlets and outlets of the switch board
+    kPowerModules, // then their number is reported
+    kUbbRetimers,
+    kSwitchChips,
+    kGpuRails,
+    kLanSwitch,
+    kLiquidCooling // only where a CDU is managed
 };
 inline constexpr size_t kStepMax = 24;
+
+// Where a profile's pass departs from the others'.
+enum ProfileFlag : uint8_t {
+    kPrintsDiskSilk = 0x01,     // disks are numbered by their printed number where it differs from the slot
+    kOnlyPresentOcp = 0x02,     // OCP positions without a card are left out
+    kShortFinalLine = 0x04,     // "Add<Profile>Sensor: ucCnt = %d!"
+    kCduNamesGenerators = 0x08, // announcements of CDU records begin with the generator's name
+};
 
 struct ProfileHead {
     ProfileName tName;
     Step aeSteps[kStepMax]; // ends with kEnd
+    uint8_t ucFlags = 0;
+    uint8_t ucCduFans = 0;     // how many fans and
+    uint8_t ucCduSupplies = 0; // power supplies its liquid-cooling unit has
 };
 
 // Rows end with a row of length 0 in no group.
@@ -39,41 +56,65 @@ template <size_t N> struct Profile {
     Rows<N> tRows;
 };
 
-// ---- writing rows down
-// ----------------------------------------------------------------------------------------
+// ---- writing rows down ---------------------------------------------------------------------------------------
 
-// What a row may add to its name: the text of the refusal where that is not the name, or a second name.
-template <size_t N> struct Variant { char ac[N]; };
-template <size_t N> constexpr Variant<N> Copied(const char (&acText)[N]) {
-    Variant<N> t = {};
+// What a row may add to its name.
+enum class TextUse : uint8_t { kVariant, kAnnouncement };
+template <size_t N, TextUse kUse> struct Extra { char ac[N]; };
+template <TextUse kUse, size_t N> constexpr Extra<N, kUse> Copied(const char (&acText)[N]) {
+    Extra<N, kUse> t = {};
     for (size_t n = 0; n < N; ++n)
         t.ac[n] = acText[n];
     return t;
 }
-template <size_t N> constexpr Variant<N> Refused(const char (&acText)[N]) {
-    return Copied(acText); // "The board does not support adding sensor <text>."
+// "The board does not support adding sensor <text>.", where the text is not the name.
+template <size_t N> constexpr auto Refused(const char (&acText)[N]) {
+    return Copied<TextUse::kVariant>(acText);
 }
-template <size_t N> constexpr Variant<N> OnSmallBoard(const char (&acText)[N]) {
+template <size_t N> constexpr auto OnSmallBoard(const char (&acText)[N]) {
     CheckName(acText);
-    return Copied(acText);
+    return Copied<TextUse::kVariant>(acText);
 }
-template <size_t N> constexpr Variant<N> Second(const char (&acText)[N]) {
+template <size_t N> constexpr auto Second(const char (&acText)[N]) {
     CheckName(acText);
-    return Copied(acText);
+    return Copied<TextUse::kVariant>(acText);
+}
+// The driver writes "... for <text>: ucIndex = %d, ucCnt = %d!" before each record of the row.
+template <size_t N> constexpr auto Announced(const char (&acText)[N]) {
+    return Copied<TextUse::kAnnouncement>(acText);
+}
+// A name whose number never has more than two digits.
+template <size_t N> struct TwoDigitName { char ac[N]; };
+template <size_t N> constexpr TwoDigitName<N> TwoDigits(const char (&acText)[N]) {
+    TwoDigitName<N> t = {};
+    for (size_t n = 0; n < N; ++n)
+        t.ac[n] = acText[n];
+    return t;
 }
 
-template <size_t G, size_t P>
-constexpr auto Row(Kind eKind, const char (&acGenerator)[G], const char (&acName)[P]) {
-    return MakeRow(eKind, acGenerator, acName, "");
-}
-template <size_t G, size_t P, size_t V>
+inline constexpr Extra<1, TextUse::kVariant> kNoVariant = {};
+inline constexpr Extra<1, TextUse::kAnnouncement> kNoAnnouncement = {};
+
+template <size_t G, size_t P, size_t V = 1, size_t A = 1>
 constexpr auto Row(Kind eKind, const char (&acGenerator)[G], const char (&acName)[P],
-                   const Variant<V> &tVariant) {
-    return MakeRow(eKind, acGenerator, acName, tVariant.ac);
+                   const Extra<V, TextUse::kVariant> &tVariant = kNoVariant,
+                   const Extra<A, TextUse::kAnnouncement> &tAnnounced = kNoAnnouncement) {
+    CheckName(acName);
+    return MakeRow(eKind, acGenerator, acName, tVariant.ac, tAnnounced.ac);
+}
+template <size_t G, size_t P, size_t A>
+constexpr auto Row(Kind eKind, const char (&acGenerator)[G], const char (&acName)[P],
+                   const Extra<A, TextUse::kAnnouncement> &tAnnounced) {
+    return Row(eKind, acGenerator, acName, kNoVariant, tAnnounced);
+}
+template <size_t G, size_t P, size_t V = 1>
+constexpr auto Row(Kind eKind, const char (&acGenerator)[G], const TwoDigitName<P> &tName,
+                   const Extra<V, TextUse::kVariant> &tVariant = kNoVariant) {
+    CheckName(tName.ac, 2);
+    return MakeRow(eKind, acGenerator, tName.ac, tVariant.ac, "");
 }
 
-// ---- checks and look-ups by the compiler
-// ------------------------------------------------------------------------
+// ---- checks and look-ups by the compiler ------------------------------------------------------------------
 
 constexpr bool SameBytesText(const uint8_t *pucA, const uint8_t *pucB) {
     while (*pucA == *pucB && *pucA != '\0')
@@ -140,14 +181,21 @@ template <size_t N> constexpr size_t RowOffset(const Profile<N> &tProfile, const
         return oxa::BuildSensor(profile.tHead.tName, oxa::kSensorKinds.at[pucRow[oxa::kRowKind]], {pucRow},  \
                                 oxa::At(ucIndex), pucSDRRec, ptDEVTab);                                      \
     }
+// The row is looked up by the compiler: nRow is a constant.
 #define OXA_STATIC_GENERATOR(function)                                                                       \
     uint8_t function(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab) {                                            \
-        return BuildOne(pucSDRRec, ptDEVTab, kProfile.tRows.auc + oxa::RowOffset(kProfile, #function));      \
+        constexpr size_t nRow = oxa::RowOffset(kProfile, #function);                                         \
+        return BuildOne(pucSDRRec, ptDEVTab, kProfile.tRows.auc + nRow);                                     \
     }
 #define OXA_INDEXED_GENERATOR(function)                                                                      \
     uint8_t function(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab) {                           \
-        return BuildOneOf(ucIndex, pucSDRRec, ptDEVTab,                                                      \
-                          kProfile.tRows.auc + oxa::RowOffset(kProfile, #function));                         \
+        constexpr size_t nRow = oxa::RowOffset(kProfile, #function);                                         \
+        return BuildOneOf(ucIndex, pucSDRRec, ptDEVTab, kProfile.tRows.auc + nRow);                          \
+    }
+#define OXA_INDEX_LAST_GENERATOR(function)                                                                   \
+    uint8_t function(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint8_t ucIndex) {                           \
+        constexpr size_t nRow = oxa::RowOffset(kProfile, #function);                                         \
+        return BuildOneOf(ucIndex, pucSDRRec, ptDEVTab, kProfile.tRows.auc + nRow);                          \
     }
 
 #endif

@@ -23,6 +23,7 @@ enum Entity : uint8_t {
     kEntityFrontPanel = 0x0C,
     kEntitySwitchBoard = 0x10,
     kEntityPowerUnit = 0x13,
+    kEntityPowerModule = 0x14,
     kEntityPowerBoard = 0x15,
     kEntityChassis = 0x17,
     kEntityFan = 0x1D,
@@ -32,15 +33,26 @@ enum Entity : uint8_t {
     kEntityBios = 0x22,
     kEntityOperatingSystem = 0x23,
     kEntityController = 0x2E,
+    kEntitySystemBus = 0x31,
     kEntityAirInlet = 0x37,
-    kEntityOcp = 0x97
+    kEntityOcp = 0x97,
+    kEntityGpuBoard = 0xE0, // this and the next are the maker's own
+    kEntityCdu = 0xE4
 };
 
 constexpr uint8_t kScanned = 0x80;
 constexpr uint8_t kDiskMark = 0x25;
+constexpr uint8_t k54VMark = 0x28;
+constexpr uint8_t kRelativeBase = kInstanceBase | kInstanceRelative;
+static_assert(kRelativeBase == 0xE0);
 
-// ---- shapes that several sensors share
-// ------------------------------------------------------------------------
+constexpr uint8_t kOtherUnits = 0x0B; // sensor type: other units
+// base and modifier units
+constexpr uint8_t kKilopascal = 14;
+constexpr uint8_t kLitre = 37;
+constexpr uint8_t kMinute = 23;
+
+// ---- shapes that several sensors share --------------------------------------------------------------------
 
 constexpr SensorKind Discrete(uint8_t ucEntityId, uint8_t ucType, uint8_t ucEvent, uint16_t wMask,
                               const Behaviour &tDoes) {
@@ -61,8 +73,7 @@ constexpr SensorKind System(uint8_t ucItem, uint8_t ucEntityId, uint8_t ucType, 
         {.tDevice = {0x55, ucItem, kScanned}, .eGate = eGate, .ucGateId = ucGateId, .eKnown = Known::kInfo});
 }
 
-// ---- the sensors
-// ----------------------------------------------------------------------------------------------
+// ---- the sensors ------------------------------------------------------------------------------------------
 
 constexpr void Air(KindTable &t) {
     t.at[kInletTemp] = Full({.ucEntityId = kEntityAirInlet,
@@ -108,9 +119,10 @@ constexpr void Rails(KindTable &t) {
     constexpr FullFields tRail = {.ucEntityId = kEntitySystemBoard,
                                   .tReading = Volts(100, -3),
                                   .tLimits = {.ucUC = 144, .ucUNC = 132, .ucLC = 96, .ucLNC = 108}};
-    t.at[kVcc12V] = Full(
+    t.at[kRail12V] = Full(
         tRail,
         {.tDevice = {0x44, 1}, .eGate = Gate::kBoardHas, .ucGateId = SENSOR_VCC12V, .eKnown = Known::kFru});
+    t.at[kRail12VStandby] = Full(tRail, {.tDevice = {0x44, 2, kScanned}, .eKnown = Known::kInfo});
 }
 
 constexpr void Powers(KindTable &t) {
@@ -136,6 +148,10 @@ constexpr void CpuTemps(KindTable &t) {
                                   .eKnown = Known::kWarnNewline,
                                   .eNaming = Naming::kSmallBoard,
                                   .ucFlags = kSilkReread});
+    t.at[kCpuTjmax] = Full(tTemp, {.tDevice = {0x49, 2}, .eGate = Gate::kCpuIntel, .eKnown = Known::kInfo});
+    t.at[kCpuTcontrol] =
+        Full(tTemp, {.tDevice = {0x49, 3}, .eGate = Gate::kCpuIntel, .eKnown = Known::kInfo});
+    t.at[kCpuDtsTemp] = Full(tTemp, {.tDevice = {0x49, 4}, .ePlace = Place::kCpu, .ucFlags = kSilkReread});
     t.at[kCpuVrTemp] = Full(tTemp, {.tDevice = {0x4A},
                                     .eGate = Gate::kBoardHas,
                                     .ucGateId = SENSOR_CPU_VR_TEMP,
@@ -227,6 +243,31 @@ constexpr void PsuReadings(KindTable &t) {
              {.tDevice = {0x52, 0, kScanned}, .ePlace = Place::kAddOrKeep, .eKnown = Known::kInfo});
 }
 
+constexpr void PsuOwn(KindTable &t) {
+    t.at[kPsuPower] =
+        Full({.ucEntityId = kEntityPowerSupply, .tReading = Watts(14)},
+             {.tDevice = {0x50, 3, kScanned}, .ePlace = Place::kAddOrKeep, .eKnown = Known::kInfo});
+    t.at[kPsuInputCurrent] =
+        Full({.ucEntityId = kEntityPowerSupply, .tReading = Amperes(1, -1)},
+             {.tDevice = {0x51, 1, kScanned}, .ePlace = Place::kAddOrKeep, .eKnown = Known::kInfo});
+    t.at[kPsuOutputCurrent] =
+        Full({.ucEntityId = kEntityPowerSupply, .tReading = Amperes(1)},
+             {.tDevice = {0x51, 2, kScanned}, .ePlace = Place::kAddOrKeep, .eKnown = Known::kInfo});
+    t.at[kPsuSupply] = Discrete(kEntityPowerSupply, 0x08, 0x6F, 0x004F,
+                                {.tDevice = {0x53, 4, kScanned},
+                                 .eGate = Gate::kPsuInRange,
+                                 .ePlace = Place::kAdd,
+                                 .eKnown = Known::kInfo});
+    t.at[kPsuFanStatus] =
+        Compact({.ucEntityId = kEntityPowerSupply,
+                 .ucSensorType = 0x04,
+                 .ucEventType = 0x03,
+                 .wAssert = 0x0002,
+                 .wDeassert = 0x0002,
+                 .wReading = 0x0003},
+                {.tDevice = {0x53, 3, kScanned}, .ePlace = Place::kAdd, .eKnown = Known::kInfo});
+}
+
 constexpr void PsuDiscrete(KindTable &t) {
     t.at[kPsuStatus] = Discrete(kEntityPowerSupply, 0x08, 0x6F, 0x004F,
                                 {.tDevice = {0x53, 1, kScanned},
@@ -248,6 +289,8 @@ constexpr void Fans(KindTable &t) {
                                 .wDeassert = 0x0001,
                                 .wReading = 0x0003},
                                {.tDevice = {0x54, 1, kScanned}, .ePlace = Place::kAdd});
+    t.at[kFanStatusHex] = t.at[kFanStatus];
+    t.at[kFanStatusHex].tBehaviour.eNaming = Naming::kLongNumber;
     t.at[kFanRedundancy] =
         Discrete(kEntityCoolingUnit, 0x04, 0x0B, 0x0003,
                  {.tDevice = {0x54, 2, kScanned}, .eGate = Gate::kLiquidNot2, .eKnown = Known::kInfo});
@@ -294,8 +337,23 @@ constexpr void Cards(KindTable &t) {
                                .aucSharing = {0x00, 0x01},
                                .ucHysteresis = 0},
                               {.tDevice = {0xAA}, .ePlace = Place::kAddOrKeep});
-    t.at[kPcieStatus] = Discrete(kEntityAddInCard, 0x21, 0x6F, 0x0005, // fault, installed
+    t.at[kPcieStatus] = Discrete(kEntityAddInCard, 0x21, 0x6F,
+                                 0x0005, // fault, installed
                                  {.tDevice = {0x57}, .ePlace = Place::kAdd, .eKnown = Known::kInfo});
+}
+
+constexpr void CardsOwn(KindTable &t) {
+    t.at[kMotherBoard] = Compact({.ucEntityId = kEntitySystemBoard,
+                                  .ucSensorType = 0x15,
+                                  .ucEventType = 0x07,
+                                  .wAssert = 0x0006,
+                                  .wDeassert = 0x0006,
+                                  .wReading = 0x7FFF,
+                                  .aucSharing = {0x00, 0x01},
+                                  .ucHysteresis = 0},
+                                 {.tDevice = {0x55, 0x40}, .eKnown = Known::kInfo});
+    t.at[kDiskMaxTemp] = Full({.ucEntityId = kEntityDisk, .tReading = kCelsius},
+                              {.tDevice = {0x56, 2}, .eKnown = Known::kInfo});
 }
 
 constexpr void SwitchBoard(KindTable &t) {
@@ -317,6 +375,15 @@ constexpr void SwitchBoard(KindTable &t) {
                                                                         .ucFlags = kIndexInItem});
 }
 
+constexpr void SwitchChips(KindTable &t) {
+    constexpr FullFields tChip = {.ucEntityId = kEntitySwitchBoard, .tReading = kCelsius};
+    t.at[kSwitchChipTemp] = Full(tChip, {.tDevice = {0x5A, 1}, .ePlace = Place::kAdd});
+    t.at[kSwitchGroupTemp] = Full(tChip, {.tDevice = {0x5A, 2}, .eKnown = Known::kInfo});
+    t.at[kLanSwitchTemp] =
+        Full({.ucEntityId = kEntitySwitchBoard, .ucEntityInstance = kRelativeBase, .tReading = kCelsius},
+             {.tDevice = {0x5B}, .eKnown = Known::kSwitchVolts});
+}
+
 constexpr void SystemEvents(KindTable &t) {
     t.at[kPowerButton] =
         System(1, kEntityFrontPanel, 0x14, 0x6F, 0x0001, Gate::kBoardHas, SENSOR_POWER_BUTTON);
@@ -325,13 +392,233 @@ constexpr void SystemEvents(KindTable &t) {
     t.at[kOsBoot] = System(4, kEntityOperatingSystem, 0x1F, 0x6F, 0x007F);
     t.at[kAcpiState] = System(5, kEntitySystemBoard, 0x22, 0x6F, 0x0061); // S0, S5, S4/S5
     t.at[kSystemRestart] = System(6, kEntitySystemBoard, 0x1D, 0x6F, 0x00FF);
+    t.at[kSystemBoot] = System(7, kEntityBios, 0x1D, 0x6F, 0x00FF);
     t.at[kBmcBootUp] = System(8, kEntityController, 0x28, 0x03, 0x0002);
     t.at[kOsStop] = System(9, kEntityOperatingSystem, 0x20, 0x6F, 0x003F);
     t.at[kIntrusion] = System(10, kEntityChassis, 0x05, 0x6F, 0x0001, Gate::kBoardHas, SENSOR_INTRUSION);
+    t.at[kLanLeashLost] = System(11, kEntitySystemBoard, 0x05, 0x6F, 0x0010);
     t.at[kManagementEngine] = System(12, kEntityController, 0x28, 0x6F, 0x003F, Gate::kBoardHas, SENSOR_ME);
     t.at[kNtpSyncFail] = System(13, kEntitySystemManagement, 0x12, 0x6F, 0x0020);
     t.at[kPowerFault] =
         System(14, kEntityPowerUnit, 0x08, 0x6F, 0x0002, Gate::kPowerFault, SENSOR_POWER_FAULT);
+}
+
+constexpr void SystemEventsOwn(KindTable &t) {
+    t.at[kFirmwareProgress] = System(15, kEntityBios, 0x0F, 0x6F, 0x0007); // error, hang, progress
+    t.at[kBiosBootUp] = System(16, kEntityBios, 0x0F, 0x6F, 0x0004);
+    t.at[kSystemEvent] = System(17, kEntitySystemBoard, 0x12, 0x6F, 0x001F);
+    t.at[kCriticalInterrupt] = System(18, kEntitySystemBoard, 0x13, 0x6F, 0x0FFF);
+    t.at[kWatchdog2] = System(19, kEntityManagementSoftware, 0x23, 0x6F, 0x010F);
+    t.at[kBootError] = System(20, kEntityBios, 0x1E, 0x6F, 0x001F);
+    t.at[kSystemHealth] = System(21, kEntitySystemBoard, 0x12, 0x07, 0x0006);
+    SetWord(t.at[kSystemHealth].tHead, SDR_READING_MASK, 0x7FFF);
+    t.at[kFirmwareUpdate] = System(22, kEntityController, 0x2B, 0x6F, 0x0082);
+    t.at[kBmcStatus] = System(23, kEntityController, 0x28, 0x6F, 0x000F);
+    t.at[kI2cStatus] = System(24, kEntitySystemBoard, 0x21, 0x6F, 0x0100); // what the bus status event sends
+    t.at[kPcieAggregate] = System(25, kEntitySystemBus, 0x13, 0x6F, 0x05B0); // parity, system and bus errors
+    t.at[kSystemShutdown] = System(26, kEntityOperatingSystem, 0x20, 0x6F, 0x000C);
+}
+
+// The same reading under the sensor type of other units.
+constexpr void AsOtherUnits(KindTable &t) {
+    constexpr Kind aePair[][2] = {
+        {kCpuPower, kCpuPowerOther},           {kMemPower, kMemPowerOther},
+        {kDiskPower, kDiskPowerOther},         {kFanPower, kFanPowerOther},
+        {kPsuInputPower, kPsuInputPowerOther}, {kPsuOutputPower, kPsuOutputPowerOther}};
+    for (const Kind(&aePowers)[2] : aePair) {
+        t.at[aePowers[1]] = t.at[aePowers[0]];
+        t.at[aePowers[1]].tHead.auc[SDR_SENSOR_TYPE] = kOtherUnits;
+    }
+}
+
+constexpr void CpuOwn(KindTable &t) {
+    t.at[kCpuSinglePower] =
+        Full({.ucEntityId = kEntityProcessor, .ucEntityInstance = kRelativeBase, .tReading = Watts(3)},
+             {.tDevice = {0xD9, 3}, .ePlace = Place::kCpuIndexOnly, .ucFlags = kSilkReread | kDropBelowSilk});
+    constexpr Kind aeCurrent[] = {kCpuVcoreCurrent, kCpuVcore1Current, kCpuVsocCurrent, kCpuDdrVdd1Current};
+    for (uint8_t uc = 0; uc < 4; ++uc)
+        t.at[aeCurrent[uc]] =
+            Full({.ucEntityId = kEntityProcessor, .ucEntityInstance = kRelativeBase, .tReading = Amperes(2)},
+                 {.tDevice = {0x5C, static_cast<uint8_t>(uc + 1)},
+                  .eGate = Gate::kBoardHas,
+                  .ucGateId = static_cast<uint8_t>(SENSOR_CPU_VCORE_CURRENT + uc),
+                  .ePlace = Place::kCpuIndexOnly,
+                  .ucFlags = kSilkReread});
+    t.at[kCpuVrPower] = Full({.ucEntityId = kEntityProcessor, .tReading = Watts(3)},
+                             {.tDevice = {0x5D, 1}, .ePlace = Place::kCpu, .ucFlags = kSilkReread});
+    t.at[kDimmVrPower] = Full(
+        {.ucEntityId = kEntityMemoryDevice, .tReading = Watts(0)},
+        {.tDevice = {0x5D, 2}, .eGate = Gate::kDimmAccuracy, .ePlace = Place::kCpu, .ucFlags = kSilkReread});
+    // a discrete sensor in a full record
+    t.at[kMemoryHot] = Full({.ucEntityId = kEntityMemoryModule,
+                             .ucEntityInstance = kRelativeBase,
+                             .tReading = {.ucSensorType = 0x0C, .ucUnits1 = 0xC0, .ucM = 0},
+                             .ucEventType = 0x6F,
+                             .ucHysteresis = 0,
+                             .bRangeGiven = true,
+                             .wDiscreteMask = 0x0400},
+                            {.tDevice = {0x4D, 3}, .ePlace = Place::kCpuIndexOnly, .ucFlags = kSilkReread});
+}
+
+constexpr void BoardOwn(KindTable &t) {
+    t.at[kTotalPower] = Full({.ucEntityId = kEntitySystemBoard,
+                              .ucEntityInstance = kRelativeBase,
+                              .tReading = Watts(17, kOtherUnits)},
+                             {.tDevice = {0x9E, 0, kScanned}, .eGate = Gate::kProductLine});
+    t.at[kPowerModuleTemp] =
+        Full({.ucEntityId = kEntityPowerModule, .tReading = kCelsius}, {.tDevice = {0x58},
+                                                                        .eGate = Gate::kBoardHas,
+                                                                        .ucGateId = SENSOR_PWR_MODULE_TEMP,
+                                                                        .ePlace = Place::kAdd});
+    t.at[kUbbRetimerTemp] = Full(
+        {.ucEntityId = kEntityGpuBoard, .tReading = kCelsius},
+        {.tDevice = {0x59}, .eGate = Gate::kBoardHas, .ucGateId = SENSOR_UBB_RT_TEMP, .ePlace = Place::kAdd});
+    t.at[kSwitchTotalPower] =
+        Full({.ucEntityId = kEntitySwitchBoard, .ucEntityInstance = kRelativeBase, .tReading = Watts(1)},
+             {.tDevice = {0x93, 4}, .eGate = Gate::kSwitchPower});
+}
+
+// Power of single boards, items of one device.
+constexpr SensorKind BoardPowerItem(uint8_t ucItem, uint8_t ucEntityId, uint8_t ucM, uint8_t ucSensorId) {
+    return Full({.ucEntityId = ucEntityId, .ucEntityInstance = kRelativeBase, .tReading = Watts(ucM)},
+                {.tDevice = {0x93, ucItem}, .eGate = Gate::kBoardHas, .ucGateId = ucSensorId});
+}
+
+constexpr void PowerOwn(KindTable &t) {
+    t.at[kNicPower] = BoardPowerItem(1, kEntityAddInCard, 2, SENSOR_NIC_POWER);
+    t.at[kPdbBoardPower] = BoardPowerItem(2, kEntityPowerUnit, 9, SENSOR_PDB_BOARD_POWER);
+    t.at[kGpuBoardPower] = BoardPowerItem(3, kEntityGpuBoard, 8, SENSOR_GPU_BOARD_POWER);
+
+    constexpr Limits t54VLimits = {.ucUC = 235, .ucUNC = 233, .ucLC = 102, .ucLNC = 107};
+    t.at[kRail54V] = Full(
+        {.ucEntityId = kEntitySystemBoard,
+         .ucEntityInstance = kRelativeBase,
+         .tReading = Volts(30, -2),
+         .tLimits = t54VLimits},
+        {.tDevice = {0x95, 1, kScanned, k54VMark}, .eGate = Gate::kBoardHas, .ucGateId = SENSOR_SYS_54_VOLT});
+    t.at[kGpuRail54V] =
+        Full({.ucEntityId = kEntityGpuBoard, .tReading = Volts(30, -2), .tLimits = t54VLimits},
+             {.tDevice = {0x95, 2, 0, k54VMark},
+              .eGate = Gate::kBoardHas,
+              .ucGateId = SENSOR_GPU_54_VOLT,
+              .ePlace = Place::kIndexOnly});
+}
+
+// The rack management board: two sensors.
+constexpr void Rack(KindTable &t) {
+    t.at[kRackInletTemp] = Full({.ucEntityId = kEntityAirInlet,
+                                 .ucEntityInstance = kRelativeBase,
+                                 .tReading = kCelsius,
+                                 .tLimits = {.ucUNR = 52, .ucUC = 50, .ucUNC = 45}},
+                                {.tDevice = {0x00, 0, kScanned}, .eClient = Client::kInlet});
+    t.at[kRackPower] =
+        Full({.ucEntityId = kEntitySystemBoard,
+              .ucEntityInstance = kRelativeBase,
+              .tReading = {.ucSensorType = kOtherUnits, .ucBaseUnit = 9, .ucM = 236, .ucB = 118},
+              .ucHysteresis = 0},
+             {.tDevice = {0x3B, 0, kScanned, 0xFF, 0xFF}});
+}
+
+constexpr void Backplanes(KindTable &t) {
+    FullFields tVolts = {.ucEntityId = kEntityAddInCard,
+                         .ucEntityInstance = kRelativeBase,
+                         .tReading = Volts(100, -3),
+                         .tLimits = {.ucUC = 144, .ucUNC = 132, .ucLC = 96, .ucLNC = 108}};
+    t.at[kFrontBackplane12V] =
+        Full(tVolts, {.tDevice = {0x9A, 1}, .eGate = Gate::kBoardHas, .ucGateId = SENSOR_BP_FRONT_12V});
+    t.at[kRearBackplane12V] =
+        Full(tVolts, {.tDevice = {0x9A, 2}, .eGate = Gate::kBoardHas, .ucGateId = SENSOR_BP_REAR_12V});
+    FullFields tTemp = {.ucEntityId = kEntityAddInCard,
+                        .ucEntityInstance = kRelativeBase,
+                        .tReading = kCelsius,
+                        .tLimits = {.ucUC = 60, .ucUNC = 58},
+                        .ucHysteresis = 2};
+    t.at[kFrontBackplaneTemp] =
+        Full(tTemp, {.tDevice = {0x99, 1}, .eGate = Gate::kBoardHas, .ucGateId = SENSOR_BP_FRONT_TEMP});
+    t.at[kRearBackplaneTemp] =
+        Full(tTemp, {.tDevice = {0x99, 2}, .eGate = Gate::kBoardHas, .ucGateId = SENSOR_BP_REAR_TEMP});
+}
+
+// ---- liquid-cooling units ----
+
+constexpr Reading Pressure(uint8_t ucM, int sdwR = 0) {
+    return {.ucSensorType = kOtherUnits, .ucBaseUnit = kKilopascal, .ucM = ucM, .sdwR = sdwR};
+}
+constexpr Reading LitresPerMinute(uint8_t ucM, int sdwR = 0) {
+    return {.ucSensorType = kOtherUnits,
+            .ucUnits1 = kUnitsRate,
+            .ucBaseUnit = kLitre,
+            .ucModifierUnit = kMinute,
+            .ucM = ucM,
+            .sdwR = sdwR};
+}
+constexpr Reading Percent(uint8_t ucSensorType) {
+    return {.ucSensorType = ucSensorType, .ucUnits1 = kUnitsPercent};
+}
+
+// One reading of a unit: an item of its device; one of several moves the instance.
+constexpr SensorKind Cdu(uint8_t ucCode, uint8_t ucItem, const Reading &tReading,
+                         Place ePlace = Place::kNone) {
+    return Full({.ucEntityId = kEntityCdu, .ucEntityInstance = kRelativeBase, .tReading = tReading},
+                {.tDevice = {ucCode, ucItem, kScanned}, .ePlace = ePlace});
+}
+
+constexpr void DefaultCdu(KindTable &t) {
+    constexpr uint8_t kCode = 0xA6;
+    t.at[kCduInletTemp] = Cdu(kCode, 1, kCelsius);
+    t.at[kCduDewTemp] = Cdu(kCode, 2, kCelsius);
+    t.at[kCduSupplyTemp] = Cdu(kCode, 3, kCelsius);
+    t.at[kCduDiffTemp] = Cdu(kCode, 4, kCelsius);
+    t.at[kCduHumidity] = Cdu(kCode, 5, Percent(0x15));
+    t.at[kCduFanSetting] = Cdu(kCode, 6, Percent(0x04));
+    t.at[kCduSupplyPressure] = Cdu(kCode, 7, Pressure(100));
+    t.at[kCduFlowRate] = Cdu(kCode, 8, LitresPerMinute(1));
+    t.at[kCduFanSpeed] = Cdu(kCode, 9, Rpm(100), Place::kAddOnly);
+    t.at[kCduReturnTemp] = Cdu(kCode, 10, kCelsius);
+    t.at[kCduReturnPressure] = Cdu(kCode, 11, Pressure(4));
+    t.at[kCduDiffPressure] = Cdu(kCode, 12, Pressure(4));
+    t.at[kCduConductivity] =
+        Cdu(kCode, 13, {.ucSensorType = kOtherUnits, .ucM = 8}); // the unit stands in its name
+}
+
+constexpr uint8_t kKestrinCduCode = 0x8F;
+
+constexpr void KestrinCdu(KindTable &t) {
+    constexpr uint8_t kCode = kKestrinCduCode;
+    Reading tCoolant = kCelsius;
+    tCoolant.ucM = 7;
+    t.at[kCdu2InletTemp] = Full({.ucEntityId = kEntityCdu,
+                                 .ucEntityInstance = kRelativeBase,
+                                 .tReading = kCelsius,
+                                 .bRangeGiven = true, // signed, and yet the range of an unsigned reading
+                                 .ucMax = 0xFF,
+                                 .ucMin = 0x00},
+                                {.tDevice = {kCode, 1, kScanned}});
+    t.at[kCdu2CoolantInTemp] = Cdu(kCode, 2, tCoolant);
+    t.at[kCdu2CoolantOutTemp] = Cdu(kCode, 3, tCoolant);
+    t.at[kCdu2FlowRate] = Cdu(kCode, 4, LitresPerMinute(5, -2));
+    t.at[kCdu2SupplyPressure] = Cdu(kCode, 5, Pressure(5, -2));
+    t.at[kCdu2ReturnPressure] = Cdu(kCode, 6, Pressure(5, -2));
+    t.at[kCdu2OutputPower] = Cdu(kCode, 7, Watts(11));
+    t.at[kCdu2FanPower] = Cdu(kCode, 8, Watts(6));
+    t.at[kCdu2PumpPower] = Cdu(kCode, 9, Watts(4));
+    t.at[kCdu2FanSpeed] = Cdu(kCode, 10, Rpm(28), Place::kAdd);
+    t.at[kCdu2InputVolts] = Cdu(kCode, 11, Volts(1, 0), Place::kAdd);
+    t.at[kCdu2OutputVolts] = Cdu(kCode, 12, Volts(25, -2), Place::kAdd);
+    t.at[kCdu2OutputCurrent] = Cdu(kCode, 13, Amperes(2, -1), Place::kAdd);
+}
+
+// Leak detectors of the unit, items of the same device.
+constexpr void KestrinCduDetectors(KindTable &t) {
+    constexpr Kind aeDetector[] = {kCdu2Leakage, kCdu2Level, kCdu2Flow, kCdu2PressureHigh, kCdu2PressureLow};
+    for (uint8_t uc = 0; uc < 5; ++uc)
+        t.at[aeDetector[uc]] =
+            Compact({.ucEntityId = kEntityCdu,
+                     .ucEntityInstance = kRelativeBase,
+                     .ucSensorType = 0x0A,
+                     .ucEventType = 0x03,
+                     .wReading = 0xFFFF},
+                    {.tDevice = {kKestrinCduCode, static_cast<uint8_t>(14 + uc), kScanned}});
 }
 
 constexpr KindTable AllKinds() {
@@ -351,6 +638,19 @@ constexpr KindTable AllKinds() {
     Cards(t);
     SwitchBoard(t);
     SystemEvents(t);
+    PsuOwn(t);
+    CardsOwn(t);
+    SwitchChips(t);
+    SystemEventsOwn(t);
+    AsOtherUnits(t);
+    CpuOwn(t);
+    BoardOwn(t);
+    PowerOwn(t);
+    Rack(t);
+    Backplanes(t);
+    DefaultCdu(t);
+    KestrinCdu(t);
+    KestrinCduDetectors(t);
     for (const SensorKind &tKind : t.at)
         if (tKind.tHead.auc[SDR_VERSION] != kSdrVersion)
             sensor_kind_without_definition();
@@ -363,8 +663,7 @@ constexpr KindTable kSensorKinds = AllKinds();
 
 namespace {
 
-// ---- the numbers as they stand in the printed tables
-// ----------------------------------------------------------
+// ---- the numbers as they stand in the printed tables ------------------------------------------------------
 
 constexpr uint16_t Word(Kind eKind, uint8_t ucOffset) {
     const uint8_t *puc = kSensorKinds.at[eKind].tHead.auc + ucOffset;
@@ -376,7 +675,7 @@ constexpr bool Masks(Kind eKind, uint16_t wAssert, uint16_t wDeassert, uint16_t 
 }
 
 static_assert(Masks(kInletTemp, 0x0A80, 0x7A80, 0x3838));
-static_assert(Masks(kVcc12V, 0x3285, 0x3285, 0x1B1B));
+static_assert(Masks(kRail12V, 0x3285, 0x3285, 0x1B1B));
 static_assert(Masks(kCpuCoreVolts, 0x7A95, 0x7A95, 0x3F3F));
 static_assert(Masks(kNvmeTemp, 0x0200, 0x2200, 0x1010));
 static_assert(Masks(kCpu0Domain0Volts, 0, 0, 0));

@@ -17,9 +17,26 @@ bool StaticPass::Add(RowView tRow, At tAt) {
     return Count(BuildSensor(tProfile.tName, kSensorKinds.at[tRow.Kind()], tRow, tAt, Slot(), Entry()));
 }
 
-void StaticPass::AddGroup(Group eGroup, At tAt) {
-    for (RowView tRow = First(eGroup); tRow.GroupOf() == eGroup; tRow = tRow.Next())
-        Add(tRow, tAt);
+void StaticPass::Announce(RowView tRow, uint8_t ucIndex) const {
+    OXA_INFO(kModuleSdr, tProfile.tName.acFile, tDriver.ac, "%s for %s: ucIndex = %d, ucCnt = %d!",
+             tDriver.ac, tRow.Announced(), ucIndex, wCnt);
+}
+
+uint8_t StaticPass::AddGroup(Group eGroup, At tAt) {
+    uint8_t ucAdded = 0;
+    for (RowView tRow = First(eGroup); tRow.GroupOf() == eGroup; tRow = tRow.Next()) {
+        if (tRow.IsAnnounced())
+            Announce(tRow, tAt.ucIndex);
+        ucAdded = static_cast<uint8_t>(ucAdded + Add(tRow, tAt));
+    }
+    return ucAdded;
+}
+
+uint8_t StaticPass::AddEach(Group eGroup, uint8_t ucLast) {
+    uint8_t ucAdded = 0;
+    for (uint32_t dwIndex = 1; dwIndex <= ucLast; ++dwIndex)
+        ucAdded = static_cast<uint8_t>(ucAdded + AddGroup(eGroup, At(static_cast<uint8_t>(dwIndex))));
+    return ucAdded;
 }
 
 namespace {
@@ -75,14 +92,24 @@ void ApplyBoardRules(StaticFacts &t) {
 
 Outcome RunStep(StaticPass &tPass, Step eStep) {
     switch (eStep) {
+    case Step::kRackBoard:
+        return AddRackBoard(tPass);
+    case Step::kFacts:
+        return GatherFacts(tPass);
+    case Step::kTable:
+        return AddTable(tPass);
     case Step::kSwitchCard:
         return AddSwitchCard(tPass);
+    case Step::kSwitchAir:
+        return AddSwitchAir(tPass);
     case Step::kCpus:
         return AddCpus(tPass);
-    case Step::kPsus:
-        return AddPsus(tPass);
+    case Step::kCpuDomains:
+        return AddCpuDomains(tPass);
     case Step::kMemory:
         return AddMemory(tPass);
+    case Step::kPsus:
+        return AddPsus(tPass);
     case Step::kPcie:
         return AddPcie(tPass);
     case Step::kFans:
@@ -91,18 +118,37 @@ Outcome RunStep(StaticPass &tPass, Step eStep) {
         return AddDisks(tPass);
     case Step::kOcp:
         return AddOcp(tPass);
-    case Step::kTable:
-        return AddTable(tPass);
-    case Step::kCpuDomains:
-        return AddCpuDomains(tPass);
+    case Step::kPowerModules:
+        return AddPowerModules(tPass);
+    case Step::kUbbRetimers:
+        return AddUbbRetimers(tPass);
+    case Step::kSwitchChips:
+        return AddSwitchChips(tPass);
+    case Step::kGpuRails:
+        return AddGpuRails(tPass);
+    case Step::kLanSwitch:
+        return AddLanSwitch(tPass);
     case Step::kLiquidCooling:
         return AddLiquidCooling(tPass);
-    case Step::kSwitchAir:
-        return AddSwitchAir(tPass);
     case Step::kEnd:
         break;
     }
     return Outcome::kGoOn;
+}
+
+Outcome RunSteps(StaticPass &tPass) {
+    Outcome eOutcome = Outcome::kGoOn;
+    for (const Step *peStep = tPass.tProfile.aeSteps; *peStep != Step::kEnd && eOutcome == Outcome::kGoOn;
+         ++peStep)
+        eOutcome = RunStep(tPass, *peStep);
+    return eOutcome;
+}
+
+void LogCount(const StaticPass &tPass) {
+    if (tPass.Has(kShortFinalLine))
+        PASS_INFO(tPass, "Add%sSensor: ucCnt = %d!", tPass.tProfile.tName.acName, tPass.wCnt);
+    else
+        PASS_INFO(tPass, "%s: ucCnt = %d!", tPass.tDriver.ac, tPass.wCnt);
 }
 
 } // namespace
@@ -133,12 +179,11 @@ void RunStaticPass(const ProfileHead &tProfile, const uint8_t *pucRows, const St
                    tPass.tDriver.ac);
         return;
     }
-    if (GatherFacts(tPass) != Outcome::kGoOn)
+    const Outcome eOutcome = RunSteps(tPass);
+    if (eOutcome == Outcome::kEndWithoutCount)
         return;
-    for (const Step *peStep = tProfile.aeSteps; *peStep != Step::kEnd; ++peStep)
-        if (RunStep(tPass, *peStep) != Outcome::kGoOn)
-            return;
-    PASS_INFO(tPass, "%s: ucCnt = %d!", tPass.tDriver.ac, tPass.wCnt);
+    if (eOutcome == Outcome::kGoOn)
+        LogCount(tPass);
     *pucSensorCnt = tPass.wCnt;
 }
 

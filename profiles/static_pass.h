@@ -13,8 +13,10 @@ namespace oxa {
 struct StaticTables {
     const StaticGenFn *ptTable;
     uint8_t ucTableCnt;
-    const StaticGenFn *ptCdu;
-    uint8_t ucCduCnt;
+    const StaticGenFn *ptCdu = nullptr;
+    uint8_t ucCduCnt = 0;
+    const StaticGenFn *ptRack = nullptr; // of the rack management board
+    uint8_t ucRackCnt = 0;
 };
 
 struct StaticFacts {
@@ -32,7 +34,7 @@ struct StaticFacts {
     uint16_t wBoardId = 0;
 };
 
-enum class Outcome : uint8_t { kGoOn, kEndWithoutCount };
+enum class Outcome : uint8_t { kGoOn, kEndWithoutCount, kEndWithCount };
 
 struct StaticPass {
     const ProfileHead &tProfile;
@@ -64,13 +66,17 @@ struct StaticPass {
 
     RowView First(Group eGroup) const; // of the group, or the end row
     bool Add(RowView tRow, At tAt);
-    void AddGroup(Group eGroup, At tAt); // all rows of the group, in order
+    uint8_t AddGroup(Group eGroup, At tAt);        // all rows of the group, in order; how many were added
+    uint8_t AddEach(Group eGroup, uint8_t ucLast); // the group for index 1 to ucLast
+    void Announce(RowView tRow, uint8_t ucIndex) const;
+    bool Has(ProfileFlag eFlag) const {
+        return (tProfile.ucFlags & eFlag) != 0;
+    }
 };
 
-// Gathers the board's facts and applies the rules of single boards.
+// The steps, in files by what they are about.  GatherFacts applies the rules of single boards as well.
+Outcome AddRackBoard(StaticPass &tPass);
 Outcome GatherFacts(StaticPass &tPass);
-
-// The steps, in files by what they are about.
 Outcome AddCpus(StaticPass &tPass);
 Outcome AddCpuDomains(StaticPass &tPass);
 Outcome AddMemory(StaticPass &tPass);
@@ -83,8 +89,13 @@ Outcome AddTable(StaticPass &tPass);
 Outcome AddLiquidCooling(StaticPass &tPass);
 Outcome AddSwitchCard(StaticPass &tPass);
 Outcome AddSwitchAir(StaticPass &tPass);
+Outcome AddPowerModules(StaticPass &tPass);
+Outcome AddUbbRetimers(StaticPass &tPass);
+Outcome AddSwitchChips(StaticPass &tPass);
+Outcome AddGpuRails(StaticPass &tPass);
+Outcome AddLanSwitch(StaticPass &tPass);
 
-// The whole pass: null check, facts, the profile's steps, count.
+// The whole pass: null check, the profile's steps, count.
 void RunStaticPass(const ProfileHead &tProfile, const uint8_t *pucRows, const StaticTables &tTables,
                    uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt);
 

@@ -13,6 +13,10 @@ namespace {
 
 constexpr uint8_t kSwitchCard = 2; // the card that is the switch board
 constexpr uint8_t kOnline = 1;
+constexpr uint16_t kRackBoardId = 0x5605;
+constexpr uint8_t kPowerModules = 4;
+constexpr uint8_t kUbbRetimers = 8;
+constexpr uint8_t kGpuRails = 8;
 
 struct DiskRange {
     uint8_t ucStartSlot;
@@ -67,12 +71,24 @@ bool IsNvme(const StaticPass &tPass, uint8_t ucSlot) {
     return false;
 }
 
+// The number that is printed at the slot, where the profile goes by it and it differs from the slot.
+bool HasOtherSilk(const StaticPass &tPass, uint8_t ucSlot, uint8_t &ucSilk) {
+    ucSilk = ucSlot;
+    if (!tPass.Has(kPrintsDiskSilk) || Hal_CheckHddSlotIsDiffHddSilk(ucSlot) != 1)
+        return false;
+    if (Hal_GetHddSilkByHddSlot(ucSlot, &ucSilk) != 0)
+        ucSilk = ucSlot;
+    return true;
+}
+
 void AddDisk(StaticPass &tPass, uint8_t ucSlot) {
-    tPass.AddGroup(Group::kDisk, At(ucSlot));
+    uint8_t ucPrinted = ucSlot;
+    const bool bOtherSilk = HasOtherSilk(tPass, ucSlot, ucPrinted);
+    tPass.AddGroup(Group::kDisk, At(ucSlot, ucPrinted, ucSlot));
     if (!IsNvme(tPass, ucSlot))
         return;
-    uint8_t ucPrinted = ucSlot;
-    oxa_CustomSlotConversion(&ucPrinted);
+    if (!bOtherSilk)
+        oxa_CustomSlotConversion(&ucPrinted);
     tPass.AddGroup(Group::kNvme, At(ucSlot, ucPrinted, ucSlot));
 }
 
@@ -96,6 +112,17 @@ void WalkTable(StaticPass &tPass, const StaticGenFn *ptTable, uint8_t ucRows, co
         PASS_INFO(tPass, pcFormat, tPass.tProfile.tName.acName, ucIndex, tPass.wCnt);
         tPass.Count(ptTable[ucIndex](tPass.Slot(), tPass.Entry()));
     }
+}
+
+// The indexed sensors of the liquid-cooling unit; one profile announces them by their generators' names.
+void AddCduEach(StaticPass &tPass, Group eGroup, uint8_t ucLast) {
+    for (uint8_t ucIndex = 1; ucIndex <= ucLast; ++ucIndex)
+        for (RowView tRow = tPass.First(eGroup); tRow.GroupOf() == eGroup; tRow = tRow.Next()) {
+            const Label tGenerator(tPass.tProfile.tName, tRow.Generator());
+            PASS_INFO(tPass, "%s for CDU: ucIndex = %d, ucCnt = %d!",
+                      tPass.Has(kCduNamesGenerators) ? tGenerator.ac : tPass.tDriver.ac, ucIndex, tPass.wCnt);
+            tPass.Add(tRow, At(ucIndex));
+        }
 }
 
 bool SwitchCardOnline(const StaticFacts &tFacts) {
@@ -128,7 +155,28 @@ Outcome AddLiquidCooling(StaticPass &tPass) {
         return Outcome::kGoOn;
     WalkTable(tPass, tPass.tTables.ptCdu, tPass.tTables.ucCduCnt,
               "OXA_Add%sCDUSensor: ucIndex = %d, ucCnt = %d!");
+    AddCduEach(tPass, Group::kCduFan, tPass.tProfile.ucCduFans);
+    AddCduEach(tPass, Group::kCduSupply, tPass.tProfile.ucCduSupplies);
     return Outcome::kGoOn;
+}
+
+// The rack management board has two sensors and asks the board for nothing but its id.
+Outcome AddRackBoard(StaticPass &tPass) {
+    uint16_t wBoardId = 0;
+    if (get_default_board_id(&wBoardId) < 0) {
+        PASS_ERROR(tPass, "get Board Id failed\n");
+        return Outcome::kEndWithoutCount;
+    }
+    if (wBoardId != kRackBoardId)
+        return Outcome::kGoOn;
+    const StaticTables &tTables = tPass.tTables;
+    for (uint8_t ucIndex = 0; ucIndex < tTables.ucRackCnt; ++ucIndex) {
+        PASS_INFO(tPass, "OXA_Add%sRMCStaticSensor: ucIndex = %d, ucCnt = %d, uc%sRMCStaticSDRCnt = %d!",
+                  tPass.tProfile.tName.acName, ucIndex, tPass.wCnt, tPass.tProfile.tName.acName,
+                  tTables.ucRackCnt);
+        tPass.Count(tTables.ptRack[ucIndex](tPass.Slot(), tPass.Entry()));
+    }
+    return Outcome::kEndWithCount;
 }
 
 // Volts and currents, or temperatures, by what card it is.
@@ -156,6 +204,32 @@ Outcome AddSwitchAir(StaticPass &tPass) {
     PASS_INFO(tPass, "%s for SwitchBoard Temp!", tPass.tDriver.ac);
     for (uint8_t ucIndex = 0; ucIndex < 4; ++ucIndex)
         tPass.AddGroup(Group::kSwitchAir, At(ucIndex));
+    return Outcome::kGoOn;
+}
+
+// Their number is reported, also when there is none.
+Outcome AddPowerModules(StaticPass &tPass) {
+    MW_SetPWRModuleOnlineNum(tPass.AddEach(Group::kPowerModule, kPowerModules));
+    return Outcome::kGoOn;
+}
+
+Outcome AddUbbRetimers(StaticPass &tPass) {
+    tPass.AddEach(Group::kUbbRetimer, kUbbRetimers);
+    return Outcome::kGoOn;
+}
+
+Outcome AddSwitchChips(StaticPass &tPass) {
+    tPass.AddEach(Group::kSwitchChip, Hal_GetSwiTempSensorCnt());
+    return Outcome::kGoOn;
+}
+
+Outcome AddGpuRails(StaticPass &tPass) {
+    tPass.AddEach(Group::kGpuRail, kGpuRails);
+    return Outcome::kGoOn;
+}
+
+Outcome AddLanSwitch(StaticPass &tPass) {
+    tPass.AddGroup(Group::kLanSwitch, At());
     return Outcome::kGoOn;
 }
 

@@ -35,11 +35,13 @@ void AddPsuRedundancy(StaticPass &tPass) {
 
 void AddDimmGroups(StaticPass &tPass) {
     const StaticFacts &tFacts = tPass.tFacts;
+    const RowView tRow = tPass.First(Group::kDimmGroup);
     const uint8_t ucGroupCnt = tFacts.ucDimmMaxCount == 0 ? 0 : tFacts.ucCpuMaxCount;
     for (uint8_t ucIndex = 0; ucIndex < ucGroupCnt; ++ucIndex) {
-        OXA_DEBUG(kDebugChannel, tPass.tProfile.tName.acFile, "%s for dimm group: ucIndex = %d, ucCnt = %d!",
-                  tPass.tDriver.ac, ucIndex, tPass.wCnt);
-        tPass.AddGroup(Group::kDimmGroup, At(ucIndex));
+        // announced on the debug channel, unlike all others
+        OXA_DEBUG(kDebugChannel, tPass.tProfile.tName.acFile, "%s for %s: ucIndex = %d, ucCnt = %d!",
+                  tPass.tDriver.ac, tRow.Announced(), ucIndex, tPass.wCnt);
+        tPass.Add(tRow, At(ucIndex));
     }
 }
 
@@ -145,10 +147,14 @@ Outcome AddFans(StaticPass &tPass) {
     const uint8_t ucFanCnt = tPass.tFacts.ucFanCnt;
     if (!CountUsable(tPass, ucFanCnt, "ucIndex may overflow. ucFanCnt = %d!\n"))
         return Outcome::kEndWithoutCount;
+    const RowView tRow = tPass.First(Group::kFan);
     for (uint8_t ucIndex = 0; ucIndex < ucFanCnt; ++ucIndex) {
         uint8_t ucSilk = 0;
-        if (ReadFanSilk(tPass, ucIndex, ucSilk))
-            tPass.AddGroup(Group::kFan, At(ucSilk));
+        if (!ReadFanSilk(tPass, ucIndex, ucSilk))
+            continue;
+        if (tRow.IsAnnounced())
+            tPass.Announce(tRow, ucIndex);
+        tPass.Add(tRow, At(ucSilk));
     }
     return Outcome::kGoOn;
 }
@@ -158,9 +164,14 @@ Outcome AddOcp(StaticPass &tPass) {
     const uint8_t ucOCPCnt = tPass.tFacts.ucOCPCnt;
     if (!CountUsable(tPass, ucOCPCnt, "ucIndex may overflow. ucOCPCnt = %d!\n"))
         return Outcome::kEndWithoutCount;
+    const bool bAnnounced = tPass.First(Group::kOcp).IsAnnounced();
+    const uint32_t dwPresent = tPass.Has(kOnlyPresentOcp) ? GetOcpPresentStatus() : ~0u;
     for (uint8_t ucIndex = 1; ucIndex <= ucOCPCnt; ++ucIndex) {
-        PASS_INFO(tPass, "%s for OCP temp: ucIndex = %d, ucCnt = %d, ucOCPCnt:%d!", tPass.tDriver.ac, ucIndex,
-                  tPass.wCnt, ucOCPCnt);
+        if (tPass.Has(kOnlyPresentOcp) && (ucIndex > 32 || (dwPresent >> (ucIndex - 1) & 1) == 0))
+            continue;
+        if (!bAnnounced)
+            PASS_INFO(tPass, "%s for OCP temp: ucIndex = %d, ucCnt = %d, ucOCPCnt:%d!", tPass.tDriver.ac,
+                      ucIndex, tPass.wCnt, ucOCPCnt);
         tPass.AddGroup(Group::kOcp, At(ucIndex));
         tPass.AddGroup(Group::kOcpError, At(ucIndex, ucIndex, RestoreOcpSlot(ucIndex)));
     }

@@ -32,8 +32,7 @@ static_assert(kFullBaseLength == 43 && kCompactBaseLength == 27);
 inline constexpr uint8_t kInstanceBase = 0x60;     // first device-relative number of a system entity
 inline constexpr uint8_t kInstanceRelative = 0x80; // bit 7: instance relative to its own controller
 
-// ---- thresholds and masks
-// -----------------------------------------------------------------------------------
+// ---- thresholds and masks ---------------------------------------------------------------------------------
 
 // What one threshold adds to SDR bytes 14 to 17, in the order of the bitmap's bits (LNC LC LNR UNC UC UNR).
 struct ThresholdMask {
@@ -70,8 +69,7 @@ constexpr void SetThresholdMasks(uint8_t *pucSDR, uint8_t ucBits) {
     pucSDR[SDR_READING_MASK + 1] = ucBits;
 }
 
-// ---- building a record's head at compile time
-// -----------------------------------------------------------------
+// ---- building a record's head at compile time -------------------------------------------------------------
 
 // Compile-time faults: calling one of these stops the build and its name says what is wrong.
 void thresholds_out_of_order();
@@ -90,6 +88,7 @@ struct Reading {
 
 inline constexpr uint8_t kUnitsSigned = 0x80;
 inline constexpr uint8_t kUnitsPercent = 0x01;
+inline constexpr uint8_t kUnitsRate = 0x02; // base unit per modifier unit
 inline constexpr Reading kCelsius = {.ucSensorType = 0x01, .ucUnits1 = kUnitsSigned, .ucBaseUnit = 0x01};
 constexpr Reading Volts(uint8_t ucM, int sdwR) {
     return {.ucSensorType = 0x02, .ucBaseUnit = 0x04, .ucM = ucM, .sdwR = sdwR};
@@ -111,6 +110,10 @@ struct FullFields {
     Limits tLimits = {};
     uint8_t ucEventType = 0x01; // threshold
     uint8_t ucHysteresis = 3;
+    // Departures: a range that does not follow from the sign, and the masks of a discrete sensor in a full record.
+    bool bRangeGiven = false;
+    uint8_t ucMax = 0, ucMin = 0;
+    uint16_t wDiscreteMask = 0;
 };
 
 struct CompactFields {
@@ -157,6 +160,11 @@ constexpr void CheckLimits(const Limits &t, bool bSigned) {
     }
 }
 
+constexpr void SetWord(SdrHead &tHead, uint8_t ucOffset, uint16_t wValue) {
+    tHead.auc[ucOffset] = static_cast<uint8_t>(wValue);
+    tHead.auc[ucOffset + 1] = static_cast<uint8_t>(wValue >> 8);
+}
+
 constexpr SdrHead FullHead(const FullFields &t) {
     SdrHead tHead = CommonHead(kRecordFull, t.ucEntityId, t.ucEntityInstance);
     const Reading &tReading = t.tReading;
@@ -169,14 +177,16 @@ constexpr SdrHead FullHead(const FullFields &t) {
     tHead.auc[SDR_SENSOR_TYPE] = tReading.ucSensorType;
     tHead.auc[SDR_EVENT_TYPE] = t.ucEventType;
     SetThresholdMasks(tHead.auc, LimitBits(t.tLimits));
+    for (uint8_t uc = 0; t.wDiscreteMask != 0 && uc < 3; ++uc)
+        SetWord(tHead, static_cast<uint8_t>(SDR_ASSERT_MASK + 2 * uc), t.wDiscreteMask);
     tHead.auc[SDR_UNITS_1] = tReading.ucUnits1;
     tHead.auc[SDR_BASE_UNIT] = tReading.ucBaseUnit;
     tHead.auc[SDR_MODIFIER_UNIT] = tReading.ucModifierUnit;
     tHead.auc[FULL_SDR_M_VALUE_LS_8_BITS] = tReading.ucM;
     tHead.auc[FULL_SDR_B_VALUE_LS_8_BITS] = tReading.ucB;
     tHead.auc[FULL_SDR_EXPONENTS] = static_cast<uint8_t>(static_cast<unsigned>(tReading.sdwR) << 4);
-    tHead.auc[FULL_SDR_SENSOR_MAX] = bSigned ? 0x7F : 0xFF;
-    tHead.auc[FULL_SDR_SENSOR_MIN] = bSigned ? 0x80 : 0x00;
+    tHead.auc[FULL_SDR_SENSOR_MAX] = t.bRangeGiven ? t.ucMax : bSigned ? 0x7F : 0xFF;
+    tHead.auc[FULL_SDR_SENSOR_MIN] = t.bRangeGiven ? t.ucMin : bSigned ? 0x80 : 0x00;
     tHead.auc[FULL_SDR_UNR] = t.tLimits.ucUNR;
     tHead.auc[FULL_SDR_UC] = t.tLimits.ucUC;
     tHead.auc[FULL_SDR_UNC] = t.tLimits.ucUNC;
@@ -186,11 +196,6 @@ constexpr SdrHead FullHead(const FullFields &t) {
     tHead.auc[FULL_SDR_HYST_POSITIVE] = t.ucHysteresis;
     tHead.auc[FULL_SDR_HYST_NEGATIVE] = t.ucHysteresis;
     return tHead;
-}
-
-constexpr void SetWord(SdrHead &tHead, uint8_t ucOffset, uint16_t wValue) {
-    tHead.auc[ucOffset] = static_cast<uint8_t>(wValue);
-    tHead.auc[ucOffset + 1] = static_cast<uint8_t>(wValue >> 8);
 }
 
 constexpr SdrHead CompactHead(const CompactFields &t) {

@@ -77,8 +77,7 @@ inline constexpr FruLocatorHead kFruLocatorTemplate = FruLocator();
 inline constexpr char kFruLocatorName[] = "PSU01_FRU";
 inline constexpr uint8_t kFruLocatorBaseLength = FRU_SDR_NAME - kSdrHeaderSize;
 
-// ---- Ferrisk: GPUs and NICs have fixed upper limits, whatever the description says
-// --------------------------------
+// ---- Ferrisk: GPUs and NICs have fixed upper limits, whatever the description says ------------------------
 
 struct FixedLimits {
     uint8_t ucDeviceType, ucUNC, ucUC, ucUNR;
@@ -86,8 +85,7 @@ struct FixedLimits {
 inline constexpr FixedLimits kFerriskLimits[] = {{2, 85, 88, 90}, {5, 100, 105, 110}};
 inline constexpr uint8_t kFerriskLimitBits = THRESH_BIT_UNC | THRESH_BIT_UC | THRESH_BIT_UNR;
 
-// ---- the numbers as they stand in the printed tables
-// ----------------------------------------------------------
+// ---- the numbers as they stand in the printed tables ------------------------------------------------------
 
 static_assert(kTempTemplate.auc[SDR_UNITS_1] == 0x80 && kTempTemplate.auc[FULL_SDR_SENSOR_MAX] == 0x7F &&
               kTempTemplate.auc[FULL_SDR_SENSOR_MIN] == 0x80 &&

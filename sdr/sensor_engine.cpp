@@ -85,7 +85,7 @@ bool Settle(Draft &tDraft) {
     switch (tDraft.Does().ePlace) {
     case Place::kNone:
     case Place::kCpuClientOnly:
-        ucOffset3 = 0;
+        ucOffset3 = tDraft.Does().tDevice.ucIndex;
         return true;
     case Place::kIndexOnly:
         return true;
@@ -98,6 +98,9 @@ bool Settle(Draft &tDraft) {
     case Place::kCpu:
         ucOffset3 = tDraft.ucCpu;
         return AddToInstance(tDraft, tDraft.ucCpu);
+    case Place::kAddOnly:
+        ucOffset3 = 0;
+        return AddToInstance(tDraft, tDraft.tAt.ucIndex);
     case Place::kAdd:
     case Place::kAddOrKeep:
         return AddToInstance(tDraft, tDraft.tAt.ucIndex);
@@ -216,6 +219,8 @@ uint8_t BuildSensor(const ProfileName &tProfile, const SensorKind &tKind, RowVie
         return 0;
     if (tDraft.Has(kSilkReread))
         CountCpu(tDraft);
+    if (tDraft.bBelowSilk && tDraft.Has(kDropBelowSilk))
+        return 0;
     if (tDraft.Does().eBoardLine != BoardLine::kNone)
         WriteBoardLine(tDraft);
     if (!Fill(tDraft) || !TakeFacts(tDraft) || !GetClient(tDraft) || !PutName(tDraft))

@@ -93,16 +93,27 @@ bool KindWanted(const Draft &tDraft) {
     return false;
 }
 
-bool HasPch(const Draft &tDraft) {
+bool IsIntel(const Draft &tDraft) {
     uint8_t ucCpuType = CPU_TYPE_UNKNOWN;
     const int32_t sdwRet = HAL_GetCpuType(&ucCpuType);
-    if (sdwRet != 0) {
-        ucCpuType = CPU_TYPE_UNKNOWN;
-        DRAFT_WARN(kModuleQuery, tDraft, "HAL_GetCpuType(&ucCpuType) = [%X]", static_cast<unsigned>(sdwRet));
-    }
-    if (ucCpuType == CPU_TYPE_INTEL)
+    if (sdwRet == 0)
+        return ucCpuType == CPU_TYPE_INTEL;
+    DRAFT_WARN(kModuleQuery, tDraft, "HAL_GetCpuType(&ucCpuType) = [%X]", static_cast<unsigned>(sdwRet));
+    return false;
+}
+
+bool HasPch(const Draft &tDraft) {
+    if (IsIntel(tDraft))
         return BoardHas(tDraft);
     DRAFT_INFO(tDraft, "The board has no pch");
+    return false;
+}
+
+bool CpuIntel(const Draft &tDraft) {
+    if (IsIntel(tDraft))
+        return true;
+    DRAFT_INFO(tDraft, "OXA_Add%sStaticSensor: CpuType != CPU_TYPE_INTEL, no %s", tDraft.tProfile.acName,
+               tDraft.tRow.Name());
     return false;
 }
 
@@ -183,23 +194,64 @@ void LogBoardId(Draft &tDraft, const char *pcFormat, const char *pcWho) {
     DRAFT_INFO(tDraft, pcFormat, pcWho, sdwRet, tDraft.wBoardId);
 }
 
-bool BoardPower(Draft &tDraft) {
-    LogBoardId(tDraft, "OXA_Add%sSensor for POWER_WATTS: sdwRet = %d wBoardId = %x!", tDraft.tProfile.acName);
+// The total power of the switch board is measured on some boards only, and there only with the right card.
+bool CardIs(uint8_t ucCard, uint16_t wCardId) {
+    return GetCardOnlineStatus(ucCard) == 1 && GetCardBoardId(ucCard) == wCardId;
+}
+
+bool SwitchSensorsValid() {
+    uint8_t ucValid = 0;
+    return MW_GetSWSensorVail(&ucValid) == 0 && ucValid != 0;
+}
+
+bool MeasuresSwitchPower(uint16_t wBoardId) {
+    switch (wBoardId) {
+    case 0x5600:
+        return CardIs(1, 0x560A);
+    case 0x5502:
+        return SwitchSensorsValid();
+    case 0x55DE:
+    case 0x550F:
+        return CardIs(2, 0x5510);
+    default:
+        return false;
+    }
+}
+
+bool SwitchPower(Draft &tDraft) {
+    LogBoardId(tDraft, "OXA_Add%sSensor for SW_Total_Power: sdwRet = %d wBoardId = 0x%x!",
+               tDraft.tProfile.acName);
+    if (MeasuresSwitchPower(tDraft.wBoardId))
+        return true;
+    Refuse(tDraft);
+    return false;
+}
+
+void LogProductId(const Draft &tDraft, const char *pcFormat, const char *pcWho) {
     uint32_t dwProductId = 0;
     const int32_t sdwRet = MW_GetInnerProductId(&dwProductId);
     if (sdwRet != 0)
         dwProductId = 0;
-    DRAFT_INFO(tDraft, "OXA_Add%sSensor for POWER_WATTS: sdwRet = %d productId = %x!", tDraft.tProfile.acName,
-               sdwRet, dwProductId);
+    DRAFT_INFO(tDraft, pcFormat, pcWho, sdwRet, dwProductId);
+}
+
+bool BoardPower(Draft &tDraft) {
+    LogBoardId(tDraft, "OXA_Add%sSensor for POWER_WATTS: sdwRet = %d wBoardId = %x!", tDraft.tProfile.acName);
+    LogProductId(tDraft, "OXA_Add%sSensor for POWER_WATTS: sdwRet = %d productId = %x!",
+                 tDraft.tProfile.acName);
     if (tDraft.wBoardId != kSmallBoardId)
         return true;
     Refuse(tDraft);
     return false;
 }
 
+bool ProductLine(const Draft &tDraft) {
+    const Label tLabel(tDraft.tProfile, tDraft.tRow.Generator());
+    LogProductId(tDraft, "%s for POWER_WATTS: sdwRet = %d productId = %x!", tLabel.ac);
+    return true;
+}
+
 bool PsuInRange(const Draft &tDraft) {
-    if (LoadPsuAlarmCfg() != 0)
-        DRAFT_WARN(kModuleQuery, tDraft, "LoadPsuAlarmCfg failed!");
     uint8_t ucPsuCnt = 0;
     if (HAL_GetPsuMaxCount(&ucPsuCnt) != 0)
         ucPsuCnt = 0;
@@ -207,6 +259,12 @@ bool PsuInRange(const Draft &tDraft) {
         return true;
     DRAFT_INFO(tDraft, "pem ucInstance large max pem num!");
     return false;
+}
+
+bool PsuStatus(const Draft &tDraft) {
+    if (LoadPsuAlarmCfg() != 0)
+        DRAFT_WARN(kModuleQuery, tDraft, "LoadPsuAlarmCfg failed!");
+    return PsuInRange(tDraft);
 }
 
 bool DimmName(Draft &tDraft) {
@@ -259,7 +317,15 @@ bool PassGate(Draft &tDraft) {
     case Gate::kBoardPower:
         return BoardPower(tDraft);
     case Gate::kPsuStatus:
+        return PsuStatus(tDraft);
+    case Gate::kPsuInRange:
         return PsuInRange(tDraft);
+    case Gate::kCpuIntel:
+        return CpuIntel(tDraft);
+    case Gate::kSwitchPower:
+        return SwitchPower(tDraft);
+    case Gate::kProductLine:
+        return ProductLine(tDraft);
     case Gate::kDimmName:
         return DimmName(tDraft);
     case Gate::kCpuVoltage:
@@ -298,13 +364,17 @@ void SayKnown(const Draft &tDraft) {
         return;
     // Texts of another generator, kept as they are.
     case Known::kSwitchVoltsWarn:
-        DRAFT_WARN(kModuleSdr, tDraft, "Default_GenSwitchBoardVoltsSDR sensor already exist!");
+        DRAFT_WARN(kModuleSdr, tDraft, "%s_GenSwitchBoardVoltsSDR sensor already exist!",
+                   tDraft.tProfile.acName);
+        return;
+    case Known::kSwitchVolts:
+        DRAFT_INFO(tDraft, "Default_GenSwitchBoardVoltsSDR sensor already exist!");
         return;
     case Known::kCpuStatus:
-        DRAFT_INFO(tDraft, "Default_GenCPUStatusSDR sensor already exist!\n");
+        DRAFT_INFO(tDraft, "%s_GenCPUStatusSDR sensor already exist!\n", tDraft.tProfile.acName);
         return;
     case Known::kFru:
-        DRAFT_INFO(tDraft, "The VCC12V already exists in fru.");
+        DRAFT_INFO(tDraft, "The %s already exists in fru.", tDraft.tRow.Name());
         return;
     }
 }
@@ -320,6 +390,8 @@ const char *PickName(Draft &tDraft, uint8_t &ucNumber) {
         return tDraft.wBoardId == kSmallBoardId ? tRow.Variant() : tRow.Name();
     case Naming::kSecondGroup:
         return ucIndex == 0 ? tRow.Name() : ucIndex == 1 ? tRow.Variant() : nullptr;
+    case Naming::kLongNumber:
+        return ucNumber > 0x0F ? tRow.Variant() : tRow.Name();
     case Naming::kInletOutlet:
         ucNumber = static_cast<uint8_t>('1' + ucIndex % 2);
         return ucIndex < 2 ? tRow.Name() : tRow.Variant();

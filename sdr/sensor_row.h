@@ -4,11 +4,10 @@
 // built; a row gives a kind a name in one profile.  A profile is one constant: its head and its rows, packed
 // one behind the other without a pointer, so that it costs no relocation:
 //
-//     row = length, group, kind, offset of the name, offset of the variant (0 = none), generator\0 name\0
-//     variant\0
+//     row = length, group, kind, offsets of name, variant, announcement; generator\0 name\0 variant\0 ...
 //
 // The generator is the exported function's name without "<Profile>_"; records that the driver builds under
-// its own name have an empty one.
+// its own name have an empty one.  Variant and announcement may be missing (offset 0).
 #ifndef OXA_SDR_SENSOR_ROW_H
 #define OXA_SDR_SENSOR_ROW_H
 
@@ -19,8 +18,7 @@
 
 namespace oxa {
 
-// ---- kinds
-// ----------------------------------------------------------------------------------------------------
+// ---- kinds ------------------------------------------------------------------------------------------------
 
 // What is asked before anything is built.  A gate that refuses logs why and no record comes out.
 enum class Gate : uint8_t {
@@ -36,6 +34,10 @@ enum class Gate : uint8_t {
     kDiskAccuracy, // M = watts per count of the disks
     kBoardPower,   // logs board id and product id; not on the small board
     kPsuStatus,    // loads the alarm configuration; not beyond the number of PSUs
+    kPsuInRange,   // not beyond the number of PSUs
+    kCpuIntel,     // only with an Intel processor
+    kSwitchPower,  // only with the switch card, or the valid switch sensors, that the board wants
+    kProductLine,  // logs the product id
     kDimmName,     // the name's text is the DIMM's own
     kCpuVoltage,   // conversion and limits are described by the platform, domain ucGateId
     kAirIndex      // switch-board inlets and outlets: 0 to 3
@@ -46,6 +48,7 @@ enum class Place : uint8_t {
     kNone,         // nothing; offset 3 stays 0
     kIndexOnly,    // offset 3 = index
     kAdd,          // instance += index, dropped where that would pass 255
+    kAddOnly,      // the same, but offset 3 stays 0
     kAddOrKeep,    // instance += index where it fits
     kSlot,         // instance = index
     kCpu,          // instance += CPU number counted from 0, dropped where that would pass 255
@@ -61,13 +64,13 @@ enum class BoardLine : uint8_t { kNone, kOwn, kPowerWatts, kInputTemp };
 // What is said when a record of that name is already stored.
 enum class Known : uint8_t {
     kSilent,
-    kInfo,        // "<generator> sensor already exist!"
-    kInfoNewline, // the same with a newline
-    kWarnNewline, //
-
-    kSwitchVoltsWarn, // the switch-board volts generator's text, as a warning
-    kCpuStatus,       // the CPU status text
-    kFru              // "The VCC12V already exists in fru."
+    kInfo,            // "<generator> sensor already exist!"
+    kInfoNewline,     // the same with a newline
+    kWarnNewline,     // and as a warning
+    kSwitchVoltsWarn, // the text of the profile's switch-board volts generator, as a warning
+    kSwitchVolts,     // the text of Default's
+    kCpuStatus,       // the text of the profile's CPU status
+    kFru              // "The <name> already exists in fru."
 };
 
 // How the name is chosen.
@@ -75,8 +78,9 @@ enum class Naming : uint8_t {
     kNumber,      // printed with the number
     kText,        // printed with a text of the platform
     kSecondGroup, // index 0 the name, index 1 the variant
-    kInletOutlet, // 0, 1: the name with 1, 2; 2, 3: the variant with 1, 2; others are an error
-    kSmallBoard   // the variant on the small board, else printed with the number
+    kInletOutlet, // 0, 1: the name with '1', '2'; 2, 3: the variant with '1', '2'
+    kSmallBoard,  // the variant on the small board, else printed with the number
+    kLongNumber   // the variant where the number has more than one hexadecimal digit
 };
 
 enum KindFlag : uint8_t {
@@ -84,7 +88,8 @@ enum KindFlag : uint8_t {
     kSlotInRecord = 0x02,         // compact byte 29 = index
     kSilkReread = 0x04,           // asks for the first printed CPU number
     kRefusalWarns = 0x08,         // the refusal is a warning instead of an info
-    kIndexInItem = 0x10           // the entry's item number (offset 1) counts on with the index
+    kIndexInItem = 0x10,          // the entry's item number (offset 1) counts on with the index
+    kDropBelowSilk = 0x20         // not built for a printed CPU number below the first one
 };
 
 struct Device { // device-table entry
@@ -92,6 +97,7 @@ struct Device { // device-table entry
     uint8_t ucItem = 0;
     uint8_t ucScanFlag = 0; // 0x80: scanned
     uint8_t ucMark = 0xFF;  // 0x25 disks, 0x28 54 V rails
+    uint8_t ucIndex = 0;    // offset 3 of a sensor that stands alone
 };
 
 struct Behaviour {
@@ -118,13 +124,14 @@ constexpr SensorKind Compact(const CompactFields &t, const Behaviour &tBehaviour
     return {CompactHead(t), tBehaviour};
 }
 
-// ---- rows
-// -----------------------------------------------------------------------------------------------------
+// ---- rows -------------------------------------------------------------------------------------------------
 
 // The parts of a board's set; a profile's rows of one group stand together, in the order of their records.
 enum class Group : uint8_t {
     kNone,
     kTable,         // reached through the profile's static generator table
+    kRackTable,     // through the table of the rack management board
+    kCduTable,      // through the table of the liquid-cooling unit
     kSwitchPower,   // switch-board card: volts and current per instance
     kSwitchTemp,    // switch-board card: temperatures
     kSwitchAir,     // switch-board inlet and outlet
@@ -141,9 +148,16 @@ enum class Group : uint8_t {
     kDiskGroup,     // per backplane under sensor simplification
     kOcp,           // per OCP card
     kOcpError,      // per OCP card, behind kOcp
+    kPowerModule,   // per power module
+    kUbbRetimer,    // per retimer of the GPU base board
+    kSwitchChip,    // per switch chip
+    kGpuRail,       // per GPU supply rail
+    kLanSwitch,     // LAN switch board
+    kCduFan,        // per fan of the liquid-cooling unit
+    kCduSupply      // per power supply of the liquid-cooling unit
 };
 
-enum RowByte : uint8_t { kRowLength, kRowGroup, kRowKind, kRowName, kRowVariant, kRowTexts };
+enum RowByte : uint8_t { kRowLength, kRowGroup, kRowKind, kRowName, kRowVariant, kRowAnnounced, kRowTexts };
 
 // One packed row, or several.
 template <size_t N> struct Rows {
@@ -157,44 +171,53 @@ void sensor_name_twice_in_a_profile();
 void no_row_of_that_generator();
 void row_stands_outside_its_group();
 
-// Characters that a name pattern prints at most: a number has up to three digits where the pattern asks for a
-// decimal, two in hexadecimal, one where it asks for a character; a DIMM's name has up to five characters.
-constexpr size_t PrintedLength(const char *pcPattern, size_t nDigits = 3) {
+// Characters that a name pattern prints at most: a decimal has up to nDigits, a hexadecimal two (one where the
+// pattern asks for a width of one), a character is one, a DIMM's name has up to five.
+constexpr size_t PrintedLength(const char *pcPattern, size_t nDigits) {
     size_t n = 0;
     for (const char *pc = pcPattern; *pc != '\0'; ++pc, ++n) {
         if (*pc != '%')
             continue;
+        const bool bOne = pc[1] == '1';
         while (pc[1] >= '0' && pc[1] <= '9')
             ++pc;
         ++pc;
-        n += (*pc == 's' ? 5 : *pc == 'X' ? 2 : *pc == 'c' ? 1 : nDigits) - 1;
+        n += (*pc == 's' ? 5 : *pc == 'X' ? (bOne ? 1 : 2) : *pc == 'c' ? 1 : nDigits) - 1;
     }
     return n;
 }
 
-template <size_t N> constexpr void CheckName(const char (&acName)[N]) {
-    if (PrintedLength(acName) > kNameMax)
+constexpr void CheckName(const char *pcPattern, size_t nDigits = 3) {
+    if (PrintedLength(pcPattern, nDigits) > kNameMax)
         sensor_name_longer_than_16_characters();
 }
 
-template <size_t G, size_t P, size_t V>
-constexpr Rows<kRowTexts + G + P + (V > 1 ? V : 0)>
-MakeRow(uint8_t ucKind, const char (&acGenerator)[G], const char (&acName)[P], const char (&acVariant)[V]) {
-    constexpr size_t nSize = kRowTexts + G + P + (V > 1 ? V : 0);
+// A text of a row; an empty one takes no room.
+template <size_t N> constexpr size_t Room(const char (&)[N]) {
+    return N > 1 ? N : 0;
+}
+template <size_t S, size_t N>
+constexpr size_t PutText(Rows<S> &t, size_t nAt, const char (&acText)[N], RowByte eOffset) {
+    t.auc[eOffset] = static_cast<uint8_t>(N > 1 ? nAt : 0);
+    for (size_t n = 0; N > 1 && n < N; ++n)
+        t.auc[nAt + n] = static_cast<uint8_t>(acText[n]);
+    return nAt + Room(acText);
+}
+
+template <size_t G, size_t P, size_t V, size_t A>
+constexpr auto MakeRow(uint8_t ucKind, const char (&acGenerator)[G], const char (&acName)[P],
+                       const char (&acVariant)[V], const char (&acAnnounced)[A]) {
+    constexpr size_t nSize = kRowTexts + G + P + (V > 1 ? V : 0) + (A > 1 ? A : 0);
     if (nSize > 255)
         sensor_row_too_long();
-    CheckName(acName);
-    Rows<nSize> t;
+    Rows<nSize> t = {};
     t.auc[kRowLength] = static_cast<uint8_t>(nSize);
     t.auc[kRowKind] = ucKind;
-    t.auc[kRowName] = static_cast<uint8_t>(kRowTexts + G);
-    t.auc[kRowVariant] = static_cast<uint8_t>(V > 1 ? kRowTexts + G + P : 0);
     for (size_t n = 0; n < G; ++n)
         t.auc[kRowTexts + n] = static_cast<uint8_t>(acGenerator[n]);
-    for (size_t n = 0; n < P; ++n)
-        t.auc[kRowTexts + G + n] = static_cast<uint8_t>(acName[n]);
-    for (size_t n = 0; V > 1 && n < V; ++n)
-        t.auc[kRowTexts + G + P + n] = static_cast<uint8_t>(acVariant[n]);
+    size_t nAt = PutText(t, kRowTexts + G, acName, kRowName);
+    nAt = PutText(t, nAt, acVariant, kRowVariant);
+    PutText(t, nAt, acAnnounced, kRowAnnounced);
     return t;
 }
 
@@ -225,8 +248,7 @@ constexpr bool SameText(const uint8_t *puc, const char *pc) {
     return false;
 }
 
-// ---- a row as the engine reads it
-// -----------------------------------------------------------------------------
+// ---- a row as the engine reads it -------------------------------------------------------------------------
 
 struct RowView {
     const uint8_t *puc;
@@ -248,6 +270,12 @@ struct RowView {
     }
     bool HasVariant() const {
         return puc[kRowVariant] != 0;
+    }
+    const char *Announced() const {
+        return reinterpret_cast<const char *>(puc + puc[kRowAnnounced]);
+    }
+    bool IsAnnounced() const {
+        return puc[kRowAnnounced] != 0;
     }
     RowView Next() const {
         return {puc + puc[kRowLength]};
