@@ -2,6 +2,7 @@
 #include "profiles/sensor_kinds.h"
 
 #include "oxa/platform.h"
+#include "sdr/leakage_key.h"
 #include "sdr/sdr_templates.h" // its checks are part of every build
 
 namespace oxa {
@@ -294,13 +295,13 @@ constexpr void Fans(KindTable &t) {
     t.at[kFanRedundancy] =
         Discrete(kEntityCoolingUnit, 0x04, 0x0B, 0x0003,
                  {.tDevice = {0x54, 2, kScanned}, .eGate = Gate::kLiquidNot2, .eKnown = Known::kInfo});
-    t.at[kLeakage] = Compact({.ucEntityId = kEntityCoolingUnit,
-                              .ucSensorType = 0x0A,
-                              .ucEventType = 0x03,
+    t.at[kLeakage] = Compact({.ucEntityId = kLeakageEntityId,
+                              .ucSensorType = kLeakageSensorType,
+                              .ucEventType = kLeakageEventType,
                               .wAssert = 0x0002,
                               .wDeassert = 0x0002,
                               .wReading = 0x0003},
-                             {.tDevice = {0x5E}, .eGate = Gate::kLiquidIs1, .eKnown = Known::kInfo});
+                             {.tDevice = {0x5E, 0, kScanned}, .eGate = Gate::kLiquidIs1, .eKnown = Known::kInfo});
 }
 
 constexpr void Disks(KindTable &t) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr char kFile[] = "gen_specific_sensor_data.c";
 
-// ---- FRU id offset ----------------------------------------------------------------------------------------
+// ---- FRU id offset ------------------------------------------------------------------------------
 
 constexpr uint8_t kOffsetUnresolved = 255;
 constexpr uint8_t kSablinFruIdOffset = 8;
@@ -31,7 +31,7 @@ uint8_t ResolveFruIdOffset() {
     return dwProductId == kSablinOffsetProductId ? kSablinFruIdOffset : 0;
 }
 
-// ---- entity ids -------------------------------------------------------------------------------------------
+// ---- entity ids ---------------------------------------------------------------------------------
 
 constexpr uint8_t kEntityAddInCard = 0x0B;
 constexpr uint8_t kEntityOcp = 0x97;
@@ -83,7 +83,7 @@ consteval EntityTable MakeEntityTable() {
 constexpr EntityTable kEntityTable = MakeEntityTable();
 static_assert(sizeof(kEntityTable) == 68);
 
-// ---- sensor index -----------------------------------------------------------------------------------------
+// ---- sensor index -------------------------------------------------------------------------------
 
 constexpr uint8_t kBrenmorIndexTypes[] = {
     kBrenmor,   kHyper,         kGigaHyper3, kMluPcieRetimer, kMluSerdesRetimer, kMluUbb,
@@ -98,7 +98,7 @@ consteval uint64_t MakeBrenmorMask() {
     return qwMask;
 }
 
-// ---- GPU power --------------------------------------------------------------------------------------------
+// ---- GPU power ----------------------------------------------------------------------------------
 
 constexpr uint8_t kGpuSlotMax = 81;
 constexpr uint16_t kGpuTwiceReportedVendor = 0xCABC; // lists a card of two halves twice
