@@ -38,8 +38,8 @@ struct Cpus {
 
 struct Dimms {
     uint8_t count = 0;
-    std::vector<std::string>
-        names; // per DIMM; absent: "CPU<c>_<letter><slot>" style names, see board_file.cpp
+    // Per DIMM; absent: channel letter and slot, "A0", "A1", "B0", ...
+    std::vector<std::string> names;
     uint32_t power_accuracy = 1;
 };
 

@@ -229,6 +229,7 @@ private:
     size_t id_;
     bool traced_ = false;
     bool fails_ = false;
+    bool null_ = false; // reported once per call
     const Fault *rule_ = nullptr;
     int64_t result_ = 0;
     std::string args_;

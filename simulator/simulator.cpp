@@ -113,7 +113,8 @@ void Call::Decide() {
 
 bool Call::FailsOrNull(std::initializer_list<const void *> pointers) {
     const bool null = std::find(pointers.begin(), pointers.end(), nullptr) != pointers.end();
-    if (null) {
+    if (null && !null_) {
+        null_ = true;
         state_.Violate("null pointer given to " + std::string(kCalls[id_].name) + "(" + args_ + ")");
     }
     return fails_ || null;

@@ -45,16 +45,17 @@ struct Fault {
     std::string call;
     // The n-th call of that name since Start (1-based); absent: every one.  With args: the n-th call that
     // matches them since the rule was added.
-    std::optional<uint32_t> occurrence;
-    bool from_then_on = false;       // with occurrence: that one and all later ones
-    std::optional<std::string> args; // only calls whose traced arguments contain this text, e.g. "index=2"
-                                     // (which does not match "index=21")
-    std::optional<int64_t> result;   // what is returned; absent: the function's usual failure value
-    std::optional<uint64_t> output;  // what lands in the (first) out-parameter; absent: rubbish (0xA5 bytes)
-    bool succeed = false;            // return success (or `result`) but with `output`
-    bool null_object = false;        // service getters: return null
-    bool null_operation = false;     // service getters: return an object whose operations are null
-    int errno_value = 0;             // file calls
+    std::optional<uint32_t> occurrence = {};
+    bool from_then_on = false;            // with occurrence: that one and all later ones
+    std::optional<std::string> args = {}; // only calls whose traced arguments contain this text, e.g.
+                                          // "index=2" (which does not match "index=21")
+    std::optional<int64_t> result = {};   // what is returned; absent: the function's usual failure value
+    std::optional<uint64_t> output =
+        {};                      // what lands in the (first) out-parameter; absent: rubbish (0xA5 bytes)
+    bool succeed = false;        // return success (or `result`) but with `output`
+    bool null_object = false;    // service getters: return null
+    bool null_operation = false; // service getters: return an object whose operations are null
+    int errno_value = 0;         // file calls
 };
 // Rules are tried in the order they were added, the first that matches decides.  A rule that could never act
 // (an unknown call, a call that cannot fail without `result` or `output`, ...) throws std::invalid_argument.

@@ -227,8 +227,7 @@ void CloseEverything(State &state) {
 }
 
 // ---- caller arrays ------------------------------------------------------------------------------
-// ----------------------------------------------------------------------------------------------- One block:
-// guard, slots, guard, entries, guard.
+// One block: guard, slots, guard, entries, guard.
 
 namespace {
 constexpr size_t kGuardSize = 4096;

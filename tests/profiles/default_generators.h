@@ -19,11 +19,11 @@ struct Generator {
 
 #define PLAIN(function, sensor)                                                                              \
     Generator {                                                                                              \
-        #function, sensor, [](uint8_t *slot, DevTabEntry *entry) { return function(slot, entry); }           \
+#function, sensor, [](uint8_t * slot, DevTabEntry * entry) { return function(slot, entry); }         \
     }
 #define INDEXED(function, index, sensor)                                                                     \
     Generator {                                                                                              \
-        #function, sensor, [](uint8_t *slot, DevTabEntry *entry) { return function(index, slot, entry); }    \
+#function, sensor, [](uint8_t * slot, DevTabEntry * entry) { return function(index, slot, entry); }  \
     }
 
 inline const std::vector<Generator> &Generators() {
@@ -98,7 +98,9 @@ inline sim::Board GeneratorBoard() {
 struct Built {
     uint8_t result = 0;
     Record record;
-    bool Untouched() const { return record.sdr == Bytes(64, kUntouched) && record.entry == Bytes(32, kUntouched); }
+    bool Untouched() const {
+        return record.sdr == Bytes(64, kUntouched) && record.entry == Bytes(32, kUntouched);
+    }
 };
 inline Built Build(const std::function<uint8_t(uint8_t *, DevTabEntry *)> &call) {
     Built built;
@@ -109,7 +111,9 @@ inline Built Build(const std::function<uint8_t(uint8_t *, DevTabEntry *)> &call)
     std::memcpy(built.record.entry.data(), &entry, 32);
     return built;
 }
-inline Built Build(const Generator &generator) { return Build(generator.call); }
+inline Built Build(const Generator &generator) {
+    return Build(generator.call);
+}
 template <class Function> Built BuildIndexed(Function function, uint8_t index) {
     return Build([=](uint8_t *slot, DevTabEntry *entry) { return function(index, slot, entry); });
 }

@@ -2,8 +2,8 @@
 //
 // The driver's rules: guards, board rules, groups and their order, names and instances.
 //
-// Not shown: a record whose length byte is FBh is copied but not counted.  The length byte is at most 43 + 16 with
-// names of at most 16 characters, so no board reaches that test.
+// Not shown: a record whose length byte is FBh is copied but not counted.  The length byte is at most 43 + 16
+// with names of at most 16 characters, so no board reaches that test.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ using namespace default_set;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// ---- arguments and fatal facts -----------------------------------------------------------------------------
+// ---- arguments and fatal facts ----------------------------------------------------------------------------
 
 TEST(DefaultDriver, ANullArgumentIsAnErrorAndWritesNothing) {
     for (int missing = 0; missing < 3; ++missing) {
@@ -23,7 +23,8 @@ TEST(DefaultDriver, ANullArgumentIsAnErrorAndWritesNothing) {
         sim::Start(BaseBoard());
         auto &arrays = sim::CallerArrays(64, kUntouched);
         arrays.count = kCallersCount;
-        OXA_AddDefaultStaticSensor(missing == 0 ? nullptr : arrays.slots, missing == 1 ? nullptr : arrays.entries,
+        OXA_AddDefaultStaticSensor(missing == 0 ? nullptr : arrays.slots,
+                                   missing == 1 ? nullptr : arrays.entries,
                                    missing == 2 ? nullptr : &arrays.count);
         EXPECT_EQ(arrays.count, kCallersCount);
         EXPECT_EQ(arrays.slots[0], kUntouched);
@@ -31,10 +32,11 @@ TEST(DefaultDriver, ANullArgumentIsAnErrorAndWritesNothing) {
         EXPECT_EQ(sim::Trace()[0].kind, sim::Kind::kStat);
         EXPECT_EQ(sim::Trace()[1].function, "OXA_AddDefaultStaticSensor");
         EXPECT_EQ(sim::Trace()[1].file, "gen_specific_sensor_default.c");
-        EXPECT_THAT(Lines(),
-                    ElementsAre(Line{'E', 42,
-                                     "OXA_AddDefaultStaticSensor failed! pucSDRRec == NULL || ptDEVTab == NULL || "
-                                     "pucSensorCnt == NULL."}));
+        EXPECT_THAT(
+            Lines(),
+            ElementsAre(Line{'E', 42,
+                             "OXA_AddDefaultStaticSensor failed! pucSDRRec == NULL || ptDEVTab == NULL || "
+                             "pucSensorCnt == NULL."}));
     }
 }
 
@@ -75,19 +77,21 @@ TEST(DefaultDriver, FactsThatFailAreWarnedAboutInOrderAndCountAsZero) {
     board.fans.count = 2;
     sim::Start(board);
     int32_t code = 0x11;
-    for (const char *call : {"HAL_GetCpuMaxCount", "HAL_GetCpuSilkScreenIndexFixValue", "HAL_GetDimmMaxCount",
-                             "HAL_GetCpuType", "HalFanService.GetFanMaxCount", "HAL_IsNeedSensorSimplification"})
+    for (const char *call :
+         {"HAL_GetCpuMaxCount", "HAL_GetCpuSilkScreenIndexFixValue", "HAL_GetDimmMaxCount", "HAL_GetCpuType",
+          "HalFanService.GetFanMaxCount", "HAL_IsNeedSensorSimplification"})
         sim::AddFault({.call = call, .occurrence = 1, .result = code++});
     const Outcome outcome = RunPass();
     EXPECT_TRUE(outcome.written);
     auto lines = Lines();
     lines.resize(6);
-    EXPECT_THAT(lines, ElementsAre(Line{'W', 255, "HAL_GetCpuMaxCount(&ucCpuMaxCount) = [11]"},
-                                   Line{'W', 255, "HAL_GetCpuSilkScreenIndexFixValue(&ucCpuSilkStartIndex) = [12]"},
-                                   Line{'W', 255, "HAL_GetDimmMaxCount(&ucDimmMaxCount) = [13]"},
-                                   Line{'W', 255, "HAL_GetCpuType(&ucCpuType) = [14]"},
-                                   Line{'E', 42, "Get fan max count failed, result:21!"},
-                                   Line{'W', 255, "HAL_IsNeedSensorSimplification(&SensorSimpleFlag) = [16]"}));
+    EXPECT_THAT(lines,
+                ElementsAre(Line{'W', 255, "HAL_GetCpuMaxCount(&ucCpuMaxCount) = [11]"},
+                            Line{'W', 255, "HAL_GetCpuSilkScreenIndexFixValue(&ucCpuSilkStartIndex) = [12]"},
+                            Line{'W', 255, "HAL_GetDimmMaxCount(&ucDimmMaxCount) = [13]"},
+                            Line{'W', 255, "HAL_GetCpuType(&ucCpuType) = [14]"},
+                            Line{'E', 42, "Get fan max count failed, result:21!"},
+                            Line{'W', 255, "HAL_IsNeedSensorSimplification(&SensorSimpleFlag) = [16]"}));
     EXPECT_EQ(FunctionOf("Get fan max count failed, result:21!"), "Default_GetFanMaxCountByHal_");
     EXPECT_EQ(outcome.count, 38); // no processors, DIMMs and fans
     EXPECT_THAT(sim::Violations(), IsEmpty());
@@ -99,14 +103,15 @@ TEST(DefaultDriver, TheFactsAreAskedForInOrder) {
     for (const sim::Event &event : sim::Trace())
         if (event.kind == sim::Kind::kCall && calls.size() < 14)
             calls.push_back(event.function);
-    EXPECT_THAT(calls, ElementsAre("HAL_GetCpuMaxCount", "HAL_GetCpuSilkScreenIndexFixValue", "HAL_GetDimmMaxCount",
-                                   "Hal_GetStandPcieSlotCounts", "HAL_GetCpuType", "HalFanInst",
-                                   "HalFanService.GetFanMaxCount", "GetOcpNetCardMaxCount",
-                                   "HAL_IsNeedSensorSimplification", "GetSwitchBoardSupportFlag", "HAL_GetPsuMaxCount",
-                                   "HAL_GetIsSupportPowerManage", "get_default_board_id", testing::_));
+    EXPECT_THAT(calls, ElementsAre("HAL_GetCpuMaxCount", "HAL_GetCpuSilkScreenIndexFixValue",
+                                   "HAL_GetDimmMaxCount", "Hal_GetStandPcieSlotCounts", "HAL_GetCpuType",
+                                   "HalFanInst", "HalFanService.GetFanMaxCount", "GetOcpNetCardMaxCount",
+                                   "HAL_IsNeedSensorSimplification", "GetSwitchBoardSupportFlag",
+                                   "HAL_GetPsuMaxCount", "HAL_GetIsSupportPowerManage",
+                                   "get_default_board_id", testing::_));
 }
 
-// ---- guards ------------------------------------------------------------------------------------------------
+// ---- guards -----------------------------------------------------------------------------------------------
 
 struct Guard {
     const char *name;
@@ -118,20 +123,57 @@ struct Guard {
 };
 
 const std::vector<Guard> kGuards = {
-    {"cpu", [](sim::Board &board, uint8_t value) { board.cpus.silk_start = value; }, 254, 253,
-     {'W', 42, "ucIndex may overflow. (ucCPUCnt+ucCpuSilkStart) = 256!\n"}, "", "CPU_TEMP_254"},
-    {"psu", [](sim::Board &board, uint8_t value) { board.psus.count = value; }, 255, 254,
-     {'W', 42, "ucIndex may overflow. dwPSUCnt = 255!\n"}, "CPU_STATUS_01", "PSU_PIN_254"},
-    {"dimm", [](sim::Board &board, uint8_t value) { board.dimms.count = value; }, 255, 254,
-     {'W', 42, "ucIndex may overflow. dwDimmCnt = 255!\n"}, "PSU_REDUNDANT", "MEM_TEMP_A0"},
-    {"pcie", [](sim::Board &board, uint8_t value) { board.pcie.count = value; }, 255, 254,
-     {'W', 42, "ucIndex may overflow. ucPcieCnt = 255!\n"}, "PSU_REDUNDANT", "PCIE_STATUS_09"},
-    {"fan", [](sim::Board &board, uint8_t value) { board.fans.count = value; }, 255, 254,
-     {'W', 42, "ucIndex may overflow. ucFanCnt = 255!\n"}, "PCIE_STATUS_09", "FAN_STATUS_159"},
-    {"ocp", [](sim::Board &board, uint8_t value) { board.ocp.count = value; }, 255, 254,
-     {'W', 42, "ucIndex may overflow. ucOCPCnt = 255!\n"}, "HDD_STATUS_200", "OCP_ERR_254"},
-    {"disk", [](sim::Board &board, uint8_t value) { board.disks.backplanes.push_back({250, value, "Rear"}); }, 6, 5,
-     {'I', 42, "diskIndex may overflow.\n"}, "HDD_STATUS_200", "HDD_STATUS_254"},
+    {"cpu",
+     [](sim::Board &board, uint8_t value) { board.cpus.silk_start = value; },
+     254,
+     253,
+     {'W', 42, "ucIndex may overflow. (ucCPUCnt+ucCpuSilkStart) = 256!\n"},
+     "",
+     "CPU_TEMP_254"},
+    {"psu",
+     [](sim::Board &board, uint8_t value) { board.psus.count = value; },
+     255,
+     254,
+     {'W', 42, "ucIndex may overflow. dwPSUCnt = 255!\n"},
+     "CPU_STATUS_01",
+     "PSU_PIN_254"},
+    {"dimm",
+     [](sim::Board &board, uint8_t value) { board.dimms.count = value; },
+     255,
+     254,
+     {'W', 42, "ucIndex may overflow. dwDimmCnt = 255!\n"},
+     "PSU_REDUNDANT",
+     "MEM_TEMP_A0"},
+    {"pcie",
+     [](sim::Board &board, uint8_t value) { board.pcie.count = value; },
+     255,
+     254,
+     {'W', 42, "ucIndex may overflow. ucPcieCnt = 255!\n"},
+     "PSU_REDUNDANT",
+     "PCIE_STATUS_09"},
+    {"fan",
+     [](sim::Board &board, uint8_t value) { board.fans.count = value; },
+     255,
+     254,
+     {'W', 42, "ucIndex may overflow. ucFanCnt = 255!\n"},
+     "PCIE_STATUS_09",
+     "FAN_STATUS_159"},
+    {"ocp",
+     [](sim::Board &board, uint8_t value) { board.ocp.count = value; },
+     255,
+     254,
+     {'W', 42, "ucIndex may overflow. ucOCPCnt = 255!\n"},
+     "HDD_STATUS_200",
+     "OCP_ERR_254"},
+    {"disk",
+     [](sim::Board &board, uint8_t value) {
+         board.disks.backplanes.push_back({250, value, "Rear"});
+     },
+     6,
+     5,
+     {'I', 42, "diskIndex may overflow.\n"},
+     "HDD_STATUS_200",
+     "HDD_STATUS_254"},
 };
 
 sim::Board GuardBoard() {
@@ -178,7 +220,7 @@ TEST(DefaultGuards, AnEarlierBackplaneIsBuiltBeforeTheGuardOfALaterOne) {
     EXPECT_EQ(outcome.records.back().Name(), "HDD_STATUS_01");
 }
 
-// ---- board rules -------------------------------------------------------------------------------------------
+// ---- board rules ------------------------------------------------------------------------------------------
 
 TEST(DefaultBoardRules, TwoBoardsHaveNoOcpCards) {
     for (uint16_t id : {0x558B, 0x5580}) {
@@ -207,7 +249,8 @@ TEST(DefaultBoardRules, TheSmallBoardHasNoPsuPcieFanAndOcpRecordsAndNoCpuNumbers
     EXPECT_EQ(outcome.count, 8 + 24);
 }
 
-std::vector<std::string> SwitchNames(uint16_t board_id, uint16_t card, bool supported = true, bool online = true) {
+std::vector<std::string> SwitchNames(uint16_t board_id, uint16_t card, bool supported = true,
+                                     bool online = true) {
     sim::Board board = BaseBoard();
     board.board_id = board_id;
     board.switch_board.supported = supported;
@@ -230,8 +273,8 @@ TEST(DefaultBoardRules, TheSwitchBoardCardGivesVoltsAndCurrentOfFourInstances) {
 
 TEST(DefaultBoardRules, TheOtherSwitchBoardCardGivesEightTemperatures) {
     EXPECT_THAT(SwitchNames(0x550F, 0x5517),
-                ElementsAre("SW_TEMP_01", "SW_TEMP_02", "SW_TEMP_03", "SW_TEMP_04", "SW_TEMP_05", "SW_TEMP_06",
-                            "SW_TEMP_07", "SW_TEMP_08"));
+                ElementsAre("SW_TEMP_01", "SW_TEMP_02", "SW_TEMP_03", "SW_TEMP_04", "SW_TEMP_05",
+                            "SW_TEMP_06", "SW_TEMP_07", "SW_TEMP_08"));
     EXPECT_EQ(CountLine({'I', 42, "OXA_AddDefaultStaticSensor for SwitchBoard!"}), 1u);
 }
 
@@ -253,138 +296,6 @@ TEST(DefaultBoardRules, InletAndOutletTemperaturesComeLast) {
     const Outcome outcome = RunPass(sim::CurrentBoard());
     EXPECT_EQ(outcome.records.back().Name(), "SW_OUTPUT_T_02");
     EXPECT_EQ(outcome.count, 52);
-}
-
-// ---- processors --------------------------------------------------------------------------------------------
-
-TEST(DefaultCpus, NumbersStartAtTheSilkStartInstancesAtZero) {
-    sim::Board board = BaseBoard();
-    board.cpus.silk_start = 5;
-    const Outcome outcome = RunPass(board);
-    ASSERT_EQ(outcome.CountName("CPU_TEMP_06"), 1u);
-    EXPECT_EQ(outcome.Find("CPU_TEMP_05")->sdr[9], 0x60);
-    EXPECT_EQ(outcome.Find("CPU_TEMP_06")->sdr[9], 0x61);
-    EXPECT_EQ(outcome.Find("CPU_STATUS_06")->entry[3], 1);
-    EXPECT_EQ(outcome.CountName("CPU_PROCHOT"), 2u); // one name for all, and both stay
-    EXPECT_EQ(CountLine({'I', 42, "OXA_AddDefaultStaticSensor for CPU: dwIndex = 6,ucCPUCnt = 2, dwCnt = 4!"}), 1u);
-}
-
-TEST(DefaultCpus, AnEmptySocketGetsItsSensorsUnlessTheReduceFlagIsSet) {
-    sim::Board board = BaseBoard();
-    board.cpus.online = {true, false};
-    EXPECT_EQ(RunPass(board).count, 48);
-    EXPECT_EQ(sim::CountCalls("HAL_GetCpuOnlineStatus"), 0u);
-    board.cpus.reduce_flag = 1;
-    const Outcome outcome = RunPass(board);
-    EXPECT_EQ(outcome.count, 43);
-    EXPECT_EQ(outcome.CountName("CPU_TEMP_01"), 0u);
-    EXPECT_EQ(CountLine({'I', 42, "OXA_CheckifAddCpuSensorByIndex CPU 1 is offline"}), 1u);
-    const auto logs = sim::Logs();
-    EXPECT_TRUE(std::any_of(logs.begin(), logs.end(), [](const sim::Event &event) {
-        return event.text.ends_with("CPU 1 is offline") && event.file == "specific_sdr_file.c";
-    }));
-}
-
-TEST(DefaultCpus, ThePresenceTestAnswersByFlagAndStatus) {
-    sim::Board board = BaseBoard();
-    board.cpus.reduce_flag = 1;
-    board.cpus.online = {true, false};
-    sim::Start(board);
-    EXPECT_EQ(OXA_CheckifAddCpuSensorByIndex(0), 1);
-    EXPECT_EQ(OXA_CheckifAddCpuSensorByIndex(1), 0);
-    sim::AddFault({.call = "HalCpuService.GetCpuReduceFlag", .result = 0x21, .output = 1});
-    EXPECT_EQ(OXA_CheckifAddCpuSensorByIndex(1), 1); // the flag counts as 0
-    EXPECT_EQ(CountLine({'W', 255, "HalCpuInst()->GetCpuReduceFlag(&message) = [21]"}), 1u);
-    sim::ClearFaults();
-    sim::AddFault({.call = "HalCpuInst", .null_object = true});
-    EXPECT_EQ(OXA_CheckifAddCpuSensorByIndex(1), 1);
-    EXPECT_EQ(CountLine({'W', 255, "HalCpuInst()->GetCpuReduceFlag(&message) = [FFFFFFFF]"}), 1u);
-    sim::ClearFaults();
-    sim::AddFault({.call = "HAL_GetCpuOnlineStatus", .result = 0x22, .output = 1});
-    EXPECT_EQ(OXA_CheckifAddCpuSensorByIndex(0), 0);
-    EXPECT_EQ(CountLine({'W', 255, "HAL_GetCpuOnlineStatus(ucCpuIndex, &sdwOnlineStatus) = [22]"}), 1u);
-    EXPECT_EQ(CountLine({'I', 42, "OXA_CheckifAddCpuSensorByIndex CPU 0 is offline"}), 1u);
-}
-
-TEST(DefaultCpus, AnyStatusButOneIsOffline) {
-    sim::Board board = BaseBoard();
-    board.cpus.reduce_flag = 1;
-    sim::Start(board);
-    sim::AddFault({.call = "HAL_GetCpuOnlineStatus", .output = 2, .succeed = true});
-    EXPECT_EQ(OXA_CheckifAddCpuSensorByIndex(0), 0);
-}
-
-TEST(DefaultCpus, TheSecondFigureOfTheLineIsZeroAbove121Cpus) {
-    sim::Board board = BaseBoard();
-    board.cpus.count = 0x79;
-    RunPass(board);
-    EXPECT_EQ(CountLine({'I', 42, "OXA_AddDefaultStaticSensor for CPU: dwIndex = 0,ucCPUCnt = 121, dwCnt = 242!"}), 1u);
-    board.cpus.count = 0x7A;
-    RunPass(board);
-    EXPECT_EQ(CountLine({'I', 42, "OXA_AddDefaultStaticSensor for CPU: dwIndex = 0,ucCPUCnt = 122, dwCnt = 0!"}), 1u);
-}
-
-constexpr char kInstanceWrap[] = "aucSDR[SDR_ENTITY_INSTANCE] + ucInstance may wrap!\n";
-
-TEST(DefaultCpus, ACpuAbove159LosesAllButItsCoreVoltage) {
-    sim::Board board = BaseBoard();
-    board.cpus.count = 161;
-    const Outcome outcome = RunPass(board);
-    EXPECT_EQ(outcome.Find("CPU_TEMP_159")->sdr[9], 0xFF);
-    for (const char *name : {"CPU_TEMP_160", "CPU_VR_TEMP_160", "CPU_STATUS_160"})
-        EXPECT_EQ(outcome.CountName(name), 0u) << name;
-    EXPECT_EQ(outcome.CountName("CPU_VOLTS_160"), 1u);
-    EXPECT_EQ(outcome.CountName("CPU_PROCHOT"), 160u);
-    EXPECT_EQ(CountLine({'C', 130, kInstanceWrap}), 4u);
-}
-
-TEST(DefaultCpus, TheRegulatorTemperatureHasAGateOfItsOwn) {
-    sim::Board board = BaseBoard();
-    board.support.sensors[101] = 0;
-    EXPECT_EQ(RunPass(board).count, 46);
-    EXPECT_EQ(CountLine({'W', 42, "The board does not support adding sensor CPU_VR_TEMP_0x."}), 2u);
-    sim::Start(BaseBoard());
-    sim::AddFault({.call = "HAL_GetSensorNotSupportFlagBySensor", .occurrence = 1, .result = 9, .output = 0});
-    EXPECT_EQ(RunPass().count, 47);
-    EXPECT_EQ(CountLine({'W', 255, "HAL_GetSensorNotSupportFlagBySensor(SENSOR_CPU_VR_TEMP, &ucSupportFlag) = [9]"}), 1u);
-}
-
-TEST(DefaultCpus, TheRegulatorsClientIsAskedForTheZeroBasedCpu) {
-    sim::Board board = BaseBoard();
-    board.cpus.silk_start = 1;
-    sim::Start(board);
-    sim::AddFault({.call = "HAL_CPUVRTempCoreVolts_GetI2cClientByInstance", .occurrence = 3});
-    const Outcome outcome = RunPass();
-    EXPECT_EQ(outcome.CountName("CPU_VR_TEMP_01"), 1u);
-    EXPECT_EQ(outcome.Find("CPU_VR_TEMP_01")->entry[6], 0); // the client of CPU 0
-    EXPECT_EQ(outcome.CountName("CPU_VR_TEMP_02"), 0u);     // the third call
-    EXPECT_EQ(outcome.CountName("CPU_VOLTS_02"), 1u);
-    EXPECT_EQ(CountLine({'W', 255, "Default_GenCPUVRTempSDR CPUVRTempCoreVolts_GetI2cClientByInstance failed!"}), 1u);
-}
-
-TEST(DefaultCpus, VoltageDomainsNeedCpuTypeThreeAndComeAfterTheTable) {
-    sim::Board board = BaseBoard();
-    board.cpus.count = 1; // the second pair is built all the same
-    board.cpus.type = 3;
-    const Outcome outcome = RunPass(board);
-    auto names = outcome.Names();
-    ASSERT_GE(names.size(), 5u);
-    EXPECT_THAT(std::vector<std::string>(names.end() - 5, names.end()),
-                ElementsAre("POWER_FAULT", "CPU0_D0_N2", "CPU0_D1_N2", "CPU1_D0_N2", "CPU1_D1_N2"));
-    for (int count = outcome.count - 3; count <= outcome.count; ++count)
-        EXPECT_EQ(CountLine({'I', 42, "OXA_AddDefaultStaticSensor for CPU Voltage:  ucCnt = " + std::to_string(count) +
-                                          "!"}),
-                  1u);
-}
-
-TEST(DefaultCpus, VoltageDomainsOfAnOfflineCpuAreLeftOut) {
-    sim::Board board = BaseBoard();
-    board.cpus.type = 3;
-    board.cpus.reduce_flag = 1;
-    board.cpus.online = {false, true};
-    const Outcome outcome = RunPass(board);
-    EXPECT_EQ(outcome.CountName("CPU0_D0_N2") + outcome.CountName("CPU0_D1_N2"), 0u);
-    EXPECT_EQ(outcome.CountName("CPU1_D0_N2") + outcome.CountName("CPU1_D1_N2"), 2u);
 }
 
 } // namespace

@@ -23,7 +23,7 @@ using Bytes = std::vector<uint8_t>;
 
 constexpr uint16_t kCallersCount = 0xBEEF; // what the caller's count holds before a pass
 constexpr char kStorePath[] = "/var/tmp/extSDR.dat";
-constexpr uint8_t kUntouched = 0xEE;       // what the caller's slots and entries hold before a pass
+constexpr uint8_t kUntouched = 0xEE; // what the caller's slots and entries hold before a pass
 
 struct Record {
     Bytes sdr;   // 64 bytes
@@ -74,8 +74,8 @@ inline Bytes Literal(const std::string &text) {
 }
 
 struct Outcome {
-    bool written = false; // the count was written
-    uint16_t count = 0;   // what the caller's count holds afterwards
+    bool written = false;        // the count was written
+    uint16_t count = 0;          // what the caller's count holds afterwards
     std::vector<Record> records; // the slots that hold a record, in order
 
     std::vector<std::string> Names() const {
@@ -140,9 +140,11 @@ inline Bytes StoreOf(const std::vector<Record> &records) {
         out.insert(out.end(), record.sdr.begin(), record.sdr.end());
     return out;
 }
-inline void Store(const std::vector<Record> &records) { sim::WriteFile(kStorePath, StoreOf(records)); }
+inline void Store(const std::vector<Record> &records) {
+    sim::WriteFile(kStorePath, StoreOf(records));
+}
 
-// ---- log lines ---------------------------------------------------------------------------------------------
+// ---- log lines --------------------------------------------------------------------------------------------
 struct Line {
     char level; // D debug, I info, W warning, E error
     uint32_t module;

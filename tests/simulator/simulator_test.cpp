@@ -53,7 +53,7 @@ TEST(CallNames, AreThePrototypesOfThePlatformHeaderAndTheCLibraryFunctions) {
             expected.insert((*found)[1].str() + "." + (*op)[1].str());
         }
     }
-    ASSERT_GT(expected.size(), 110u);
+    ASSERT_GT(expected.size(), 100u); // the header was understood
     const std::vector<std::string> names = CallNames();
     EXPECT_THAT(names, testing::UnorderedElementsAreArray(expected));
 }
