@@ -41,6 +41,6 @@ target_link_options(oxaspecificsensorinfo PRIVATE -Wl,--version-script=${OXA_VER
 if(NOT OXA_SANITIZE)
   target_link_options(oxaspecificsensorinfo PRIVATE
     -nostartfiles
-    -Wl,--gc-sections,-O1,-z,relro,-z,now,-z,noexecstack,-Bsymbolic-functions,--hash-style=gnu,--no-undefined-version)
+    -Wl,--gc-sections,-z,relro,-z,now,-z,noexecstack,-Bsymbolic-functions,--hash-style=gnu,--no-undefined-version)
 endif()
 set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")

@@ -9,12 +9,14 @@ using namespace oxa;
 
 // A row a line.
 // clang-format off
-constexpr auto kProfile = MakeProfile(
-    {.tName = {.acName = "Default", .acFile = "gen_specific_sensor_default.c"},
-     .aeSteps = {Step::kFacts, Step::kSwitchCard, Step::kCpus, Step::kPsus, Step::kMemory,
-                 Step::kPcie, Step::kFans, Step::kDisks, Step::kOcp, Step::kTable,
-                 Step::kCpuDomains, Step::kLiquidCooling, Step::kSwitchAir}},
+constexpr ProfileHead kHead = {
+    .tName = {.acName = "Default", .acFile = "gen_specific_sensor_default.c"},
+    .aeSteps = {Step::kFacts, Step::kSwitchCard, Step::kCpus, Step::kPsus, Step::kMemory,
+                Step::kPcie, Step::kFans, Step::kDisks, Step::kOcp, Step::kTable,
+                Step::kCpuDomains, Step::kLiquidCooling, Step::kSwitchAir},
+    .ucCduFans = 6};
 
+constexpr auto kRows = ProfileRows(
     InGroup(Group::kTable,
         Row(kFanRedundancy, "GenFanRedundancySDR", "FAN_REDUNDANCY"),
         Row(kCpuPower, "GenCPUPowerSDR", "CPU_POWER"),
@@ -42,6 +44,21 @@ constexpr auto kProfile = MakeProfile(
         Row(kMiddlePdbTemp, "GenMiddlePDBTEMPSDR", "MIDDLEPDB_TEMP"),
         Row(kNtpSyncFail, "GenNTPSyncFailSDR", "NTP_SYNC_FAIL"),
         Row(kPowerFault, "GenPowerFaultSDR", "POWER_FAULT")),
+    InGroup(Group::kCduTable,
+        Row(kCduInletTemp, "GenCDUInletTempSDR", "CDU_INLET_TEMP"),
+        Row(kCduDewTemp, "GenCDUDewTempSDR", "CDU_DEW_TEMP"),
+        Row(kCduSupplyTemp, "GenCDUSupplyTempSDR", "CDU_SUPPLY_TEMP"),
+        Row(kCduDiffTemp, "GenCDUDiffTempSDR", "CDU_DIFF_TEMP"),
+        Row(kCduHumidity, "GenCDUEnvHumiSDR", "CDU_ENV_HUMI"),
+        Row(kCduFanSetting, "GenCDUISetFanSpdSDR", "CDU_SET_FAN_SPD"),
+        Row(kCduSupplyPressure, "GenCDUSupplyPressSDR", "CDU_SUPPLY_PRESS"),
+        Row(kCduFlowRate, "GenCDUFlowRateSDR", "CDU_FLOW_RATE"),
+        Row(kCduReturnTemp, "GenCDUReturnTempSDR", "CDU_RETURN_TEMP"),
+        Row(kCduReturnPressure, "GenCDUReturnPressSDR", "CDU_RETURN_PRESS"),
+        Row(kCduDiffPressure, "GenCDUDiffPressSDR", "CDU_DIFF_PRESS"),
+        Row(kCduConductivity, "GenCDUECSDR", "CDU_EC_us/cm")),
+    InGroup(Group::kCduFan,
+        Row(kCduFanSpeed, "GenCDUFanSpeedSDR", "CDU_FAN_SPD_%02d")),
     InGroup(Group::kCpu,
         Row(kCpuProchot, "GenCPUProchotSDR", "CPU_PROCHOT"),
         Row(kCpuTemp, "GenCPUTempSDR", "CPU_TEMP_%02d", OnSmallBoard("CPU_TEMP")),
@@ -90,7 +107,9 @@ constexpr auto kProfile = MakeProfile(
         Row(kSwitchAirTemp, "GenSwitchBoardInOROutletTempSDR", "SW_INPUT_TEMP_0%c", Second("SW_OUTPUT_T_0%c"))));
 // clang-format on
 
-OXA_GENERATOR_ENTRY(kProfile)
+constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
+
+OXA_GENERATOR_ENTRY(kProfile.tHead)
 
 } // namespace
 
@@ -121,6 +140,19 @@ OXA_STATIC_GENERATOR(Default_GenMiddlePDBTEMPSDR)
 OXA_STATIC_GENERATOR(Default_GenNTPSyncFailSDR)
 OXA_STATIC_GENERATOR(Default_GenPowerFaultSDR)
 
+OXA_STATIC_GENERATOR(Default_GenCDUInletTempSDR)
+OXA_STATIC_GENERATOR(Default_GenCDUDewTempSDR)
+OXA_STATIC_GENERATOR(Default_GenCDUSupplyTempSDR)
+OXA_STATIC_GENERATOR(Default_GenCDUDiffTempSDR)
+OXA_STATIC_GENERATOR(Default_GenCDUEnvHumiSDR)
+OXA_STATIC_GENERATOR(Default_GenCDUISetFanSpdSDR)
+OXA_STATIC_GENERATOR(Default_GenCDUSupplyPressSDR)
+OXA_STATIC_GENERATOR(Default_GenCDUFlowRateSDR)
+OXA_STATIC_GENERATOR(Default_GenCDUReturnTempSDR)
+OXA_STATIC_GENERATOR(Default_GenCDUReturnPressSDR)
+OXA_STATIC_GENERATOR(Default_GenCDUDiffPressSDR)
+OXA_STATIC_GENERATOR(Default_GenCDUECSDR)
+
 OXA_INDEXED_GENERATOR(Default_GenSwitchBoardVoltsSDR)
 OXA_INDEXED_GENERATOR(Default_GenSwitchBoardCurrentSDR)
 OXA_INDEXED_GENERATOR(Default_GenSwitchBoardTempSDR)
@@ -139,9 +171,11 @@ OXA_INDEXED_GENERATOR(Default_GenCPU0D0N2SDR)
 OXA_INDEXED_GENERATOR(Default_GenCPU0D1N2SDR)
 OXA_INDEXED_GENERATOR(Default_GenCPU1D0N2SDR)
 OXA_INDEXED_GENERATOR(Default_GenCPU1D1N2SDR)
+OXA_INDEXED_GENERATOR(Default_GenCDUFanSpeedSDR)
 OXA_INDEXED_GENERATOR(Default_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddDefaultStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    const oxa::StaticTables tTables = {atGenDefaultStaticSDRTab, ucDefaultStaticSDRCnt, nullptr, 0};
+    const oxa::StaticTables tTables = {atGenDefaultStaticSDRTab, ucDefaultStaticSDRCnt, atGenDefaultCDUSDRTab,
+                                       ucDefaultCDUSDRCnt};
     oxa::RunStaticPass(kProfile.tHead, kProfile.tRows.auc, tTables, pucSDRRec, ptDEVTab, pucSensorCnt);
 }

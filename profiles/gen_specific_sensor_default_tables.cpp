@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The Default profile's generator table, in the order of its records.  A file of its own, so that a test can
-// put another table in its place.
+// The Default profile's generator tables, in the order of their records.  A file of its own, so that a test can
+// put others in their place.
 #include <iterator>
 
 #include "oxa/exports.h"
@@ -18,3 +18,11 @@ const StaticGenFn atGenDefaultStaticSDRTab[26] = {
     Default_GenNTPSyncFailSDR,   Default_GenPowerFaultSDR,
 };
 const uint8_t ucDefaultStaticSDRCnt = std::size(atGenDefaultStaticSDRTab);
+
+const StaticGenFn atGenDefaultCDUSDRTab[12] = {
+    Default_GenCDUInletTempSDR,   Default_GenCDUDewTempSDR,   Default_GenCDUSupplyTempSDR,
+    Default_GenCDUDiffTempSDR,    Default_GenCDUEnvHumiSDR,   Default_GenCDUISetFanSpdSDR,
+    Default_GenCDUSupplyPressSDR, Default_GenCDUFlowRateSDR,  Default_GenCDUReturnTempSDR,
+    Default_GenCDUReturnPressSDR, Default_GenCDUDiffPressSDR, Default_GenCDUECSDR,
+};
+const uint8_t ucDefaultCDUSDRCnt = std::size(atGenDefaultCDUSDRTab);

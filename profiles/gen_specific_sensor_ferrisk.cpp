@@ -9,12 +9,13 @@ using namespace oxa;
 
 // A row a line.
 // clang-format off
-constexpr auto kProfile = MakeProfile(
-    {.tName = {.acName = "Ferrisk", .acFile = "gen_specific_sensor_ferrisk.c"},
-     .aeSteps = {Step::kFacts, Step::kTable, Step::kCpus, Step::kMemory, Step::kPsus,
-                 Step::kDisks, Step::kOcp, Step::kSwitchCard, Step::kSwitchAir},
-     .ucFlags = kOnlyPresentOcp},
+constexpr ProfileHead kHead = {
+    .tName = {.acName = "Ferrisk", .acFile = "gen_specific_sensor_ferrisk.c"},
+    .aeSteps = {Step::kFacts, Step::kTable, Step::kCpus, Step::kMemory, Step::kPsus,
+                Step::kDisks, Step::kOcp, Step::kSwitchCard, Step::kSwitchAir},
+    .ucFlags = kOnlyPresentOcp};
 
+constexpr auto kRows = ProfileRows(
     InGroup(Group::kTable,
         Row(kCpuPower, "GenCPUPowerSDR", "CPU_Power"),
         Row(kMemPower, "GenMEMPowerSDR", "MEM_Power"),
@@ -41,16 +42,9 @@ constexpr auto kProfile = MakeProfile(
         Row(kSystemBoot, "GenSysBootInitSDR", "Sys_Boot_Init"),
         Row(kOsStop, "GenOSStopSDR", "OS_Stop"),
         Row(kPowerFault, "GenPowerFaultSDR", "Power_Fault")),
-    InGroup(Group::kCpu,
-        Row(kCpuTemp, "GenCPUTempSDR", "CPU%d_Temp", OnSmallBoard("CPU_Temp")),
-        Row(kCpuVrTemp, "GenCPUVRTempSDR", "CPU%d_VR_Temp", Refused("CPUx_VR_Temp")),
-        Row(kCpuCoreVolts, "GenCPUCOREVoltageSDR", "CPU%d_Volts", Refused("CPUx_Volts")),
-        Row(kCpuStatus, "GenCPUStatusSDR", "CPU%d_Status", OnSmallBoard("CPU_Status"))),
-    InGroup(Group::kDimm,
-        Row(kDimmTemp, "GenDIMMTempSDR", "DIMM%s_Temp"),
-        Row(kDimmStatus, "GenMEMStatusSDR", "DIMM%s_Status")),
-    InGroup(Group::kDimmGroup,
-        Row(kDimmGroupTemp, "", "DIMMG%d_Temp", Announced("dimm group"))),
+    kCommonCpus,
+    kCommonDimms,
+    kCommonDimmGroups,
     InGroup(Group::kPsu,
         Row(kPsuInputVolts, "GenPSUVinSDR", "PSU%d_Vin"),
         Row(kPsuOutputVolts, "GenPSUVoutSDR", "PSU%d_Vout"),
@@ -60,28 +54,22 @@ constexpr auto kProfile = MakeProfile(
         Row(kPsuOutputPower, "GenPSUPOutSDR", "PSU%d_Pout"),
         Row(kPsuTemp, "GenPSUTempSDR", "PSU%d_Temp"),
         Row(kPsuStatus, "GenPSUStatusSDR", "PSU%d_Status")),
-    InGroup(Group::kPsuRedundancy,
-        Row(kPsuRedundancy, "GenPSURedundantSDR", "PSU_Redundant", Second("PSU_Redundant_M"))),
-    InGroup(Group::kDisk,
-        Row(kDiskStatus, "GenHDDStatusSDR", "HDD%u_Status")),
-    InGroup(Group::kNvme,
-        Row(kNvmeTemp, "", "NVME%u_Temp")),
-    InGroup(Group::kDiskGroup,
-        Row(kDiskGroupTemp, "", "DISKG%d_Temp")),
+    kCommonPsuRedundancy,
+    kCommonDisks,
+    kCommonNvmes,
+    kCommonDiskGroups,
     InGroup(Group::kOcp,
         Row(kOcpTemp, "", "NIC%d_Temp", Announced("nic temp"))),
     InGroup(Group::kOcpError,
         Row(kOcpError, "", "NIC%d_Err")),
-    InGroup(Group::kSwitchPower,
-        Row(kSwitchVolts, "GenSwitchBoardVoltsSDR", "SW%d_Volt"),
-        Row(kSwitchCurrent, "GenSwitchBoardCurrentSDR", "SW%d_Current")),
-    InGroup(Group::kSwitchTemp,
-        Row(kSwitchTemp, "GenSwitchBoardTempSDR", "SW%d_Temp")),
-    InGroup(Group::kSwitchAir,
-        Row(kSwitchAirTemp, "GenSwitchBoardInOROutletTempSDR", "SW_Input_Temp_0%c", Second("SW_Output_T_0%c"))));
+    kCommonSwitchPower,
+    kCommonSwitchTemps,
+    kCommonSwitchAir);
 // clang-format on
 
-OXA_GENERATOR_ENTRY(kProfile)
+constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
+
+OXA_GENERATOR_ENTRY(kProfile.tHead)
 
 } // namespace
 

@@ -9,16 +9,17 @@ using namespace oxa;
 
 // A row a line.
 // clang-format off
-constexpr auto kProfile = MakeProfile(
-    {.tName = {.acName = "Kestrin", .acFile = "gen_specific_sensor_kestrin.c"},
-     .aeSteps = {Step::kRackBoard, Step::kFacts, Step::kTable, Step::kCpus, Step::kMemory,
-                 Step::kCpuDomains, Step::kPsus, Step::kFans, Step::kDisks, Step::kOcp,
-                 Step::kPcie, Step::kSwitchCard, Step::kSwitchAir, Step::kPowerModules, Step::kUbbRetimers,
-                 Step::kSwitchChips, Step::kGpuRails, Step::kLiquidCooling},
-     .ucFlags = kPrintsDiskSilk | kShortFinalLine | kCduNamesGenerators,
-     .ucCduFans = 4,
-     .ucCduSupplies = 2},
+constexpr ProfileHead kHead = {
+    .tName = {.acName = "Kestrin", .acFile = "gen_specific_sensor_kestrin.c"},
+    .aeSteps = {Step::kRackBoard, Step::kFacts, Step::kTable, Step::kCpus, Step::kMemory,
+                Step::kCpuDomains, Step::kPsus, Step::kFans, Step::kDisks, Step::kOcp,
+                Step::kPcie, Step::kSwitchCard, Step::kSwitchAir, Step::kPowerModules, Step::kUbbRetimers,
+                Step::kSwitchChips, Step::kGpuRails, Step::kLiquidCooling},
+    .ucFlags = kPrintsDiskSilk | kShortFinalLine | kCduNamesGenerators,
+    .ucCduFans = 4,
+    .ucCduSupplies = 2};
 
+constexpr auto kRows = ProfileRows(
     InGroup(Group::kTable,
         Row(kCpuTjmax, "GenCPUTjmaxSDR", "CPU_Tjmax"),
         Row(kCpuTcontrol, "GenCPUTControlSDR", "CPU_Tcontrol"),
@@ -84,16 +85,9 @@ constexpr auto kProfile = MakeProfile(
         Row(kCpuVrTemp, "GenCPUVRTempSDR", "CPU%d_VR_Temp", Refused("CPUx_VR_Temp")),
         Row(kCpuCoreVolts, "GenCPUCOREVoltageSDR", "CPU%d_Volts", Refused("CPUx_Volts")),
         Row(kCpuStatus, "GenCPUStatusSDR", "CPU%d_Status", OnSmallBoard("CPU_Status"))),
-    InGroup(Group::kDimm,
-        Row(kDimmTemp, "GenDIMMTempSDR", "DIMM%s_Temp"),
-        Row(kDimmStatus, "GenMEMStatusSDR", "DIMM%s_Status")),
-    InGroup(Group::kDimmGroup,
-        Row(kDimmGroupTemp, "", "DIMMG%d_Temp", Announced("dimm group"))),
-    InGroup(Group::kCpuDomain,
-        Row(kCpu0Domain0Volts, "GenCPU0D0N2SDR", "CPU%d_D0_N2", OnSmallBoard("CPU_Volts")),
-        Row(kCpu0Domain1Volts, "GenCPU0D1N2SDR", "CPU%d_D1_N2"),
-        Row(kCpu1Domain0Volts, "GenCPU1D0N2SDR", "CPU%d_D0_N2"),
-        Row(kCpu1Domain1Volts, "GenCPU1D1N2SDR", "CPU%d_D1_N2")),
+    kCommonDimms,
+    kCommonDimmGroups,
+    kCommonCpuDomains,
     InGroup(Group::kPsu,
         Row(kPsuStatus, "GenPSStatusSDR", "PS%d_Status"),
         Row(kPsuFanStatus, "GenPSFanStatusSDR", "PS%X_Fan_Status"),
@@ -107,25 +101,15 @@ constexpr auto kProfile = MakeProfile(
         Row(kPsuRedundancy, "GenPSURedundantSDR", "PS_Redundant", Second("PS_Redundant_M"))),
     InGroup(Group::kFan,
         Row(kFanStatusHex, "", "SYS_Fan%1X_Present", Second("SYS_Fan%X_PRES"), Announced("Fan status"))),
-    InGroup(Group::kDisk,
-        Row(kDiskStatus, "GenHDDStatusSDR", "HDD%u_Status")),
-    InGroup(Group::kNvme,
-        Row(kNvmeTemp, "", "NVME%u_Temp")),
-    InGroup(Group::kDiskGroup,
-        Row(kDiskGroupTemp, "", "DISKG%d_Temp")),
-    InGroup(Group::kOcp,
-        Row(kOcpTemp, "", "OCP%d_Temp")),
-    InGroup(Group::kOcpError,
-        Row(kOcpError, "", "OCP%d_Err")),
-    InGroup(Group::kPcie,
-        Row(kPcieStatus, "GenPCIeStatusSDR", "PCIE%d_Status")),
-    InGroup(Group::kSwitchPower,
-        Row(kSwitchVolts, "GenSwitchBoardVoltsSDR", "SW%d_Volt"),
-        Row(kSwitchCurrent, "GenSwitchBoardCurrentSDR", "SW%d_Current")),
-    InGroup(Group::kSwitchTemp,
-        Row(kSwitchTemp, "GenSwitchBoardTempSDR", "SW%d_Temp")),
-    InGroup(Group::kSwitchAir,
-        Row(kSwitchAirTemp, "GenSwitchBoardInOROutletTempSDR", "SW_Input_Temp_0%c", Second("SW_Output_T_0%c"))),
+    kCommonDisks,
+    kCommonNvmes,
+    kCommonDiskGroups,
+    kCommonOcps,
+    kCommonOcpErrors,
+    kCommonPcie,
+    kCommonSwitchPower,
+    kCommonSwitchTemps,
+    kCommonSwitchAir,
     InGroup(Group::kPowerModule,
         Row(kPowerModuleTemp, "GenPwrModuleTempSDR", "PWR_Mod%d_Temp", Refused("PWR_Modx_Temp"))),
     InGroup(Group::kUbbRetimer,
@@ -142,7 +126,9 @@ constexpr auto kProfile = MakeProfile(
         Row(kCdu2OutputCurrent, "GenCDUPsIoutSDR", "CDU_PS%d_Iout")));
 // clang-format on
 
-OXA_GENERATOR_ENTRY(kProfile)
+constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
+
+OXA_GENERATOR_ENTRY(kProfile.tHead)
 
 } // namespace
 

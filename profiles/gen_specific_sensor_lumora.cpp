@@ -9,12 +9,13 @@ using namespace oxa;
 
 // A row a line.
 // clang-format off
-constexpr auto kProfile = MakeProfile(
-    {.tName = {.acName = "Lumora", .acFile = "gen_specific_sensor_lumora.c"},
-     .aeSteps = {Step::kFacts, Step::kTable, Step::kCpus, Step::kMemory, Step::kCpuDomains,
-                 Step::kPsus, Step::kDisks, Step::kOcp, Step::kSwitchCard, Step::kSwitchAir,
-                 Step::kLanSwitch}},
+constexpr ProfileHead kHead = {
+    .tName = {.acName = "Lumora", .acFile = "gen_specific_sensor_lumora.c"},
+    .aeSteps = {Step::kFacts, Step::kTable, Step::kCpus, Step::kMemory, Step::kCpuDomains,
+                Step::kPsus, Step::kDisks, Step::kOcp, Step::kSwitchCard, Step::kSwitchAir,
+                Step::kLanSwitch}};
 
+constexpr auto kRows = ProfileRows(
     InGroup(Group::kTable,
         Row(kInletTemp, "GenInletTempSDR", "Inlet_Temp"),
         Row(kOutletTemp, "GenOutletTempSDR", "Outlet_Temp"),
@@ -44,21 +45,10 @@ constexpr auto kProfile = MakeProfile(
         Row(kBootError, "GenBootErrorSDR", "Boot_Error"),
         Row(kIntrusion, "GenIntrusionSDR", "Intrusion"),
         Row(kBiosBootUp, "GenBiosBootUpSDR", "BIOS_Boot_Up")),
-    InGroup(Group::kCpu,
-        Row(kCpuTemp, "GenCPUTempSDR", "CPU%d_Temp", OnSmallBoard("CPU_Temp")),
-        Row(kCpuVrTemp, "GenCPUVRTempSDR", "CPU%d_VR_Temp", Refused("CPUx_VR_Temp")),
-        Row(kCpuCoreVolts, "GenCPUCOREVoltageSDR", "CPU%d_Volts", Refused("CPUx_Volts")),
-        Row(kCpuStatus, "GenCPUStatusSDR", "CPU%d_Status", OnSmallBoard("CPU_Status"))),
-    InGroup(Group::kDimm,
-        Row(kDimmTemp, "GenDIMMTempSDR", "DIMM%s_Temp"),
-        Row(kDimmStatus, "GenMEMStatusSDR", "DIMM%s_Status")),
-    InGroup(Group::kDimmGroup,
-        Row(kDimmGroupTemp, "", "DIMMG%d_Temp", Announced("dimm group"))),
-    InGroup(Group::kCpuDomain,
-        Row(kCpu0Domain0Volts, "GenCPU0D0N2SDR", "CPU%d_D0_N2", OnSmallBoard("CPU_Volts")),
-        Row(kCpu0Domain1Volts, "GenCPU0D1N2SDR", "CPU%d_D1_N2"),
-        Row(kCpu1Domain0Volts, "GenCPU1D0N2SDR", "CPU%d_D0_N2"),
-        Row(kCpu1Domain1Volts, "GenCPU1D1N2SDR", "CPU%d_D1_N2")),
+    kCommonCpus,
+    kCommonDimms,
+    kCommonDimmGroups,
+    kCommonCpuDomains,
     InGroup(Group::kPsu,
         Row(kPsuInputVolts, "GenInputVoltsSDR", "PSU%d_Vin"),
         Row(kPsuOutputVolts, "GenOutputVoltsSDR", "PSU%d_Vout"),
@@ -66,30 +56,23 @@ constexpr auto kProfile = MakeProfile(
         Row(kPsuTemp, "GenPSUTempSDR", "PSU%d_Temp"),
         Row(kPsuInputPowerOther, "GenPSUPInSDR", "PSU%d_Pin"),
         Row(kPsuOutputPowerOther, "GenPSUPOutSDR", "PSU%d_Pout")),
-    InGroup(Group::kPsuRedundancy,
-        Row(kPsuRedundancy, "GenPSURedundantSDR", "PSU_Redundant", Second("PSU_Redundant_M"))),
-    InGroup(Group::kDisk,
-        Row(kDiskStatus, "GenHDDStatusSDR", "HDD%u_Status")),
-    InGroup(Group::kNvme,
-        Row(kNvmeTemp, "", "NVME%u_Temp")),
-    InGroup(Group::kDiskGroup,
-        Row(kDiskGroupTemp, "", "DISKG%d_Temp")),
+    kCommonPsuRedundancy,
+    kCommonDisks,
+    kCommonNvmes,
+    kCommonDiskGroups,
     InGroup(Group::kOcp,
         Row(kOcpTemp, "", "OCP%d_Temp", Announced("OCP sdr"))),
-    InGroup(Group::kOcpError,
-        Row(kOcpError, "", "OCP%d_Err")),
-    InGroup(Group::kSwitchPower,
-        Row(kSwitchVolts, "GenSwitchBoardVoltsSDR", "SW%d_Volt"),
-        Row(kSwitchCurrent, "GenSwitchBoardCurrentSDR", "SW%d_Current")),
-    InGroup(Group::kSwitchTemp,
-        Row(kSwitchTemp, "GenSwitchBoardTempSDR", "SW%d_Temp")),
-    InGroup(Group::kSwitchAir,
-        Row(kSwitchAirTemp, "GenSwitchBoardInOROutletTempSDR", "SW_Input_Temp_0%c", Second("SW_Output_T_0%c"))),
+    kCommonOcpErrors,
+    kCommonSwitchPower,
+    kCommonSwitchTemps,
+    kCommonSwitchAir,
     InGroup(Group::kLanSwitch,
         Row(kLanSwitchTemp, "GenLanSwitchBoardTempSDR", "LAN_SW_Temp")));
 // clang-format on
 
-OXA_GENERATOR_ENTRY(kProfile)
+constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
+
+OXA_GENERATOR_ENTRY(kProfile.tHead)
 
 } // namespace
 

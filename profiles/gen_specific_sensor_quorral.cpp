@@ -10,12 +10,13 @@ using namespace oxa;
 
 // A row a line.
 // clang-format off
-constexpr auto kProfile = MakeProfile(
-    {.tName = {.acName = "Quorral", .acFile = "gen_specific_sensor_quorral.c"},
-     .aeSteps = {Step::kFacts, Step::kTable, Step::kCpus, Step::kMemory, Step::kCpuDomains,
-                 Step::kPsus, Step::kFans, Step::kDisks, Step::kOcp, Step::kPcie,
-                 Step::kSwitchCard, Step::kSwitchAir}},
+constexpr ProfileHead kHead = {
+    .tName = {.acName = "Quorral", .acFile = "gen_specific_sensor_quorral.c"},
+    .aeSteps = {Step::kFacts, Step::kTable, Step::kCpus, Step::kMemory, Step::kCpuDomains,
+                Step::kPsus, Step::kFans, Step::kDisks, Step::kOcp, Step::kPcie,
+                Step::kSwitchCard, Step::kSwitchAir}};
 
+constexpr auto kRows = ProfileRows(
     InGroup(Group::kTable,
         Row(kCpuPower, "GenCPUPowerSDR", "CPU_Power"),
         Row(kMemPower, "GenMEMPowerSDR", "MEM_Power"),
@@ -53,16 +54,10 @@ constexpr auto kProfile = MakeProfile(
         Row(kMemoryHot, "GenCpuxMEMG0HotSDR", "Cpu%d_MEMG0_Hot"),
         Row(kCpuVrPower, "GenCPUxVRPwrSDR", "CPU%d_VR_Pwr"),
         Row(kDimmVrPower, "GenPxDIMMVRPwrSDR", "P%d_DIMM_VR_Pwr")),
-    InGroup(Group::kDimm,
-        Row(kDimmTemp, "GenDIMMTempSDR", "DIMM%s_Temp"),
-        Row(kDimmStatus, "GenMEMStatusSDR", "DIMM%s_Status")),
+    kCommonDimms,
     InGroup(Group::kDimmGroup,
         Row(kDimmGroupTemp, "", "DIMMG%d_Temp", Announced("dimm group sensor"))),
-    InGroup(Group::kCpuDomain,
-        Row(kCpu0Domain0Volts, "GenCPU0D0N2SDR", "CPU%d_D0_N2", OnSmallBoard("CPU_Volts")),
-        Row(kCpu0Domain1Volts, "GenCPU0D1N2SDR", "CPU%d_D1_N2"),
-        Row(kCpu1Domain0Volts, "GenCPU1D0N2SDR", "CPU%d_D0_N2"),
-        Row(kCpu1Domain1Volts, "GenCPU1D1N2SDR", "CPU%d_D1_N2")),
+    kCommonCpuDomains,
     InGroup(Group::kPsu,
         Row(kPsuInputVolts, "GenInputVoltsSDR", "PSU%d_Vin"),
         Row(kPsuOutputVolts, "GenOutputVoltsSDR", "PSU%d_Vout"),
@@ -70,37 +65,30 @@ constexpr auto kProfile = MakeProfile(
         Row(kPsuTemp, "GenPSUTempSDR", "PSU%d_Temp"),
         Row(kPsuInputPower, "GenPSUPInSDR", "PSU%d_Pin"),
         Row(kPsuOutputPower, "GenPSUPOutSDR", "PSU%d_Pout")),
-    InGroup(Group::kPsuRedundancy,
-        Row(kPsuRedundancy, "GenPSURedundantSDR", "PSU_Redundant", Second("PSU_Redundant_M"))),
+    kCommonPsuRedundancy,
     InGroup(Group::kFan,
         Row(kFanStatus, "", "FAN%d_Status", Announced("Fan status"))),
-    InGroup(Group::kDisk,
-        Row(kDiskStatus, "GenHDDStatusSDR", "HDD%u_Status")),
+    kCommonDisks,
     InGroup(Group::kNvme,
         Row(kNvmeTemp, "", "NVME_TEMP_%02u")),
-    InGroup(Group::kDiskGroup,
-        Row(kDiskGroupTemp, "", "DISKG%d_Temp")),
-    InGroup(Group::kOcp,
-        Row(kOcpTemp, "", "OCP%d_Temp")),
-    InGroup(Group::kOcpError,
-        Row(kOcpError, "", "OCP%d_Err")),
+    kCommonDiskGroups,
+    kCommonOcps,
+    kCommonOcpErrors,
     InGroup(Group::kPcie,
         Row(kPcieStatus, "", "PCIE%d_Status")),
-    InGroup(Group::kSwitchPower,
-        Row(kSwitchVolts, "GenSwitchBoardVoltsSDR", "SW%d_Volt"),
-        Row(kSwitchCurrent, "GenSwitchBoardCurrentSDR", "SW%d_Current")),
-    InGroup(Group::kSwitchTemp,
-        Row(kSwitchTemp, "GenSwitchBoardTempSDR", "SW%d_Temp")),
-    InGroup(Group::kSwitchAir,
-        Row(kSwitchAirTemp, "GenSwitchBoardInOROutletTempSDR", "SW_Input_Temp_0%c", Second("SW_Output_T_0%c"))));
+    kCommonSwitchPower,
+    kCommonSwitchTemps,
+    kCommonSwitchAir);
 // clang-format on
+
+constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
 
 constexpr DiskNames kDiskNames = {.acStatus = "HDD%d_Status",
                                   .acTemp = "NVME%d_Temp",
                                   .bSystemInstance = true,
                                   .acNullText = "%s failed! pucSDRRec == NULL."};
 
-OXA_GENERATOR_ENTRY(kProfile)
+OXA_GENERATOR_ENTRY(kProfile.tHead)
 
 } // namespace
 

@@ -9,12 +9,13 @@ using namespace oxa;
 
 // A row a line.
 // clang-format off
-constexpr auto kProfile = MakeProfile(
-    {.tName = {.acName = "Vorana", .acFile = "gen_specific_sensor_vorana.c"},
-     .aeSteps = {Step::kFacts, Step::kTable, Step::kCpus, Step::kMemory, Step::kCpuDomains,
-                 Step::kPsus, Step::kDisks, Step::kOcp, Step::kPcie, Step::kSwitchCard,
-                 Step::kSwitchAir}},
+constexpr ProfileHead kHead = {
+    .tName = {.acName = "Vorana", .acFile = "gen_specific_sensor_vorana.c"},
+    .aeSteps = {Step::kFacts, Step::kTable, Step::kCpus, Step::kMemory, Step::kCpuDomains,
+                Step::kPsus, Step::kDisks, Step::kOcp, Step::kPcie, Step::kSwitchCard,
+                Step::kSwitchAir}};
 
+constexpr auto kRows = ProfileRows(
     InGroup(Group::kTable,
         Row(kFanRedundancy, "GenFanRedundancySDR", "Fan_Redundancy"),
         Row(kCpuPower, "GenCPUPowerSDR", "CPU_Power"),
@@ -40,26 +41,16 @@ constexpr auto kProfile = MakeProfile(
         Row(kLeakage, "GenLeakageSDR", "Leakage"),
         Row(kNtpSyncFail, "GenNTPSyncFailSDR", "NTP_Sync_Fail"),
         Row(kPowerFault, "GenPowerFaultSDR", "Power_Fault")),
-    InGroup(Group::kCpu,
-        Row(kCpuTemp, "GenCPUTempSDR", "CPU%d_Temp", OnSmallBoard("CPU_Temp")),
-        Row(kCpuVrTemp, "GenCPUVRTempSDR", "CPU%d_VR_Temp", Refused("CPUx_VR_Temp")),
-        Row(kCpuCoreVolts, "GenCPUCOREVoltageSDR", "CPU%d_Volts", Refused("CPUx_Volts")),
-        Row(kCpuStatus, "GenCPUStatusSDR", "CPU%d_Status", OnSmallBoard("CPU_Status")),
+    kCommonCpus,
+    InGroup(Group::kCpuMore,
         Row(kCpuDtsTemp, "GenCPUDTSTempSDR", "CPU%d_DTS_Temp"),
         Row(kCpuVcoreCurrent, "GenCPUVcoreCurrentSDR", "CPU%d_Vcore_A", Refused("CPUx_Vcore_A")),
         Row(kCpuVcore1Current, "GenCPUVcore1CurrentSDR", "CPU%d_Vcore1_A", Refused("CPUx_Vcore1_A")),
         Row(kCpuVsocCurrent, "GenCPUVSOCCurrentSDR", "CPU%d_VSOC_A", Refused("CPUx_VSOC_A")),
         Row(kCpuDdrVdd1Current, "GenCPUDDRVdd1CurrentSDR", TwoDigits("CPU%d_DDR_VDD1_A"), Refused("CPUx_DDR_VDD1_A"))),
-    InGroup(Group::kDimm,
-        Row(kDimmTemp, "GenDIMMTempSDR", "DIMM%s_Temp"),
-        Row(kDimmStatus, "GenMEMStatusSDR", "DIMM%s_Status")),
-    InGroup(Group::kDimmGroup,
-        Row(kDimmGroupTemp, "", "DIMMG%d_Temp", Announced("dimm group"))),
-    InGroup(Group::kCpuDomain,
-        Row(kCpu0Domain0Volts, "GenCPU0D0N2SDR", "CPU%d_D0_N2", OnSmallBoard("CPU_Volts")),
-        Row(kCpu0Domain1Volts, "GenCPU0D1N2SDR", "CPU%d_D1_N2"),
-        Row(kCpu1Domain0Volts, "GenCPU1D0N2SDR", "CPU%d_D0_N2"),
-        Row(kCpu1Domain1Volts, "GenCPU1D1N2SDR", "CPU%d_D1_N2")),
+    kCommonDimms,
+    kCommonDimmGroups,
+    kCommonCpuDomains,
     InGroup(Group::kPsu,
         Row(kPsuInputVolts, "GenPSUVinSDR", "PSU%d_Vin"),
         Row(kPsuOutputVolts, "GenPSUVoutSDR", "PSU%d_Vout"),
@@ -67,30 +58,23 @@ constexpr auto kProfile = MakeProfile(
         Row(kPsuTemp, "GenPSUTempSDR", "PSU%d_Temp"),
         Row(kPsuInputPower, "GenPSUPinSDR", "PSU%d_Pin"),
         Row(kPsuOutputPower, "GenPSUPoutSDR", "PSU%d_Pout")),
-    InGroup(Group::kPsuRedundancy,
-        Row(kPsuRedundancy, "GenPSURedundantSDR", "PSU_Redundant", Second("PSU_Redundant_M"))),
-    InGroup(Group::kDisk,
-        Row(kDiskStatus, "GenHDDStatusSDR", "HDD%u_Status")),
-    InGroup(Group::kNvme,
-        Row(kNvmeTemp, "", "NVME%u_Temp")),
-    InGroup(Group::kDiskGroup,
-        Row(kDiskGroupTemp, "", "DISKG%d_Temp")),
+    kCommonPsuRedundancy,
+    kCommonDisks,
+    kCommonNvmes,
+    kCommonDiskGroups,
     InGroup(Group::kOcp,
         Row(kOcpTemp, "", "NIC%d_Temp", Announced("nic temp"))),
     InGroup(Group::kOcpError,
         Row(kOcpError, "", "NIC%d_Err")),
-    InGroup(Group::kPcie,
-        Row(kPcieStatus, "GenPCIeStatusSDR", "PCIE%d_Status")),
-    InGroup(Group::kSwitchPower,
-        Row(kSwitchVolts, "GenSwitchBoardVoltsSDR", "SW%d_Volt"),
-        Row(kSwitchCurrent, "GenSwitchBoardCurrentSDR", "SW%d_Current")),
-    InGroup(Group::kSwitchTemp,
-        Row(kSwitchTemp, "GenSwitchBoardTempSDR", "SW%d_Temp")),
-    InGroup(Group::kSwitchAir,
-        Row(kSwitchAirTemp, "GenSwitchBoardInOROutletTempSDR", "SW_Input_Temp_0%c", Second("SW_Output_T_0%c"))));
+    kCommonPcie,
+    kCommonSwitchPower,
+    kCommonSwitchTemps,
+    kCommonSwitchAir);
 // clang-format on
 
-OXA_GENERATOR_ENTRY(kProfile)
+constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
+
+OXA_GENERATOR_ENTRY(kProfile.tHead)
 
 } // namespace
 

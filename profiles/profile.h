@@ -4,7 +4,7 @@
 #ifndef OXA_PROFILES_PROFILE_H
 #define OXA_PROFILES_PROFILE_H
 
-#include "profiles/sensor_kinds.h"
+#include "profiles/shared_rows.h"
 #include "sdr/sensor_engine.h"
 
 namespace oxa {
@@ -56,64 +56,6 @@ template <size_t N> struct Profile {
     Rows<N> tRows;
 };
 
-// ---- writing rows down ---------------------------------------------------------------------------------------
-
-// What a row may add to its name.
-enum class TextUse : uint8_t { kVariant, kAnnouncement };
-template <size_t N, TextUse kUse> struct Extra { char ac[N]; };
-template <TextUse kUse, size_t N> constexpr Extra<N, kUse> Copied(const char (&acText)[N]) {
-    Extra<N, kUse> t = {};
-    for (size_t n = 0; n < N; ++n)
-        t.ac[n] = acText[n];
-    return t;
-}
-// "The board does not support adding sensor <text>.", where the text is not the name.
-template <size_t N> constexpr auto Refused(const char (&acText)[N]) {
-    return Copied<TextUse::kVariant>(acText);
-}
-template <size_t N> constexpr auto OnSmallBoard(const char (&acText)[N]) {
-    CheckName(acText);
-    return Copied<TextUse::kVariant>(acText);
-}
-template <size_t N> constexpr auto Second(const char (&acText)[N]) {
-    CheckName(acText);
-    return Copied<TextUse::kVariant>(acText);
-}
-// The driver writes "... for <text>: ucIndex = %d, ucCnt = %d!" before each record of the row.
-template <size_t N> constexpr auto Announced(const char (&acText)[N]) {
-    return Copied<TextUse::kAnnouncement>(acText);
-}
-// A name whose number never has more than two digits.
-template <size_t N> struct TwoDigitName { char ac[N]; };
-template <size_t N> constexpr TwoDigitName<N> TwoDigits(const char (&acText)[N]) {
-    TwoDigitName<N> t = {};
-    for (size_t n = 0; n < N; ++n)
-        t.ac[n] = acText[n];
-    return t;
-}
-
-inline constexpr Extra<1, TextUse::kVariant> kNoVariant = {};
-inline constexpr Extra<1, TextUse::kAnnouncement> kNoAnnouncement = {};
-
-template <size_t G, size_t P, size_t V = 1, size_t A = 1>
-constexpr auto Row(Kind eKind, const char (&acGenerator)[G], const char (&acName)[P],
-                   const Extra<V, TextUse::kVariant> &tVariant = kNoVariant,
-                   const Extra<A, TextUse::kAnnouncement> &tAnnounced = kNoAnnouncement) {
-    CheckName(acName);
-    return MakeRow(eKind, acGenerator, acName, tVariant.ac, tAnnounced.ac);
-}
-template <size_t G, size_t P, size_t A>
-constexpr auto Row(Kind eKind, const char (&acGenerator)[G], const char (&acName)[P],
-                   const Extra<A, TextUse::kAnnouncement> &tAnnounced) {
-    return Row(eKind, acGenerator, acName, kNoVariant, tAnnounced);
-}
-template <size_t G, size_t P, size_t V = 1>
-constexpr auto Row(Kind eKind, const char (&acGenerator)[G], const TwoDigitName<P> &tName,
-                   const Extra<V, TextUse::kVariant> &tVariant = kNoVariant) {
-    CheckName(tName.ac, 2);
-    return MakeRow(eKind, acGenerator, tName.ac, tVariant.ac, "");
-}
-
 // ---- checks and look-ups by the compiler ------------------------------------------------------------------
 
 constexpr bool SameBytesText(const uint8_t *pucA, const uint8_t *pucB) {
@@ -144,58 +86,150 @@ template <size_t N> constexpr void CheckRows(const Rows<N> &t) {
     }
 }
 
-template <size_t... N>
-constexpr Profile<(N + ...) + 2> MakeProfile(const ProfileHead &tHead, const Rows<N> &...atRows) {
-    constexpr Rows<2> tEnd = {};
-    const Profile<(N + ...) + 2> t = {tHead, Join(atRows..., tEnd)};
-    CheckRows(t.tRows);
+// All rows of a profile, checked.
+template <size_t... N> constexpr auto ProfileRows(const Rows<N> &...atRows) {
+    const auto t = Join(atRows..., kEndOfRows);
+    CheckRows(t);
     return t;
 }
 
+template <size_t N> constexpr uint8_t GroupSize(const Rows<N> &t, size_t nRow) {
+    uint8_t ucRows = 0;
+    for (size_t n = nRow; t.auc[n] != 0 && t.auc[n + kRowGroup] == t.auc[nRow + kRowGroup]; n += t.auc[n])
+        ++ucRows;
+    return ucRows;
+}
+
+template <size_t A, size_t B>
+constexpr bool SameRow(const Rows<A> &tA, size_t nA, const Rows<B> &tB, size_t nB) {
+    for (size_t n = 0; n < tA.auc[nA]; ++n)
+        if (tA.auc[nA + n] != tB.auc[nB + n])
+            return false;
+    return true;
+}
+
+// Table rows are reached one by one: each that is shared need not be stored again.
+constexpr bool IsTableGroup(uint8_t ucGroup) {
+    return ucGroup == static_cast<uint8_t>(Group::kTable);
+}
+template <size_t N> constexpr bool IsSharedTableRow(const Rows<N> &t, size_t nRow) {
+    for (size_t n = 0; kSharedRows.auc[n] != 0; n += kSharedRows.auc[n])
+        if (IsTableGroup(t.auc[nRow + kRowGroup]) && SameRow(t, nRow, kSharedRows, n))
+            return true;
+    return false;
+}
+
+// Other groups are walked: one is shared when all of it is.
+template <size_t N> constexpr bool IsSharedGroup(const Rows<N> &t, size_t nFirst) {
+    size_t nShared = 0;
+    while (kSharedRows.auc[nShared] != 0 && kSharedRows.auc[nShared + kRowGroup] != t.auc[nFirst + kRowGroup])
+        nShared += kSharedRows.auc[nShared];
+    if (kSharedRows.auc[nShared] == 0 || GroupSize(kSharedRows, nShared) != GroupSize(t, nFirst))
+        return false;
+    for (uint8_t uc = GroupSize(t, nFirst); uc != 0; --uc) {
+        if (!SameRow(t, nFirst, kSharedRows, nShared))
+            return false;
+        nFirst += t.auc[nFirst];
+        nShared += kSharedRows.auc[nShared];
+    }
+    return true;
+}
+
+template <size_t N> constexpr size_t FirstOfGroup(const Rows<N> &t, size_t nRow) {
+    size_t n = 0;
+    while (t.auc[n + kRowGroup] != t.auc[nRow + kRowGroup])
+        n += t.auc[n];
+    return n;
+}
+
+template <size_t N> constexpr bool IsShared(const Rows<N> &t, size_t nRow) {
+    return IsTableGroup(t.auc[nRow + kRowGroup]) ? IsSharedTableRow(t, nRow)
+                                                 : IsSharedGroup(t, FirstOfGroup(t, nRow));
+}
+
+// Bytes of the rows that a profile has to itself.
+template <size_t N> constexpr size_t OwnSize(const Rows<N> &t) {
+    size_t nOwn = sizeof(kEndOfRows.auc);
+    for (size_t nRow = 0; t.auc[nRow] != 0; nRow += t.auc[nRow])
+        nOwn += IsShared(t, nRow) ? 0u : t.auc[nRow];
+    return nOwn;
+}
+
+template <size_t O, size_t N> constexpr Profile<O> MakeProfile(const ProfileHead &tHead, const Rows<N> &t) {
+    Profile<O> tProfile = {tHead, {}};
+    size_t nTo = 0;
+    for (size_t nRow = 0; t.auc[nRow] != 0; nRow += t.auc[nRow])
+        for (size_t n = 0; !IsShared(t, nRow) && n < t.auc[nRow]; ++n)
+            tProfile.tRows.auc[nTo++] = t.auc[nRow + n];
+    return tProfile;
+}
+
 // Where the row of an exported generator stands, by the function's name "<Profile>_<generator>".
-template <size_t N> constexpr size_t RowOffset(const Profile<N> &tProfile, const char *pcFunction) {
-    for (const char *pc = tProfile.tHead.tName.acName; *pc != '\0'; ++pc)
+inline constexpr size_t kNowhere = ~size_t{0};
+template <size_t N> constexpr size_t FindGenerator(const Rows<N> &t, const char *pcGenerator) {
+    for (size_t nRow = 0; t.auc[nRow] != 0; nRow += t.auc[nRow])
+        if (SameText(t.auc + nRow + kRowTexts, pcGenerator))
+            return nRow;
+    return kNowhere;
+}
+
+constexpr const char *AfterProfile(const ProfileName &tProfile, const char *pcFunction) {
+    for (const char *pc = tProfile.acName; *pc != '\0'; ++pc)
         if (*pcFunction++ != *pc)
             no_row_of_that_generator();
     if (*pcFunction++ != '_')
         no_row_of_that_generator();
-    const uint8_t *puc = tProfile.tRows.auc;
-    for (size_t nRow = 0; puc[nRow] != 0; nRow += puc[nRow])
-        if (SameText(puc + nRow + kRowTexts, pcFunction))
-            return nRow;
-    no_row_of_that_generator();
-    return 0;
+    return pcFunction;
+}
+
+// The row that will be built is word by word the one that the profile lists.
+template <size_t N, size_t O>
+constexpr bool BuildsListedRow(const Rows<N> &tAll, const Profile<O> &tProfile, const char *pcFunction) {
+    const char *pcGenerator = AfterProfile(tProfile.tHead.tName, pcFunction);
+    const size_t nListed = FindGenerator(tAll, pcGenerator);
+    if (nListed == kNowhere)
+        no_row_of_that_generator();
+    const size_t nOwn = FindGenerator(tProfile.tRows, pcGenerator);
+    return nOwn != kNowhere ? SameRow(tAll, nListed, tProfile.tRows, nOwn)
+                            : SameRow(tAll, nListed, kSharedRows, FindGenerator(kSharedRows, pcGenerator));
 }
 
 } // namespace oxa
 
-// Exported generators.  A profile's file names its constant kProfile and says for each function of its
-// contract that it builds the row of the same name: alone, or one record per index.
-#define OXA_GENERATOR_ENTRY(profile)                                                                         \
+// Exported generators.  A profile's file names its constants kHead, kRows and kProfile, and says for each function of
+// its contract that it builds the row of the same name: alone, or one record per index.
+#define OXA_GENERATOR_ENTRY(head)                                                                            \
     [[gnu::noinline]] uint8_t BuildOne(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, const uint8_t *pucRow) {   \
-        return oxa::BuildSensor(profile.tHead.tName, oxa::kSensorKinds.at[pucRow[oxa::kRowKind]], {pucRow},  \
+        return oxa::BuildSensor(head.tName, oxa::kSensorKinds.at[pucRow[oxa::kRowKind]], {pucRow},           \
                                 oxa::At(), pucSDRRec, ptDEVTab);                                             \
     }                                                                                                        \
     [[gnu::noinline]] uint8_t BuildOneOf(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab,         \
                                          const uint8_t *pucRow) {                                            \
-        return oxa::BuildSensor(profile.tHead.tName, oxa::kSensorKinds.at[pucRow[oxa::kRowKind]], {pucRow},  \
+        return oxa::BuildSensor(head.tName, oxa::kSensorKinds.at[pucRow[oxa::kRowKind]], {pucRow},           \
                                 oxa::At(ucIndex), pucSDRRec, ptDEVTab);                                      \
     }
-// The row is looked up by the compiler: nRow is a constant.
+// The row is looked up by the compiler: its own or a shared one, and where.
+#define OXA_ROW_OF(function)                                                                                 \
+    static_assert(oxa::BuildsListedRow(kRows, kProfile, #function));                                         \
+    constexpr size_t nOwn = oxa::FindGenerator(kProfile.tRows, oxa::AfterProfile(kHead.tName, #function));   \
+    constexpr size_t nShared =                                                                               \
+        oxa::FindGenerator(oxa::kSharedRows, oxa::AfterProfile(kHead.tName, #function));                     \
+    const uint8_t *pucRow =                                                                                  \
+        nOwn != oxa::kNowhere ? kProfile.tRows.auc + nOwn : oxa::kSharedRowData.auc + nShared;
 #define OXA_STATIC_GENERATOR(function)                                                                       \
     uint8_t function(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab) {                                            \
-        constexpr size_t nRow = oxa::RowOffset(kProfile, #function);                                         \
-        return BuildOne(pucSDRRec, ptDEVTab, kProfile.tRows.auc + nRow);                                     \
+        OXA_ROW_OF(function)                                                                                 \
+        return BuildOne(pucSDRRec, ptDEVTab, pucRow);                                                        \
     }
 #define OXA_INDEXED_GENERATOR(function)                                                                      \
     uint8_t function(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab) {                           \
-        constexpr size_t nRow = oxa::RowOffset(kProfile, #function);                                         \
-        return BuildOneOf(ucIndex, pucSDRRec, ptDEVTab, kProfile.tRows.auc + nRow);                          \
+        OXA_ROW_OF(function)                                                                                 \
+        return BuildOneOf(ucIndex, pucSDRRec, ptDEVTab, pucRow);                                             \
     }
 #define OXA_INDEX_LAST_GENERATOR(function)                                                                   \
     uint8_t function(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint8_t ucIndex) {                           \
-        constexpr size_t nRow = oxa::RowOffset(kProfile, #function);                                         \
-        return BuildOneOf(ucIndex, pucSDRRec, ptDEVTab, kProfile.tRows.auc + nRow);                          \
+        OXA_ROW_OF(function)                                                                                 \
+        return BuildOneOf(ucIndex, pucSDRRec, ptDEVTab, pucRow);                                             \
     }
 
 #endif

@@ -295,13 +295,14 @@ constexpr void Fans(KindTable &t) {
     t.at[kFanRedundancy] =
         Discrete(kEntityCoolingUnit, 0x04, 0x0B, 0x0003,
                  {.tDevice = {0x54, 2, kScanned}, .eGate = Gate::kLiquidNot2, .eKnown = Known::kInfo});
-    t.at[kLeakage] = Compact({.ucEntityId = kLeakageEntityId,
-                              .ucSensorType = kLeakageSensorType,
-                              .ucEventType = kLeakageEventType,
-                              .wAssert = 0x0002,
-                              .wDeassert = 0x0002,
-                              .wReading = 0x0003},
-                             {.tDevice = {0x5E, 0, kScanned}, .eGate = Gate::kLiquidIs1, .eKnown = Known::kInfo});
+    t.at[kLeakage] =
+        Compact({.ucEntityId = kLeakageEntityId,
+                 .ucSensorType = kLeakageSensorType,
+                 .ucEventType = kLeakageEventType,
+                 .wAssert = 0x0002,
+                 .wDeassert = 0x0002,
+                 .wReading = 0x0003},
+                {.tDevice = {0x5E, 0, kScanned}, .eGate = Gate::kLiquidIs1, .eKnown = Known::kInfo});
 }
 
 constexpr void Disks(KindTable &t) {

@@ -6,11 +6,21 @@
 
 namespace oxa {
 
-RowView StaticPass::First(Group eGroup) const {
+namespace {
+
+RowView FirstIn(const uint8_t *pucRows, Group eGroup) {
     RowView tRow = {pucRows};
     while (tRow.puc[kRowLength] != 0 && tRow.GroupOf() != eGroup)
         tRow = tRow.Next();
     return tRow;
+}
+
+} // namespace
+
+// The profile's own rows, else the shared ones.
+RowView StaticPass::First(Group eGroup) const {
+    const RowView tOwn = FirstIn(pucRows, eGroup);
+    return tOwn.GroupOf() == eGroup ? tOwn : FirstIn(kSharedRowData.auc, eGroup);
 }
 
 bool StaticPass::Add(RowView tRow, At tAt) {

@@ -79,8 +79,10 @@ Outcome AddCpus(StaticPass &tPass) {
     for (uint32_t dwIndex = dwStart; dwIndex < dwEnd; ++dwIndex) {
         PASS_INFO(tPass, "%s for CPU: dwIndex = %d,ucCPUCnt = %d, dwCnt = %d!", tPass.tDriver.ac,
                   static_cast<int>(dwIndex), ucCPUCnt, static_cast<int>(dwCnt));
-        if (OXA_CheckifAddCpuSensorByIndex(static_cast<uint8_t>(dwIndex - dwStart)) == 1)
-            tPass.AddGroup(Group::kCpu, At(static_cast<uint8_t>(dwIndex)));
+        if (OXA_CheckifAddCpuSensorByIndex(static_cast<uint8_t>(dwIndex - dwStart)) != 1)
+            continue;
+        tPass.AddGroup(Group::kCpu, At(static_cast<uint8_t>(dwIndex)));
+        tPass.AddGroup(Group::kCpuMore, At(static_cast<uint8_t>(dwIndex)));
     }
     return Outcome::kGoOn;
 }

@@ -39,7 +39,7 @@ struct ThresholdMask {
     uint8_t aucMask[4];
     uint8_t ucOffset; // SDR byte of the threshold itself
 };
-inline constexpr ThresholdMask kThresholdMasks[6] = {
+constexpr ThresholdMask kThresholdMasks[6] = {
     {{0x01, 0x10, 0x01, 0x00}, FULL_SDR_LNC}, {{0x04, 0x20, 0x04, 0x00}, FULL_SDR_LC},
     {{0x10, 0x40, 0x10, 0x00}, FULL_SDR_LNR}, {{0x80, 0x00, 0x80, 0x10}, FULL_SDR_UNC},
     {{0x00, 0x02, 0x00, 0x22}, FULL_SDR_UC},  {{0x00, 0x08, 0x00, 0x48}, FULL_SDR_UNR},

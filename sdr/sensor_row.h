@@ -136,6 +136,7 @@ enum class Group : uint8_t {
     kSwitchTemp,    // switch-board card: temperatures
     kSwitchAir,     // switch-board inlet and outlet
     kCpu,           // per CPU
+    kCpuMore,       // per CPU, behind kCpu
     kCpuDomain,     // voltage domains, two per CPU
     kPsu,           // per PSU
     kPsuRedundancy, // per PSU group
