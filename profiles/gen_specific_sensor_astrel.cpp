@@ -116,7 +116,7 @@ int32_t Astrel_ModifyDiskSensorName(uint8_t *pucSDRRec, uint8_t ucSlotOffset) {
 }
 
 void OXA_AddAstrelStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    const oxa::StaticTables tTables = {.ptTable = atGenAstrelStaticSDRTab,
-                                       .ucTableCnt = ucAstrelStaticSDRCnt};
-    oxa::RunStaticPass(kProfile.tHead, kProfile.tRows.auc, tTables, pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
+    tPass.tTables = {atGenAstrelStaticSDRTab, ucAstrelStaticSDRCnt};
+    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
 }

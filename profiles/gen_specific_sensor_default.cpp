@@ -175,7 +175,8 @@ OXA_INDEXED_GENERATOR(Default_GenCDUFanSpeedSDR)
 OXA_INDEXED_GENERATOR(Default_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddDefaultStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    const oxa::StaticTables tTables = {atGenDefaultStaticSDRTab, ucDefaultStaticSDRCnt, atGenDefaultCDUSDRTab,
-                                       ucDefaultCDUSDRCnt};
-    oxa::RunStaticPass(kProfile.tHead, kProfile.tRows.auc, tTables, pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
+    tPass.tTables = {atGenDefaultStaticSDRTab, ucDefaultStaticSDRCnt, atGenDefaultCDUSDRTab,
+                     ucDefaultCDUSDRCnt};
+    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
 }

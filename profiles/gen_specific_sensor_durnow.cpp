@@ -100,7 +100,7 @@ OXA_INDEXED_GENERATOR(Durnow_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Durnow_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddDurnowStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    const oxa::StaticTables tTables = {.ptTable = atGenDurnowStaticSDRTab,
-                                       .ucTableCnt = ucDurnowStaticSDRCnt};
-    oxa::RunStaticPass(kProfile.tHead, kProfile.tRows.auc, tTables, pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
+    tPass.tTables = {atGenDurnowStaticSDRTab, ucDurnowStaticSDRCnt};
+    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
 }

@@ -114,7 +114,7 @@ OXA_INDEXED_GENERATOR(Ferrisk_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Ferrisk_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddFerriskStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    const oxa::StaticTables tTables = {.ptTable = atGenFerriskStaticSDRTab,
-                                       .ucTableCnt = ucFerriskStaticSDRCnt};
-    oxa::RunStaticPass(kProfile.tHead, kProfile.tRows.auc, tTables, pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
+    tPass.tTables = {atGenFerriskStaticSDRTab, ucFerriskStaticSDRCnt};
+    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
 }

@@ -212,11 +212,8 @@ OXA_INDEXED_GENERATOR(Kestrin_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Kestrin_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddKestrinStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    const oxa::StaticTables tTables = {.ptTable = atGenKestrinStaticSDRTab,
-                                       .ucTableCnt = ucKestrinStaticSDRCnt,
-                                       .ptCdu = atKestrinCDUSDRTab,
-                                       .ucCduCnt = ucKestrinCDUSDRCnt,
-                                       .ptRack = atGenKestrinRMCStaticSDRTab,
-                                       .ucRackCnt = ucKestrinRMCStaticSDRCnt};
-    oxa::RunStaticPass(kProfile.tHead, kProfile.tRows.auc, tTables, pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
+    tPass.tTables = {atGenKestrinStaticSDRTab, ucKestrinStaticSDRCnt,       atKestrinCDUSDRTab,
+                     ucKestrinCDUSDRCnt,       atGenKestrinRMCStaticSDRTab, ucKestrinRMCStaticSDRCnt};
+    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
 }

@@ -119,7 +119,7 @@ OXA_INDEXED_GENERATOR(Lumora_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Lumora_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddLumoraStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    const oxa::StaticTables tTables = {.ptTable = atGenLumoraStaticSDRTab,
-                                       .ucTableCnt = ucLumoraStaticSDRCnt};
-    oxa::RunStaticPass(kProfile.tHead, kProfile.tRows.auc, tTables, pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
+    tPass.tTables = {atGenLumoraStaticSDRTab, ucLumoraStaticSDRCnt};
+    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
 }

@@ -120,7 +120,7 @@ int32_t Pellago_ModifyDiskSensorName(uint8_t *pucSDRRec, uint8_t ucSlotOffset) {
 }
 
 void OXA_AddPellagoStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    const oxa::StaticTables tTables = {.ptTable = atGenPellagoStaticSDRTab,
-                                       .ucTableCnt = ucPellagoStaticSDRCnt};
-    oxa::RunStaticPass(kProfile.tHead, kProfile.tRows.auc, tTables, pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
+    tPass.tTables = {atGenPellagoStaticSDRTab, ucPellagoStaticSDRCnt};
+    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
 }

@@ -142,7 +142,7 @@ int32_t Quorral_ModifyDiskSensorName(uint8_t *pucSDRRec, uint8_t ucSlotOffset) {
 }
 
 void OXA_AddQuorralStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    const oxa::StaticTables tTables = {.ptTable = atGenQuorralStaticSDRTab,
-                                       .ucTableCnt = ucQuorralStaticSDRCnt};
-    oxa::RunStaticPass(kProfile.tHead, kProfile.tRows.auc, tTables, pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
+    tPass.tTables = {atGenQuorralStaticSDRTab, ucQuorralStaticSDRCnt};
+    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
 }

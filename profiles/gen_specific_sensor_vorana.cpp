@@ -126,7 +126,7 @@ OXA_INDEXED_GENERATOR(Vorana_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Vorana_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddVoranaStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    const oxa::StaticTables tTables = {.ptTable = atGenVoranaStaticSDRTab,
-                                       .ucTableCnt = ucVoranaStaticSDRCnt};
-    oxa::RunStaticPass(kProfile.tHead, kProfile.tRows.auc, tTables, pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
+    tPass.tTables = {atGenVoranaStaticSDRTab, ucVoranaStaticSDRCnt};
+    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
 }

@@ -50,9 +50,16 @@ struct ProfileHead {
     uint8_t ucCduSupplies = 0; // power supplies its liquid-cooling unit has
 };
 
+// Where each group's first row stands: an offset in the profile's own rows, or with the high bit in the shared ones.
+struct GroupIndex {
+    uint16_t aw[static_cast<size_t>(Group::kCount)];
+};
+inline constexpr uint16_t kInShared = 0x8000;
+
 // Rows end with a row of length 0 in no group.
 template <size_t N> struct Profile {
     ProfileHead tHead;
+    GroupIndex tGroups;
     Rows<N> tRows;
 };
 
@@ -155,12 +162,39 @@ template <size_t N> constexpr size_t OwnSize(const Rows<N> &t) {
     return nOwn;
 }
 
+template <size_t N> constexpr size_t OffsetOfGroup(const Rows<N> &t, size_t nGroup) {
+    size_t nRow = 0;
+    while (t.auc[nRow] != 0 && t.auc[nRow + kRowGroup] != nGroup)
+        nRow += t.auc[nRow];
+    return nRow;
+}
+
+// How many rows a profile lists of each group.
+template <size_t N> constexpr GroupIndex CountGroups(const Rows<N> &t) {
+    GroupIndex tCounts = {};
+    for (size_t nRow = 0; t.auc[nRow] != 0; nRow += t.auc[nRow])
+        ++tCounts.aw[t.auc[nRow + kRowGroup]];
+    return tCounts;
+}
+
+// A group that a profile does not have leads to the end of its rows.
+template <size_t N> constexpr GroupIndex IndexGroups(const Rows<N> &tOwn, const GroupIndex &tListed) {
+    GroupIndex t = {};
+    for (size_t nGroup = 0; nGroup < static_cast<size_t>(Group::kCount); ++nGroup) {
+        const size_t nOwn = OffsetOfGroup(tOwn, nGroup);
+        const bool bShared = tOwn.auc[nOwn] == 0 && tListed.aw[nGroup] != 0;
+        t.aw[nGroup] = static_cast<uint16_t>(bShared ? OffsetOfGroup(kSharedRows, nGroup) | kInShared : nOwn);
+    }
+    return t;
+}
+
 template <size_t O, size_t N> constexpr Profile<O> MakeProfile(const ProfileHead &tHead, const Rows<N> &t) {
-    Profile<O> tProfile = {tHead, {}};
+    Profile<O> tProfile = {tHead, {}, {}};
     size_t nTo = 0;
     for (size_t nRow = 0; t.auc[nRow] != 0; nRow += t.auc[nRow])
         for (size_t n = 0; !IsShared(t, nRow) && n < t.auc[nRow]; ++n)
             tProfile.tRows.auc[nTo++] = t.auc[nRow + n];
+    tProfile.tGroups = IndexGroups(tProfile.tRows, CountGroups(t));
     return tProfile;
 }
 

@@ -149,9 +149,8 @@ constexpr void CpuTemps(KindTable &t) {
                                   .eKnown = Known::kWarnNewline,
                                   .eNaming = Naming::kSmallBoard,
                                   .ucFlags = kSilkReread});
-    t.at[kCpuTjmax] = Full(tTemp, {.tDevice = {0x49, 2}, .eGate = Gate::kCpuIntel, .eKnown = Known::kInfo});
-    t.at[kCpuTcontrol] =
-        Full(tTemp, {.tDevice = {0x49, 3}, .eGate = Gate::kCpuIntel, .eKnown = Known::kInfo});
+    t.at[kCpuTjmax] = Full(tTemp, {.tDevice = {0x49, 2}, .eGate = Gate::kCpuIntel});
+    t.at[kCpuTcontrol] = Full(tTemp, {.tDevice = {0x49, 3}, .eGate = Gate::kCpuIntel});
     t.at[kCpuDtsTemp] = Full(tTemp, {.tDevice = {0x49, 4}, .ePlace = Place::kCpu, .ucFlags = kSilkReread});
     t.at[kCpuVrTemp] = Full(tTemp, {.tDevice = {0x4A},
                                     .eGate = Gate::kBoardHas,
@@ -182,7 +181,7 @@ constexpr void CpuVolts(KindTable &t) {
                                                                              .ePlace = Place::kCpuClientOnly,
                                                                              .eClient = Client::kCpuRegulator,
                                                                              .ucFlags = kSilkReread});
-    Behaviour &tFirst = t.at[kCpu0Domain0Volts].tBehaviour;
+    Traits &tFirst = t.at[kCpu0Domain0Volts].tTraits;
     tFirst.eBoardLine = BoardLine::kOwn;
     tFirst.eNaming = Naming::kSmallBoard;
     tFirst.ucFlags = kSilkReread | kRelativeOnSmallBoard;
@@ -291,7 +290,7 @@ constexpr void Fans(KindTable &t) {
                                 .wReading = 0x0003},
                                {.tDevice = {0x54, 1, kScanned}, .ePlace = Place::kAdd});
     t.at[kFanStatusHex] = t.at[kFanStatus];
-    t.at[kFanStatusHex].tBehaviour.eNaming = Naming::kLongNumber;
+    t.at[kFanStatusHex].tTraits.eNaming = Naming::kLongNumber;
     t.at[kFanRedundancy] =
         Discrete(kEntityCoolingUnit, 0x04, 0x0B, 0x0003,
                  {.tDevice = {0x54, 2, kScanned}, .eGate = Gate::kLiquidNot2, .eKnown = Known::kInfo});
@@ -346,6 +345,7 @@ constexpr void Cards(KindTable &t) {
 
 constexpr void CardsOwn(KindTable &t) {
     t.at[kMotherBoard] = Compact({.ucEntityId = kEntitySystemBoard,
+                                  .ucInit = 0x63,
                                   .ucSensorType = 0x15,
                                   .ucEventType = 0x07,
                                   .wAssert = 0x0006,
@@ -380,7 +380,7 @@ constexpr void SwitchBoard(KindTable &t) {
 constexpr void SwitchChips(KindTable &t) {
     constexpr FullFields tChip = {.ucEntityId = kEntitySwitchBoard, .tReading = kCelsius};
     t.at[kSwitchChipTemp] = Full(tChip, {.tDevice = {0x5A, 1}, .ePlace = Place::kAdd});
-    t.at[kSwitchGroupTemp] = Full(tChip, {.tDevice = {0x5A, 2}, .eKnown = Known::kInfo});
+    t.at[kSwitchGroupTemp] = Full(tChip, {.tDevice = {0x5A, 2}});
     t.at[kLanSwitchTemp] =
         Full({.ucEntityId = kEntitySwitchBoard, .ucEntityInstance = kRelativeBase, .tReading = kCelsius},
              {.tDevice = {0x5B}, .eKnown = Known::kSwitchVolts});
@@ -518,7 +518,7 @@ constexpr void Rack(KindTable &t) {
               .ucEntityInstance = kRelativeBase,
               .tReading = {.ucSensorType = kOtherUnits, .ucBaseUnit = 9, .ucM = 236, .ucB = 118},
               .ucHysteresis = 0},
-             {.tDevice = {0x3B, 0, kScanned, 0xFF, 0xFF}});
+             {.tDevice = {0x3B, 0, kScanned}, .ePlace = Place::kAllOnes});
 }
 
 constexpr void Backplanes(KindTable &t) {

@@ -6,47 +6,31 @@
 
 namespace oxa {
 
-namespace {
-
-RowView FirstIn(const uint8_t *pucRows, Group eGroup) {
-    RowView tRow = {pucRows};
-    while (tRow.puc[kRowLength] != 0 && tRow.GroupOf() != eGroup)
-        tRow = tRow.Next();
-    return tRow;
-}
-
-} // namespace
-
-// The profile's own rows, else the shared ones.
 RowView StaticPass::First(Group eGroup) const {
-    const RowView tOwn = FirstIn(pucRows, eGroup);
-    return tOwn.GroupOf() == eGroup ? tOwn : FirstIn(kSharedRowData.auc, eGroup);
+    const uint16_t w = tGroups.aw[static_cast<size_t>(eGroup)];
+    return {(w & kInShared) != 0 ? kSharedRowData.auc + (w & ~kInShared) : pucRows + w};
 }
 
-bool StaticPass::Add(RowView tRow, At tAt) {
-    return Count(BuildSensor(tProfile.tName, kSensorKinds.at[tRow.Kind()], tRow, tAt, Slot(), Entry()));
+[[gnu::noinline]] void StaticPass::Announce(RowView tRow, uint8_t ucIndex) const {
+    SayNamedText(tProfile.tName, "", OXA_REMARK(kInfo, kModuleSdr), "%s for %s: ucIndex = %d, ucCnt = %d!",
+                 tRow.Announced(), ucIndex, wCnt);
 }
 
-void StaticPass::Announce(RowView tRow, uint8_t ucIndex) const {
-    OXA_INFO(kModuleSdr, tProfile.tName.acFile, tDriver.ac, "%s for %s: ucIndex = %d, ucCnt = %d!",
-             tDriver.ac, tRow.Announced(), ucIndex, wCnt);
-}
-
-uint8_t StaticPass::AddGroup(Group eGroup, At tAt) {
-    uint8_t ucAdded = 0;
-    for (RowView tRow = First(eGroup); tRow.GroupOf() == eGroup; tRow = tRow.Next()) {
+void StaticPass::AddGroup(RowView tFirst, At tAt) {
+    const uint8_t ucGroup = tFirst.puc[kRowGroup];
+    for (RowView tRow = tFirst; tRow.puc[kRowGroup] == ucGroup && !tRow.IsEnd(); tRow = tRow.Next()) {
         if (tRow.IsAnnounced())
-            Announce(tRow, tAt.ucIndex);
-        ucAdded = static_cast<uint8_t>(ucAdded + Add(tRow, tAt));
+            Announce(tRow, tAt.Index());
+        Add(tRow, tAt);
     }
-    return ucAdded;
 }
 
 uint8_t StaticPass::AddEach(Group eGroup, uint8_t ucLast) {
-    uint8_t ucAdded = 0;
+    const RowView tFirst = First(eGroup);
+    const uint16_t wBefore = wCnt;
     for (uint32_t dwIndex = 1; dwIndex <= ucLast; ++dwIndex)
-        ucAdded = static_cast<uint8_t>(ucAdded + AddGroup(eGroup, At(static_cast<uint8_t>(dwIndex))));
-    return ucAdded;
+        AddGroup(tFirst, At(static_cast<uint8_t>(dwIndex)));
+    return static_cast<uint8_t>(wCnt - wBefore);
 }
 
 namespace {
@@ -56,23 +40,22 @@ void Settle(const StaticPass &tPass, int32_t sdwRet, uint8_t &ucFact, const char
     if (sdwRet == 0)
         return;
     ucFact = 0;
-    PASS_WARN(kModuleQuery, tPass, pcFormat, static_cast<unsigned>(sdwRet));
+    PASS_WARN(kModuleQuery, tPass, pcFormat, sdwRet);
 }
 
 uint8_t ReadFanMaxCount(const StaticPass &tPass) {
     const ProfileName &tName = tPass.tProfile.tName;
-    const Label tLabel(tName, "GetFanMaxCountByHal_");
+    constexpr const char *pcWho = "GetFanMaxCountByHal_";
     const HalFanService *ptFan = HalFanInst();
     if (ptFan == nullptr) {
-        OXA_ERROR(kModuleAssert, tName.acFile, tLabel.ac, "assertion failed: halFan != 0");
+        Say(tName, pcWho, OXA_REMARK(kError, kModuleAssert), "assertion failed: halFan != 0");
         return 0;
     }
     uint8_t ucFanCnt = 0;
     const int32_t sdwRet = ptFan->GetFanMaxCount == nullptr ? -1 : ptFan->GetFanMaxCount(&ucFanCnt);
     if (sdwRet == 0)
         return ucFanCnt;
-    OXA_ERROR(kModuleSdr, tName.acFile, tLabel.ac, "Get fan max count failed, result:%u!",
-              static_cast<unsigned>(sdwRet));
+    Say(tName, pcWho, OXA_REMARK(kError, kModuleSdr), "Get fan max count failed, result:%u!", sdwRet);
     return 0;
 }
 
@@ -156,9 +139,10 @@ Outcome RunSteps(StaticPass &tPass) {
 
 void LogCount(const StaticPass &tPass) {
     if (tPass.Has(kShortFinalLine))
-        PASS_INFO(tPass, "Add%sSensor: ucCnt = %d!", tPass.tProfile.tName.acName, tPass.wCnt);
+        SayText(PASS_SPEAKER(tPass), OXA_REMARK(kInfo, kModuleSdr), "Add%sSensor: ucCnt = %d!",
+                tPass.tProfile.tName.acName, tPass.wCnt);
     else
-        PASS_INFO(tPass, "%s: ucCnt = %d!", tPass.tDriver.ac, tPass.wCnt);
+        PASS_NAMED(kInfo, kModuleSdr, tPass, "%s: ucCnt = %d!", tPass.wCnt);
 }
 
 } // namespace
@@ -181,20 +165,20 @@ Outcome GatherFacts(StaticPass &tPass) {
     return Outcome::kGoOn;
 }
 
-void RunStaticPass(const ProfileHead &tProfile, const uint8_t *pucRows, const StaticTables &tTables,
-                   uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    StaticPass tPass(tProfile, pucRows, tTables, pucSDRRec, ptDEVTab);
-    if (pucSDRRec == nullptr || ptDEVTab == nullptr || pucSensorCnt == nullptr) {
-        PASS_ERROR(tPass, "%s failed! pucSDRRec == NULL || ptDEVTab == NULL || pucSensorCnt == NULL.",
-                   tPass.tDriver.ac);
+void StaticPass::Run(uint8_t *pucSlots, DevTabEntry *ptEntries, uint16_t *pucSensorCnt) {
+    if (pucSlots == nullptr || ptEntries == nullptr || pucSensorCnt == nullptr) {
+        PASS_NAMED(kError, kModuleSdr, *this,
+                   "%s failed! pucSDRRec == NULL || ptDEVTab == NULL || pucSensorCnt == NULL.");
         return;
     }
-    const Outcome eOutcome = RunSteps(tPass);
+    pucSDRRec = pucSlots;
+    ptDEVTab = ptEntries;
+    const Outcome eOutcome = RunSteps(*this);
     if (eOutcome == Outcome::kEndWithoutCount)
         return;
     if (eOutcome == Outcome::kGoOn)
-        LogCount(tPass);
-    *pucSensorCnt = tPass.wCnt;
+        LogCount(*this);
+    *pucSensorCnt = wCnt;
 }
 
 } // namespace oxa

@@ -11,8 +11,8 @@ namespace oxa {
 
 // The profile's exported generator tables; read at every pass.
 struct StaticTables {
-    const StaticGenFn *ptTable;
-    uint8_t ucTableCnt;
+    const StaticGenFn *ptTable = nullptr;
+    uint8_t ucTableCnt = 0;
     const StaticGenFn *ptCdu = nullptr;
     uint8_t ucCduCnt = 0;
     const StaticGenFn *ptRack = nullptr; // of the rack management board
@@ -38,18 +38,19 @@ enum class Outcome : uint8_t { kGoOn, kEndWithoutCount, kEndWithCount };
 
 struct StaticPass {
     const ProfileHead &tProfile;
+    const GroupIndex &tGroups;
     const uint8_t *pucRows;
-    const StaticTables &tTables;
-    uint8_t *pucSDRRec;
-    DevTabEntry *ptDEVTab;
+    StaticTables tTables = {};
+    uint8_t *pucSDRRec = nullptr;
+    DevTabEntry *ptDEVTab = nullptr;
     uint16_t wCnt = 0; // wraps at 16 bits
     StaticFacts tFacts = {};
-    Label tDriver; // the driver's function name
 
-    StaticPass(const ProfileHead &tHead, const uint8_t *pucFirstRow, const StaticTables &tWhich,
-               uint8_t *pucSlots, DevTabEntry *ptEntries)
-        : tProfile(tHead), pucRows(pucFirstRow), tTables(tWhich), pucSDRRec(pucSlots), ptDEVTab(ptEntries),
-          tDriver(tHead.tName, "") {}
+    StaticPass(const ProfileHead &tHead, const GroupIndex &tIndex, const uint8_t *pucOwnRows)
+        : tProfile(tHead), tGroups(tIndex), pucRows(pucOwnRows) {}
+
+    // The whole pass: null check, the profile's steps, count.
+    void Run(uint8_t *pucSlots, DevTabEntry *ptEntries, uint16_t *pucSensorCnt);
 
     uint8_t *Slot() const {
         return pucSDRRec + SDR_SLOT_SIZE * wCnt;
@@ -59,15 +60,18 @@ struct StaticPass {
     }
     // A generator's answer: a record that was written stays, anything else leaves its place to the next one.
     bool Count(uint8_t ucGenerated) {
-        if (ucGenerated != 0)
-            ++wCnt;
-        return ucGenerated != 0;
+        if (ucGenerated == 0)
+            return false;
+        ++wCnt;
+        return true;
     }
 
     RowView First(Group eGroup) const; // of the group, or the end row
-    bool Add(RowView tRow, At tAt);
-    uint8_t AddGroup(Group eGroup, At tAt);        // all rows of the group, in order; how many were added
-    uint8_t AddEach(Group eGroup, uint8_t ucLast); // the group for index 1 to ucLast
+    bool Add(RowView tRow, At tAt) {
+        return Count(BuildSensor(tProfile.tName, kSensorKinds.at[tRow.Kind()], tRow, tAt, Slot(), Entry()));
+    }
+    void AddGroup(RowView tFirst, At tAt);         // it and the rest of its group, in order
+    uint8_t AddEach(Group eGroup, uint8_t ucLast); // the group for index 1 to ucLast; how many were added
     void Announce(RowView tRow, uint8_t ucIndex) const;
     bool Has(ProfileFlag eFlag) const {
         return (tProfile.ucFlags & eFlag) != 0;
@@ -95,17 +99,13 @@ Outcome AddSwitchChips(StaticPass &tPass);
 Outcome AddGpuRails(StaticPass &tPass);
 Outcome AddLanSwitch(StaticPass &tPass);
 
-// The whole pass: null check, the profile's steps, count.
-void RunStaticPass(const ProfileHead &tProfile, const uint8_t *pucRows, const StaticTables &tTables,
-                   uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt);
-
-// Lines under the driver's name.
-#define PASS_INFO(tPass, ...)                                                                                \
-    OXA_INFO(kModuleSdr, (tPass).tProfile.tName.acFile, (tPass).tDriver.ac, __VA_ARGS__)
-#define PASS_WARN(module, tPass, ...)                                                                        \
-    OXA_WARN((module), (tPass).tProfile.tName.acFile, (tPass).tDriver.ac, __VA_ARGS__)
-#define PASS_ERROR(tPass, ...)                                                                               \
-    OXA_ERROR(kModuleSdr, (tPass).tProfile.tName.acFile, (tPass).tDriver.ac, __VA_ARGS__)
+// Lines under the driver's name, and such that begin with it.
+#define PASS_SPEAKER(tPass) (tPass).tProfile.tName, ""
+#define PASS_INFO(tPass, ...) Say(PASS_SPEAKER(tPass), OXA_REMARK(kInfo, kModuleSdr), __VA_ARGS__)
+#define PASS_WARN(module, tPass, ...) Say(PASS_SPEAKER(tPass), OXA_REMARK(kWarn, module), __VA_ARGS__)
+#define PASS_ERROR(tPass, ...) Say(PASS_SPEAKER(tPass), OXA_REMARK(kError, kModuleSdr), __VA_ARGS__)
+#define PASS_NAMED(severity, module, tPass, ...)                                                             \
+    SayNamed(PASS_SPEAKER(tPass), OXA_REMARK(severity, module), __VA_ARGS__)
 
 } // namespace oxa
 #endif

@@ -34,7 +34,7 @@ struct DiskRanges {
 // The platform's list is bigger than this pass may take from the stack, so it is borrowed from the image of
 // the extended store (which is read afresh before each use) and only the slot ranges are kept.
 static_assert(sizeof(HalHddBackpanelList) <= sizeof(g_extSdrData));
-bool ReadDiskRanges(DiskRanges &tRanges) {
+[[gnu::noinline]] bool ReadDiskRanges(DiskRanges &tRanges) {
     const HalHddBackpanelService *ptService = HalHddBackpanelInst();
     if (ptService == nullptr || ptService->GetBackPanelList == nullptr)
         return false;
@@ -54,7 +54,7 @@ bool ReadDiskRanges(DiskRanges &tRanges) {
     return bRead;
 }
 
-bool IsNvme(const StaticPass &tPass, uint8_t ucSlot) {
+[[gnu::noinline]] bool IsNvme(const StaticPass &tPass, uint8_t ucSlot) {
     uint8_t ucIsNvme = 0;
     int32_t sdwRet = -1;
     const HalHddBackpanelService *ptService = HalHddBackpanelInst();
@@ -62,12 +62,9 @@ bool IsNvme(const StaticPass &tPass, uint8_t ucSlot) {
         sdwRet = ptService->CheckHddIsSupportNvme(ucSlot, &ucIsNvme);
     if (sdwRet == 0)
         return ucIsNvme == 1;
-    const ProfileName &tName = tPass.tProfile.tName;
-    const Label tLabel(tName, "CheckHddIsSupportNvmeByHal_");
     // another profile's name in the text, kept as it is
-    OXA_ERROR(kModuleSdr, tName.acFile, tLabel.ac,
-              "Quorral_CheckHddIsSupportNvmeByHal failed, slot:%u, result:%u!", ucSlot,
-              static_cast<unsigned>(sdwRet));
+    Say(tPass.tProfile.tName, "CheckHddIsSupportNvmeByHal_", OXA_REMARK(kError, kModuleSdr),
+        "Quorral_CheckHddIsSupportNvmeByHal failed, slot:%u, result:%u!", ucSlot, sdwRet);
     return false;
 }
 
@@ -84,17 +81,22 @@ bool HasOtherSilk(const StaticPass &tPass, uint8_t ucSlot, uint8_t &ucSilk) {
 void AddDisk(StaticPass &tPass, uint8_t ucSlot) {
     uint8_t ucPrinted = ucSlot;
     const bool bOtherSilk = HasOtherSilk(tPass, ucSlot, ucPrinted);
-    tPass.AddGroup(Group::kDisk, At(ucSlot, ucPrinted, ucSlot));
+    tPass.AddGroup(tPass.First(Group::kDisk), At(ucSlot, ucPrinted, ucSlot));
     if (!IsNvme(tPass, ucSlot))
         return;
     if (!bOtherSilk)
         oxa_CustomSlotConversion(&ucPrinted);
-    tPass.AddGroup(Group::kNvme, At(ucSlot, ucPrinted, ucSlot));
+    tPass.AddGroup(tPass.First(Group::kNvme), At(ucSlot, ucPrinted, ucSlot));
+}
+
+[[gnu::noinline]] void AnnounceBackplane(const StaticPass &tPass, uint8_t ucIndex, DiskRange tRange) {
+    PASS_NAMED(kInfo, kModuleSdr, tPass,
+               "%s for Disk Sensor: backPanelIndex = %d, ucCnt = %d!,startslt = %d, diskCnt = %d", ucIndex,
+               tPass.wCnt, tRange.ucStartSlot, tRange.ucDiskCnt);
 }
 
 Outcome AddBackplane(StaticPass &tPass, uint8_t ucIndex, DiskRange tRange) {
-    PASS_INFO(tPass, "%s for Disk Sensor: backPanelIndex = %d, ucCnt = %d!,startslt = %d, diskCnt = %d",
-              tPass.tDriver.ac, ucIndex, tPass.wCnt, tRange.ucStartSlot, tRange.ucDiskCnt);
+    AnnounceBackplane(tPass, ucIndex, tRange);
     const uint32_t dwEnd = uint32_t{tRange.ucStartSlot} + tRange.ucDiskCnt;
     if (dwEnd > 255) {
         PASS_INFO(tPass, "diskIndex may overflow.\n");
@@ -103,24 +105,29 @@ Outcome AddBackplane(StaticPass &tPass, uint8_t ucIndex, DiskRange tRange) {
     for (uint32_t dwSlot = tRange.ucStartSlot; dwSlot < dwEnd; ++dwSlot)
         AddDisk(tPass, static_cast<uint8_t>(dwSlot));
     if (tPass.tFacts.SensorSimpleFlag == 1 && tRange.ucDiskCnt != 0)
-        tPass.AddGroup(Group::kDiskGroup, At(ucIndex));
+        tPass.AddGroup(tPass.First(Group::kDiskGroup), At(ucIndex));
     return Outcome::kGoOn;
 }
 
 void WalkTable(StaticPass &tPass, const StaticGenFn *ptTable, uint8_t ucRows, const char *pcFormat) {
     for (uint8_t ucIndex = 0; ucIndex < ucRows; ++ucIndex) {
-        PASS_INFO(tPass, pcFormat, tPass.tProfile.tName.acName, ucIndex, tPass.wCnt);
+        SayText(PASS_SPEAKER(tPass), OXA_REMARK(kInfo, kModuleSdr), pcFormat, tPass.tProfile.tName.acName,
+                ucIndex, tPass.wCnt);
         tPass.Count(ptTable[ucIndex](tPass.Slot(), tPass.Entry()));
     }
 }
 
 // The indexed sensors of the liquid-cooling unit; one profile announces them by their generators' names.
 void AddCduEach(StaticPass &tPass, Group eGroup, uint8_t ucLast) {
+    const RowView tFirst = tPass.First(eGroup);
     for (uint8_t ucIndex = 1; ucIndex <= ucLast; ++ucIndex)
-        for (RowView tRow = tPass.First(eGroup); tRow.GroupOf() == eGroup; tRow = tRow.Next()) {
-            const Label tGenerator(tPass.tProfile.tName, tRow.Generator());
-            PASS_INFO(tPass, "%s for CDU: ucIndex = %d, ucCnt = %d!",
-                      tPass.Has(kCduNamesGenerators) ? tGenerator.ac : tPass.tDriver.ac, ucIndex, tPass.wCnt);
+        for (RowView tRow = tFirst; tRow.GroupOf() == eGroup; tRow = tRow.Next()) {
+            if (tPass.Has(kCduNamesGenerators))
+                SayAsDriver(tPass.tProfile.tName, tRow.Generator(), OXA_REMARK(kInfo, kModuleSdr),
+                            "%s for CDU: ucIndex = %d, ucCnt = %d!", ucIndex, tPass.wCnt);
+            else
+                PASS_NAMED(kInfo, kModuleSdr, tPass, "%s for CDU: ucIndex = %d, ucCnt = %d!", ucIndex,
+                           tPass.wCnt);
             tPass.Add(tRow, At(ucIndex));
         }
 }
@@ -135,8 +142,8 @@ Outcome AddDisks(StaticPass &tPass) {
     DiskRanges tRanges;
     if (FruSdrInitPathChoice() != 1 || !ReadDiskRanges(tRanges))
         return Outcome::kGoOn;
-    PASS_INFO(tPass, "%s for Disk Sensor: hddBackPanelDevInfoList->count = %d", tPass.tDriver.ac,
-              static_cast<int>(tRanges.dwCount));
+    PASS_NAMED(kInfo, kModuleSdr, tPass, "%s for Disk Sensor: hddBackPanelDevInfoList->count = %d",
+               static_cast<int>(tRanges.dwCount));
     for (uint8_t ucIndex = 0; ucIndex < tRanges.Walked(); ++ucIndex)
         if (AddBackplane(tPass, ucIndex, tRanges.at[ucIndex]) != Outcome::kGoOn)
             return Outcome::kEndWithoutCount;
@@ -171,9 +178,8 @@ Outcome AddRackBoard(StaticPass &tPass) {
         return Outcome::kGoOn;
     const StaticTables &tTables = tPass.tTables;
     for (uint8_t ucIndex = 0; ucIndex < tTables.ucRackCnt; ++ucIndex) {
-        PASS_INFO(tPass, "OXA_Add%sRMCStaticSensor: ucIndex = %d, ucCnt = %d, uc%sRMCStaticSDRCnt = %d!",
-                  tPass.tProfile.tName.acName, ucIndex, tPass.wCnt, tPass.tProfile.tName.acName,
-                  tTables.ucRackCnt);
+        SayRackRow(PASS_SPEAKER(tPass), OXA_REMARK(kInfo, kModuleSdr), ucIndex, tPass.wCnt,
+                   tTables.ucRackCnt);
         tPass.Count(tTables.ptRack[ucIndex](tPass.Slot(), tPass.Entry()));
     }
     return Outcome::kEndWithCount;
@@ -190,10 +196,8 @@ Outcome AddSwitchCard(StaticPass &tPass) {
     const bool bPower = wCardId == 0x5510;
     if (!bPower && wCardId != 0x5517)
         return Outcome::kGoOn;
-    PASS_INFO(tPass, "%s for SwitchBoard!", tPass.tDriver.ac);
-    const uint8_t ucInstances = bPower ? 4 : 8;
-    for (uint8_t ucInstance = 1; ucInstance <= ucInstances; ++ucInstance)
-        tPass.AddGroup(bPower ? Group::kSwitchPower : Group::kSwitchTemp, At(ucInstance));
+    PASS_NAMED(kInfo, kModuleSdr, tPass, "%s for SwitchBoard!");
+    tPass.AddEach(bPower ? Group::kSwitchPower : Group::kSwitchTemp, bPower ? 4 : 8);
     return Outcome::kGoOn;
 }
 
@@ -201,9 +205,10 @@ Outcome AddSwitchAir(StaticPass &tPass) {
     if (tPass.tFacts.wBoardId != 0x5502 || !SwitchCardOnline(tPass.tFacts) ||
         GetCardBoardId(kSwitchCard) != 0x5504)
         return Outcome::kGoOn;
-    PASS_INFO(tPass, "%s for SwitchBoard Temp!", tPass.tDriver.ac);
+    PASS_NAMED(kInfo, kModuleSdr, tPass, "%s for SwitchBoard Temp!");
+    const RowView tFirst = tPass.First(Group::kSwitchAir);
     for (uint8_t ucIndex = 0; ucIndex < 4; ++ucIndex)
-        tPass.AddGroup(Group::kSwitchAir, At(ucIndex));
+        tPass.AddGroup(tFirst, At(ucIndex));
     return Outcome::kGoOn;
 }
 
@@ -229,7 +234,7 @@ Outcome AddGpuRails(StaticPass &tPass) {
 }
 
 Outcome AddLanSwitch(StaticPass &tPass) {
-    tPass.AddGroup(Group::kLanSwitch, At());
+    tPass.AddGroup(tPass.First(Group::kLanSwitch), At());
     return Outcome::kGoOn;
 }
 

@@ -29,8 +29,16 @@ void AddPsuRedundancy(StaticPass &tPass) {
         return;
     if (HAL_GetPsuCountPerGroup(&ucPsuPerGroup) != 0 || ucPsuPerGroup == 0)
         return;
+    const RowView tFirst = tPass.First(Group::kPsuRedundancy);
     for (uint8_t ucGroup = 0; ucGroup < ucGroupCnt; ++ucGroup)
-        tPass.AddGroup(Group::kPsuRedundancy, At(ucGroup));
+        tPass.AddGroup(tFirst, At(ucGroup));
+}
+
+// Announced on the debug channel, unlike all others.
+[[gnu::noinline]] void AnnounceDimmGroup(const StaticPass &tPass, RowView tRow, uint8_t ucIndex) {
+    const Label tDriver(tPass.tProfile.tName, "");
+    OXA_DEBUG(kDebugChannel, tPass.tProfile.tName.acFile, "%s for %s: ucIndex = %d, ucCnt = %d!", tDriver.ac,
+              tRow.Announced(), ucIndex, tPass.wCnt);
 }
 
 void AddDimmGroups(StaticPass &tPass) {
@@ -38,9 +46,7 @@ void AddDimmGroups(StaticPass &tPass) {
     const RowView tRow = tPass.First(Group::kDimmGroup);
     const uint8_t ucGroupCnt = tFacts.ucDimmMaxCount == 0 ? 0 : tFacts.ucCpuMaxCount;
     for (uint8_t ucIndex = 0; ucIndex < ucGroupCnt; ++ucIndex) {
-        // announced on the debug channel, unlike all others
-        OXA_DEBUG(kDebugChannel, tPass.tProfile.tName.acFile, "%s for %s: ucIndex = %d, ucCnt = %d!",
-                  tPass.tDriver.ac, tRow.Announced(), ucIndex, tPass.wCnt);
+        AnnounceDimmGroup(tPass, tRow, ucIndex);
         tPass.Add(tRow, At(ucIndex));
     }
 }
@@ -48,19 +54,19 @@ void AddDimmGroups(StaticPass &tPass) {
 // The fan service is asked afresh for every fan.  Without it the fan is built all the same, as number 0.
 bool ReadFanSilk(const StaticPass &tPass, uint8_t ucFanIndex, uint8_t &ucSilk) {
     const ProfileName &tName = tPass.tProfile.tName;
-    const Label tLabel(tName, "GetFanSilkByIndexByHal");
+    constexpr const char *pcWho = "GetFanSilkByIndexByHal";
     ucSilk = 0;
     const HalFanService *ptFan = HalFanInst();
     if (ptFan == nullptr) {
-        OXA_ERROR(kModuleAssert, tName.acFile, tLabel.ac, "assertion failed: halFan != 0");
+        Say(tName, pcWho, OXA_REMARK(kError, kModuleAssert), "assertion failed: halFan != 0");
         return true;
     }
     const int32_t sdwRet =
         ptFan->GetFanSilkByIndex == nullptr ? -1 : ptFan->GetFanSilkByIndex(ucFanIndex, &ucSilk);
     if (sdwRet == 0)
         return ucSilk != 0xFF;
-    OXA_WARN(kModuleQuery, tName.acFile, tLabel.ac, "%s FanIndex[%u] failed,result:%u!", tLabel.ac,
-             ucFanIndex, static_cast<unsigned>(sdwRet));
+    SayNamed(tName, pcWho, OXA_REMARK(kWarn, kModuleQuery), "%s FanIndex[%u] failed,result:%u!", ucFanIndex,
+             sdwRet);
     return false;
 }
 
@@ -75,14 +81,16 @@ Outcome AddCpus(StaticPass &tPass) {
                   static_cast<int>(dwEnd));
         return Outcome::kEndWithoutCount;
     }
+    const RowView tFirst = tPass.First(Group::kCpu);
+    const RowView tMore = tPass.First(Group::kCpuMore);
     const uint32_t dwCnt = ucCPUCnt > kDoubledCpusMax ? 0 : 2u * ucCPUCnt;
     for (uint32_t dwIndex = dwStart; dwIndex < dwEnd; ++dwIndex) {
-        PASS_INFO(tPass, "%s for CPU: dwIndex = %d,ucCPUCnt = %d, dwCnt = %d!", tPass.tDriver.ac,
-                  static_cast<int>(dwIndex), ucCPUCnt, static_cast<int>(dwCnt));
+        PASS_NAMED(kInfo, kModuleSdr, tPass, "%s for CPU: dwIndex = %d,ucCPUCnt = %d, dwCnt = %d!",
+                   static_cast<int>(dwIndex), ucCPUCnt, static_cast<int>(dwCnt));
         if (OXA_CheckifAddCpuSensorByIndex(static_cast<uint8_t>(dwIndex - dwStart)) != 1)
             continue;
-        tPass.AddGroup(Group::kCpu, At(static_cast<uint8_t>(dwIndex)));
-        tPass.AddGroup(Group::kCpuMore, At(static_cast<uint8_t>(dwIndex)));
+        tPass.AddGroup(tFirst, At(static_cast<uint8_t>(dwIndex)));
+        tPass.AddGroup(tMore, At(static_cast<uint8_t>(dwIndex)));
     }
     return Outcome::kGoOn;
 }
@@ -96,7 +104,7 @@ Outcome AddCpuDomains(StaticPass &tPass) {
         const bool bAdd = OXA_CheckifAddCpuSensorByIndex(ucCpu) == 1;
         for (uint8_t ucDomain = 0; ucDomain < 2; ++ucDomain, tRow = tRow.Next())
             if (bAdd && tPass.Add(tRow, At(static_cast<uint8_t>(tPass.tFacts.ucCpuSilkStartIndex + ucCpu))))
-                PASS_INFO(tPass, "%s for CPU Voltage:  ucCnt = %d!", tPass.tDriver.ac, tPass.wCnt);
+                PASS_NAMED(kInfo, kModuleSdr, tPass, "%s for CPU Voltage:  ucCnt = %d!", tPass.wCnt);
     }
     return Outcome::kGoOn;
 }
@@ -105,10 +113,11 @@ Outcome AddPsus(StaticPass &tPass) {
     const uint8_t ucPSUCnt = tPass.tFacts.ucPSUCnt;
     if (!CountUsable(tPass, ucPSUCnt, "ucIndex may overflow. dwPSUCnt = %d!\n"))
         return Outcome::kEndWithoutCount;
+    const RowView tFirst = tPass.First(Group::kPsu);
     for (uint8_t ucIndex = 1; ucIndex <= ucPSUCnt; ++ucIndex) {
-        PASS_INFO(tPass, "%s for PSU Sensor: dwIndex = %d, ucCnt = %d!", tPass.tDriver.ac, ucIndex,
-                  tPass.wCnt);
-        tPass.AddGroup(Group::kPsu, At(ucIndex));
+        PASS_NAMED(kInfo, kModuleSdr, tPass, "%s for PSU Sensor: dwIndex = %d, ucCnt = %d!", ucIndex,
+                   tPass.wCnt);
+        tPass.AddGroup(tFirst, At(ucIndex));
     }
     if (ucPSUCnt != 0)
         AddPsuRedundancy(tPass);
@@ -117,30 +126,32 @@ Outcome AddPsus(StaticPass &tPass) {
 
 Outcome AddMemory(StaticPass &tPass) {
     const uint8_t ucDimmCnt = tPass.tFacts.ucDimmMaxCount;
-    PASS_INFO(tPass, "%s for Mem Status Sensor: ucDimmCnt = %d!", tPass.tDriver.ac, ucDimmCnt);
+    PASS_NAMED(kInfo, kModuleSdr, tPass, "%s for Mem Status Sensor: ucDimmCnt = %d!", ucDimmCnt);
     if (!CountUsable(tPass, ucDimmCnt, "ucIndex may overflow. dwDimmCnt = %d!\n"))
         return Outcome::kEndWithoutCount;
     if (tPass.tFacts.SensorSimpleFlag == 1) {
         AddDimmGroups(tPass);
         return Outcome::kGoOn;
     }
+    const RowView tFirst = tPass.First(Group::kDimm);
     for (uint8_t ucIndex = 0; ucIndex < ucDimmCnt; ++ucIndex)
-        tPass.AddGroup(Group::kDimm, At(ucIndex));
+        tPass.AddGroup(tFirst, At(ucIndex));
     return Outcome::kGoOn;
 }
 
 Outcome AddPcie(StaticPass &tPass) {
     const uint8_t ucPcieCnt = tPass.tFacts.ucPcieCnt;
-    PASS_INFO(tPass, "%s for Pcie Status Sensor ucPcieCnt = %d!", tPass.tDriver.ac, ucPcieCnt);
+    PASS_NAMED(kInfo, kModuleSdr, tPass, "%s for Pcie Status Sensor ucPcieCnt = %d!", ucPcieCnt);
     if (!CountUsable(tPass, ucPcieCnt, "ucIndex may overflow. ucPcieCnt = %d!\n"))
         return Outcome::kEndWithoutCount;
+    const RowView tFirst = tPass.First(Group::kPcie);
     for (uint8_t ucIndex = 1; ucIndex <= ucPcieCnt; ++ucIndex) {
         uint8_t ucSlot = 0;
         if (Hal_GetPcieSlotByIndex(ucIndex, &ucSlot) == 0)
-            tPass.AddGroup(Group::kPcie, At(ucSlot));
+            tPass.AddGroup(tFirst, At(ucSlot));
         else
-            PASS_WARN(kModuleQuery, tPass, "%s for Pcie Status Sensor failed! ucIndex = %d!",
-                      tPass.tDriver.ac, ucIndex);
+            PASS_NAMED(kWarn, kModuleQuery, tPass, "%s for Pcie Status Sensor failed! ucIndex = %d!",
+                       ucIndex);
     }
     return Outcome::kGoOn;
 }
@@ -166,16 +177,17 @@ Outcome AddOcp(StaticPass &tPass) {
     const uint8_t ucOCPCnt = tPass.tFacts.ucOCPCnt;
     if (!CountUsable(tPass, ucOCPCnt, "ucIndex may overflow. ucOCPCnt = %d!\n"))
         return Outcome::kEndWithoutCount;
-    const bool bAnnounced = tPass.First(Group::kOcp).IsAnnounced();
+    const RowView tTemp = tPass.First(Group::kOcp);
+    const RowView tError = tPass.First(Group::kOcpError);
     const uint32_t dwPresent = tPass.Has(kOnlyPresentOcp) ? GetOcpPresentStatus() : ~0u;
     for (uint8_t ucIndex = 1; ucIndex <= ucOCPCnt; ++ucIndex) {
         if (tPass.Has(kOnlyPresentOcp) && (ucIndex > 32 || (dwPresent >> (ucIndex - 1) & 1) == 0))
             continue;
-        if (!bAnnounced)
-            PASS_INFO(tPass, "%s for OCP temp: ucIndex = %d, ucCnt = %d, ucOCPCnt:%d!", tPass.tDriver.ac,
-                      ucIndex, tPass.wCnt, ucOCPCnt);
-        tPass.AddGroup(Group::kOcp, At(ucIndex));
-        tPass.AddGroup(Group::kOcpError, At(ucIndex, ucIndex, RestoreOcpSlot(ucIndex)));
+        if (!tTemp.IsAnnounced())
+            PASS_NAMED(kInfo, kModuleSdr, tPass, "%s for OCP temp: ucIndex = %d, ucCnt = %d, ucOCPCnt:%d!",
+                       ucIndex, tPass.wCnt, ucOCPCnt);
+        tPass.AddGroup(tTemp, At(ucIndex));
+        tPass.AddGroup(tError, At(ucIndex, ucIndex, RestoreOcpSlot(ucIndex)));
     }
     return Outcome::kGoOn;
 }

@@ -1,72 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// The way of every record.  What only some sensors need stands in the other files of the engine; the way itself is
+// kept short, it is walked for every record of a pass.
 #include "sdr/sensor_engine.h"
 
+#include <bit>
 #include <cstring>
 
 #include "sdr/sensor_engine_draft.h"
 
 namespace oxa {
 
-// Longest: "Default_GenSwitchBoardInOROutletTempSDR" and "OXA_AddDefaultStaticSensor"; cut at 47 characters.
-Label::Label(const ProfileName &tProfile, const char *pcGenerator) {
-    const bool bDriver = *pcGenerator == '\0';
-    const char *const apc[] = {bDriver ? "OXA_Add" : "", tProfile.acName, bDriver ? "StaticSensor" : "_",
-                               pcGenerator};
-    size_t n = 0;
-    for (const char *pc : apc)
-        while (*pc != '\0' && n < sizeof(ac) - 1)
-            ac[n++] = *pc++;
-    ac[n] = '\0';
-}
-
-uint8_t ReadSilkStart(const ProfileName &tProfile, const char *pcFunction) {
-    uint8_t ucCpuSilkStartIndex = 0;
-    const int32_t sdwRet = HAL_GetCpuSilkScreenIndexFixValue(&ucCpuSilkStartIndex);
-    if (sdwRet == 0)
-        return ucCpuSilkStartIndex;
-    OXA_WARN(kModuleQuery, tProfile.acFile, pcFunction,
-             "HAL_GetCpuSilkScreenIndexFixValue(&ucCpuSilkStartIndex) = [%X]", static_cast<unsigned>(sdwRet));
-    return 0;
-}
-
 namespace {
 
-// A CPU's number counted from 0; a printed number below the first one stands for none.
-void CountCpu(Draft &tDraft) {
-    const Label tLabel(tDraft.tProfile, tDraft.tRow.Generator());
-    const uint8_t ucStart = ReadSilkStart(tDraft.tProfile, tLabel.ac);
-    tDraft.bBelowSilk = tDraft.tAt.ucIndex < ucStart;
-    tDraft.ucCpu = tDraft.bBelowSilk ? 0 : static_cast<uint8_t>(tDraft.tAt.ucIndex - ucStart);
-}
-
-bool Fill(Draft &tDraft) {
-    const SdrHead &tHead = tDraft.tKind.tHead;
-    const bool bFull = tHead.auc[SDR_RECORD_TYPE] == kRecordFull;
-    const size_t nHead = bFull ? kFullHeadSize : kCompactHeadSize;
-    uint8_t *pucSDR = tDraft.aucSDR;
-    if (memcpy_s(pucSDR, sizeof(tDraft.aucSDR), tHead.auc, nHead) != 0)
-        return false;
-    if (memset_s(pucSDR + nHead, sizeof(tDraft.aucSDR) - nHead, kNameFill, kNameMax) != 0)
-        return false;
-    // what stands behind a compact record's name stays zero
-    if (!bFull && memset_s(pucSDR + FULL_SDR_NAME, kNameMax, 0, kNameMax) != 0)
-        return false;
-    return memset_s(&tDraft.tEntry, sizeof(tDraft.tEntry), 0, sizeof(tDraft.tEntry)) == 0;
-}
-
-void TakeVoltage(Draft &tDraft) {
-    const HalCpuVoltSdrInfo &t = tDraft.tVoltage;
-    const uint8_t aucLimit[6] = {t.ucLNC, t.ucLC, t.ucLNR, t.ucUNC, t.ucUC, t.ucUNR};
-    uint8_t *pucSDR = tDraft.aucSDR;
-    pucSDR[FULL_SDR_M_VALUE_LS_8_BITS] = t.ucM;
-    pucSDR[FULL_SDR_B_VALUE_LS_8_BITS] = t.ucB;
-    pucSDR[FULL_SDR_EXPONENTS] = t.ucExp;
-    SetThresholdMasks(pucSDR, t.ucMask);
-    for (uint8_t ucBit = 0; ucBit < 6; ++ucBit)
-        if (t.ucMask >> ucBit & 1)
-            pucSDR[kThresholdMasks[ucBit].ucOffset] = aucLimit[ucBit];
-}
-
+// Moves the entity instance by the index, or drops the record where that would pass 255.
 bool AddToInstance(Draft &tDraft, uint8_t ucInstance) {
     uint8_t &ucSdrInstance = tDraft.aucSDR[SDR_ENTITY_INSTANCE];
     if (0xFF - ucInstance >= ucSdrInstance) {
@@ -79,18 +26,22 @@ bool AddToInstance(Draft &tDraft, uint8_t ucInstance) {
     return false;
 }
 
-bool Settle(Draft &tDraft) {
+// Entity instance and the entry's index.
+bool Settle(Draft &tDraft, Place ePlace) {
     uint8_t &ucOffset3 = tDraft.tEntry.ucIndex;
-    ucOffset3 = tDraft.tAt.ucOffset3;
-    switch (tDraft.Does().ePlace) {
+    switch (ePlace) {
     case Place::kNone:
     case Place::kCpuClientOnly:
-        ucOffset3 = tDraft.Does().tDevice.ucIndex;
+        return true;
+    case Place::kAllOnes:
+        ucOffset3 = 0xFF;
         return true;
     case Place::kIndexOnly:
+        ucOffset3 = tDraft.tAt.Offset3();
         return true;
     case Place::kSlot:
-        tDraft.aucSDR[SDR_ENTITY_INSTANCE] = tDraft.tAt.ucIndex;
+        ucOffset3 = tDraft.tAt.Offset3();
+        tDraft.aucSDR[SDR_ENTITY_INSTANCE] = tDraft.tAt.Index();
         return true;
     case Place::kCpuIndexOnly:
         ucOffset3 = tDraft.ucCpu;
@@ -99,134 +50,102 @@ bool Settle(Draft &tDraft) {
         ucOffset3 = tDraft.ucCpu;
         return AddToInstance(tDraft, tDraft.ucCpu);
     case Place::kAddOnly:
-        ucOffset3 = 0;
-        return AddToInstance(tDraft, tDraft.tAt.ucIndex);
+        return AddToInstance(tDraft, tDraft.tAt.Index());
     case Place::kAdd:
     case Place::kAddOrKeep:
-        return AddToInstance(tDraft, tDraft.tAt.ucIndex);
+        ucOffset3 = tDraft.tAt.Offset3();
+        return AddToInstance(tDraft, tDraft.tAt.Index());
     }
     return false;
 }
 
-bool GetClient(Draft &tDraft) {
-    int32_t sdwRet = 0;
-    const char *pcFormat = nullptr;
-    switch (tDraft.Does().eClient) {
-    case Client::kNone:
-        return true;
-    case Client::kCpuRegulator:
-        if (tDraft.bBelowSilk)
-            return true;
-        pcFormat = "%s CPUVRTempCoreVolts_GetI2cClientByInstance failed!";
-        sdwRet = HAL_CPUVRTempCoreVolts_GetI2cClientByInstance(tDraft.ucCpu, &tDraft.tClient);
-        break;
-    case Client::kInlet:
-        pcFormat = "%s InputTemp_GetI2cClient failed!";
-        sdwRet = HAL_InputTemp_GetI2cClient(&tDraft.tClient);
-        break;
-    case Client::kSwitch:
-        pcFormat = "%s SWTICH_GetI2cClientByInstance failed!";
-        sdwRet = HAL_SWTICH_GetI2cClientByInstance(tDraft.tAt.ucIndex, &tDraft.tClient);
-        break;
-    }
-    if (sdwRet >= 0)
-        return true;
-    DRAFT_NAMED(OXA_WARN, kModuleQuery, tDraft, pcFormat);
-    return false;
-}
-
-bool PutName(Draft &tDraft) {
-    uint8_t ucNumber = tDraft.tAt.ucNumber;
+int PrintName(Draft &tDraft, char *pcName, Naming eNaming) {
+    if (eNaming == Naming::kNumber)
+        return snprintf_s(pcName, SENSOR_NAME_SIZE, tDraft.tRow.Name(), tDraft.tAt.Number());
+    uint8_t ucNumber = tDraft.tAt.Number();
     const char *pcPattern = PickName(tDraft, ucNumber);
     if (pcPattern == nullptr)
+        return -1;
+    return eNaming == Naming::kText ? snprintf_s(pcName, SENSOR_NAME_SIZE, pcPattern, tDraft.acText)
+                                    : snprintf_s(pcName, SENSOR_NAME_SIZE, pcPattern, ucNumber);
+}
+
+// Prints the name in its place, which the template has filled; only its NUL must go again.
+bool PutName(Draft &tDraft, uint8_t ucHead, Naming eNaming) {
+    uint8_t *pucName = tDraft.aucSDR + ucHead;
+    if (PrintName(tDraft, reinterpret_cast<char *>(pucName), eNaming) < 0)
         return false;
-    const int nPrinted = tDraft.Does().eNaming == Naming::kText
-                             ? snprintf_s(tDraft.acName, sizeof(tDraft.acName), pcPattern, tDraft.acText)
-                             : snprintf_s(tDraft.acName, sizeof(tDraft.acName), pcPattern, ucNumber);
-    if (nPrinted < 0)
-        return false;
-    const uint8_t ucNameLen = static_cast<uint8_t>(strnlen_s(tDraft.acName, kNameMax));
-    if (static_cast<uint8_t>(~ucNameLen) < kIdTypeAscii) {
+    const uint32_t dwNameLen = static_cast<uint8_t>(strnlen_s(reinterpret_cast<char *>(pucName), kNameMax));
+    if ((~dwNameLen & 0xFF) < kIdTypeAscii) {
         OXA_DEBUG(kDebugChannel, tDraft.tProfile.acFile, "ucNameLen + 0xC0 may wrap!\n");
         return false;
     }
-    const bool bFull = tDraft.aucSDR[SDR_RECORD_TYPE] == kRecordFull;
-    const size_t nHead = bFull ? kFullHeadSize : kCompactHeadSize;
-    tDraft.aucSDR[nHead - 1] = static_cast<uint8_t>(kIdTypeAscii + ucNameLen);
-    tDraft.aucSDR[SDR_RECORD_LENGTH] = static_cast<uint8_t>(nHead - kSdrHeaderSize + ucNameLen);
-    return memcpy_s(tDraft.aucSDR + nHead, kNameMax, tDraft.acName, ucNameLen) == 0;
+    if (dwNameLen < kNameMax)
+        pucName[dwNameLen] = kNameFill;
+    pucName[-1] = static_cast<uint8_t>(kIdTypeAscii + dwNameLen);
+    tDraft.aucSDR[SDR_RECORD_LENGTH] = static_cast<uint8_t>(ucHead - kSdrHeaderSize + dwNameLen);
+    return true;
 }
 
-// The entry repeats what the scanner needs of the record.
-void FillEntry(Draft &tDraft) {
-    DevTabEntry &tEntry = tDraft.tEntry;
-    const uint8_t *pucSDR = tDraft.aucSDR;
-    const Device &tDevice = tDraft.Does().tDevice;
-    tEntry.ucDevCode = tDevice.ucCode;
-    tEntry.ucItem =
-        static_cast<uint8_t>(tDevice.ucItem + (tDraft.Has(kIndexInItem) ? tDraft.tAt.ucIndex : 0));
-    tEntry.ucScanFlag = tDevice.ucScanFlag;
-    tEntry.ucBus = tDraft.tClient.ucBus;
-    tEntry.ucAddr = tDraft.tClient.ucAddr;
-    tEntry.ucMark = tDevice.ucMark;
-    tEntry.ucEntityId = pucSDR[SDR_ENTITY_ID];
-    tEntry.ucEntityInstance = pucSDR[SDR_ENTITY_INSTANCE];
-    tEntry.ucSensorInit = pucSDR[SDR_SENSOR_INIT];
-    tEntry.ucSensorType = pucSDR[SDR_SENSOR_TYPE];
-    tEntry.ucEventType = pucSDR[SDR_EVENT_TYPE];
-    if (pucSDR[SDR_RECORD_TYPE] == kRecordFull)
-        tEntry.ucM = pucSDR[FULL_SDR_M_VALUE_LS_8_BITS];
+// The entry repeats what the scanner needs of the record: bytes 8 to 10 and 12, 13 stand in offsets 21 to 25, behind
+// the mark, so they are copied as words.
+void FillEntry(Draft &tDraft, const Device &tDevice, bool bFull) {
+    uint8_t *pucEntry = reinterpret_cast<uint8_t *>(&tDraft.tEntry);
+    uint32_t dwEntity;
+    memcpy(&dwEntity, tDraft.aucSDR + SDR_ENTITY_ID, sizeof(dwEntity));
+    dwEntity = dwEntity << 8 | tDevice.ucMark;
+    memcpy(pucEntry + offsetof(DevTabEntry, ucMark), &dwEntity, sizeof(dwEntity));
+    memcpy(pucEntry + offsetof(DevTabEntry, ucSensorType), tDraft.aucSDR + SDR_SENSOR_TYPE, 2);
+    if (bFull)
+        tDraft.tEntry.ucM = tDraft.aucSDR[FULL_SDR_M_VALUE_LS_8_BITS];
 }
+static_assert(offsetof(DevTabEntry, ucSensorInit) == offsetof(DevTabEntry, ucMark) + 3);
+static_assert(std::endian::native == std::endian::little);
 
 uint8_t Publish(const Draft &tDraft, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab) {
     if (checkSensorExist(tDraft.aucSDR) == 1) {
         SayKnown(tDraft);
         return 0;
     }
-    if (memcpy_s(pucSDRRec, SDR_SLOT_SIZE, tDraft.aucSDR, sizeof(tDraft.aucSDR)) != 0)
+    if (memcpy_s(pucSDRRec, SDR_SLOT_SIZE, tDraft.aucSDR, SDR_SLOT_SIZE) != 0)
         return 0;
-    if (memcpy_s(ptDEVTab, DEV_TAB_ENTRY_SIZE, &tDraft.tEntry, sizeof(tDraft.tEntry)) != 0)
+    if (memcpy_s(ptDEVTab, DEV_TAB_ENTRY_SIZE, &tDraft.tEntry, DEV_TAB_ENTRY_SIZE) != 0)
         return 0;
     return static_cast<uint8_t>(tDraft.aucSDR[SDR_RECORD_LENGTH] + kSdrHeaderSize);
 }
 
-// What the gate and the board told goes into the record.
-bool TakeFacts(Draft &tDraft) {
-    const Behaviour &tDoes = tDraft.Does();
-    if (tDoes.eGate == Gate::kCpuVoltage)
-        TakeVoltage(tDraft);
-    else if (tDraft.ucM != 0)
-        tDraft.aucSDR[FULL_SDR_M_VALUE_LS_8_BITS] = tDraft.ucM;
-    if (tDraft.Has(kSlotInRecord))
-        tDraft.aucSDR[COMPACT_SDR_SLOT] = tDraft.tAt.ucIndex;
-    if (tDraft.Has(kRelativeOnSmallBoard) && tDraft.wBoardId == kSmallBoardId)
-        tDraft.aucSDR[SDR_ENTITY_INSTANCE] |= kInstanceRelative;
-    return Settle(tDraft);
+[[gnu::noinline]] uint8_t SayNull(const Draft &tDraft) {
+    DRAFT_NAMED(kError, kModuleSdr, tDraft, "%s failed! The input parameter is null.");
+    return 0;
 }
 
 } // namespace
 
 uint8_t BuildSensor(const ProfileName &tProfile, const SensorKind &tKind, RowView tRow, At tAt,
                     uint8_t *pucSDRRec, DevTabEntry *ptDEVTab) {
-    if (pucSDRRec == nullptr || ptDEVTab == nullptr) {
-        const Label tLabel(tProfile, tRow.Generator());
-        OXA_ERROR(kModuleSdr, tProfile.acFile, tLabel.ac, "%s failed! The input parameter is null.",
-                  tLabel.ac);
-        return 0;
-    }
+    const Traits &tDoes = tKind.tTraits;
     Draft tDraft(tProfile, tKind, tRow, tAt);
-    if (!PassGate(tDraft))
+    if (pucSDRRec == nullptr || ptDEVTab == nullptr)
+        return SayNull(tDraft);
+    if ((tDoes.ucOdd & kAsks) != 0 && !Ask(tDraft))
         return 0;
-    if (tDraft.Has(kSilkReread))
-        CountCpu(tDraft);
-    if (tDraft.bBelowSilk && tDraft.Has(kDropBelowSilk))
+    if (memcpy_s(tDraft.aucSDR, SDR_SLOT_SIZE, tKind.tHead.auc, sizeof(tKind.tHead)) != 0)
         return 0;
-    if (tDraft.Does().eBoardLine != BoardLine::kNone)
-        WriteBoardLine(tDraft);
-    if (!Fill(tDraft) || !TakeFacts(tDraft) || !GetClient(tDraft) || !PutName(tDraft))
+    memset(tDraft.aucSDR + FULL_SDR_NAME, tDoes.ucTail, kNameMax);
+    memset(&tDraft.tEntry, 0, sizeof(tDraft.tEntry));
+    memcpy(&tDraft.tEntry.ucDevCode, &tKind.tDevice.ucCode, 2); // and the item
+    tDraft.tEntry.ucScanFlag = tKind.tDevice.ucScanFlag;
+    if ((tDoes.ucOdd & kChanges) != 0 && !ChangeTemplate(tDraft))
         return 0;
-    FillEntry(tDraft);
+    if (!Settle(tDraft, tDoes.ePlace))
+        return 0;
+    const bool bFull = tDoes.ucTail != 0;
+    FillEntry(tDraft, tKind.tDevice, bFull);
+    if (!PutName(tDraft, bFull ? kFullHeadSize : kCompactHeadSize, tDoes.eNaming))
+        return 0;
     return Publish(tDraft, pucSDRRec, ptDEVTab);
 }
+static_assert(offsetof(Device, ucItem) == 1 &&
+              offsetof(DevTabEntry, ucItem) == offsetof(DevTabEntry, ucDevCode) + 1);
 
 } // namespace oxa

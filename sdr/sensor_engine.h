@@ -4,42 +4,39 @@
 #ifndef OXA_SDR_SENSOR_ENGINE_H
 #define OXA_SDR_SENSOR_ENGINE_H
 
+#include "sdr/sensor_log.h"
 #include "sdr/sensor_row.h"
 
 namespace oxa {
 
 inline constexpr uint16_t kSmallBoardId = 0x5497;
 
-// How a profile calls itself in function names and log lines.
-struct ProfileName {
-    char acName[8];  // "Default"
-    char acFile[34]; // "gen_specific_sensor_default.c"
-};
-
-// The name of the function that a log line carries: "<Profile>_<generator>", or the profile's driver.
-struct Label {
-    char ac[48];
-    Label(const ProfileName &tProfile, const char *pcGenerator);
-};
-
 // Which one of several: the three agree but for disks (printed number) and OCP error sensors (restored slot).
-struct At {
-    uint8_t ucIndex = 0;   // moves the entity instance
-    uint8_t ucNumber = 0;  // printed in the name
-    uint8_t ucOffset3 = 0; // goes to the device-table entry
-    constexpr At() = default;
-    constexpr explicit At(uint8_t ucAll) : ucIndex(ucAll), ucNumber(ucAll), ucOffset3(ucAll) {}
-    constexpr At(uint8_t ucWhich, uint8_t ucPrinted, uint8_t ucEntry)
-        : ucIndex(ucWhich), ucNumber(ucPrinted), ucOffset3(ucEntry) {}
+// They travel in one register.
+class At {
+public:
+    constexpr At() : dwAll(0) {}
+    constexpr explicit At(uint8_t ucAll) : dwAll(ucAll * 0x010101u) {}
+    constexpr At(uint8_t ucIndex, uint8_t ucNumber, uint8_t ucOffset3)
+        : dwAll(ucIndex | static_cast<uint32_t>(ucNumber) << 8 | static_cast<uint32_t>(ucOffset3) << 16) {}
+    constexpr uint8_t Index() const { // moves the entity instance
+        return static_cast<uint8_t>(dwAll);
+    }
+    constexpr uint8_t Number() const { // printed in the name
+        return static_cast<uint8_t>(dwAll >> 8);
+    }
+    constexpr uint8_t Offset3() const { // goes to the device-table entry
+        return static_cast<uint8_t>(dwAll >> 16);
+    }
+
+private:
+    uint32_t dwAll;
 };
 
 // Builds the record of tRow into the slot and the entry; the generator contract: (record length byte + 5)
 // modulo 256 when a record was written, 0 when not.
 uint8_t BuildSensor(const ProfileName &tProfile, const SensorKind &tKind, RowView tRow, At tAt,
                     uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
-
-// First printed CPU number; 0 with a warning when the board does not tell.
-uint8_t ReadSilkStart(const ProfileName &tProfile, const char *pcFunction);
 
 } // namespace oxa
 #endif

@@ -9,6 +9,9 @@ namespace oxa {
 
 namespace {
 
+// Each gate keeps its room to itself: PassGate jumps to it and is off the stack.
+#define GATE [[gnu::noinline]] bool
+
 // Sensor identifiers as the firmware's headers spell them, without "SENSOR_".
 struct SensorIdName {
     uint8_t ucId;
@@ -52,75 +55,66 @@ const char *SensorIdText(uint8_t ucId) {
     return "";
 }
 
-// "The board does not support adding sensor <text>.": the text may print the index, so it becomes part of the
-// format.
-void Refuse(const Draft &tDraft) {
-    const char *const apc[] = {"The board does not support adding sensor ",
-                               tDraft.tRow.HasVariant() ? tDraft.tRow.Variant() : tDraft.tRow.Name(), "."};
-    char acFormat[64];
-    size_t n = 0;
-    for (const char *pc : apc)
-        while (*pc != '\0' && n < sizeof(acFormat) - 1)
-            acFormat[n++] = *pc++;
-    acFormat[n] = '\0';
-    if (tDraft.Has(kRefusalWarns))
-        DRAFT_WARN(kModuleSdr, tDraft, acFormat, tDraft.tAt.ucIndex);
-    else
-        DRAFT_INFO(tDraft, acFormat, tDraft.tAt.ucIndex);
+// The text is the sensor's name where the row gives no other.
+GATE Refuse(const Draft &tDraft) {
+    SayRefusal(tDraft.tProfile, tDraft.tRow,
+               tDraft.Has(kRefusalWarns) ? OXA_REMARK(kWarn, kModuleSdr) : OXA_REMARK(kInfo, kModuleSdr),
+               tDraft.tAt.Index());
+    return false;
+}
+
+GATE WarnFlag(const Draft &tDraft, int32_t sdwRet) {
+    SayText(DRAFT_SPEAKER(tDraft), OXA_REMARK(kWarn, kModuleQuery),
+            "HAL_GetSensorNotSupportFlagBySensor(SENSOR_%s, &ucSupportFlag) = [%X]",
+            SensorIdText(tDraft.Does().ucGateId), sdwRet);
+    return true;
 }
 
 // The flag says that the board has the sensor, whatever the call is named; it decides also after a failed
 // call.
-bool BoardHas(const Draft &tDraft) {
+GATE BoardHas(const Draft &tDraft) {
     uint8_t ucSupportFlag = 0;
-    const uint8_t ucId = tDraft.Does().ucGateId;
-    const int32_t sdwRet = HAL_GetSensorNotSupportFlagBySensor(ucId, &ucSupportFlag);
+    const int32_t sdwRet = HAL_GetSensorNotSupportFlagBySensor(tDraft.Does().ucGateId, &ucSupportFlag);
     if (sdwRet != 0)
-        DRAFT_WARN(kModuleQuery, tDraft,
-                   "HAL_GetSensorNotSupportFlagBySensor(SENSOR_%s, &ucSupportFlag) = [%X]",
-                   SensorIdText(ucId), static_cast<unsigned>(sdwRet));
-    if (ucSupportFlag != 0)
-        return true;
-    Refuse(tDraft);
-    return false;
+        WarnFlag(tDraft, sdwRet);
+    return ucSupportFlag != 0 || Refuse(tDraft);
 }
 
-bool KindWanted(const Draft &tDraft) {
+GATE KindWanted(const Draft &tDraft) {
     uint8_t ucSupportFlag = 1;
     if (HAL_GetSensorSupportFlagBySensor(tDraft.Does().ucGateId, &ucSupportFlag) != 0 || ucSupportFlag != 0)
         return true;
-    Refuse(tDraft);
-    return false;
+    return Refuse(tDraft);
 }
 
-bool IsIntel(const Draft &tDraft) {
+GATE IsIntel(const Draft &tDraft) {
     uint8_t ucCpuType = CPU_TYPE_UNKNOWN;
     const int32_t sdwRet = HAL_GetCpuType(&ucCpuType);
     if (sdwRet == 0)
         return ucCpuType == CPU_TYPE_INTEL;
-    DRAFT_WARN(kModuleQuery, tDraft, "HAL_GetCpuType(&ucCpuType) = [%X]", static_cast<unsigned>(sdwRet));
+    DRAFT_WARN(kModuleQuery, tDraft, "HAL_GetCpuType(&ucCpuType) = [%X]", sdwRet);
     return false;
 }
 
-bool HasPch(const Draft &tDraft) {
-    if (IsIntel(tDraft))
-        return BoardHas(tDraft);
+GATE SayNoPch(const Draft &tDraft) {
     DRAFT_INFO(tDraft, "The board has no pch");
     return false;
 }
 
-bool CpuIntel(const Draft &tDraft) {
+GATE HasPch(const Draft &tDraft) {
+    return IsIntel(tDraft) ? BoardHas(tDraft) : SayNoPch(tDraft);
+}
+
+GATE CpuIntel(const Draft &tDraft) {
     if (IsIntel(tDraft))
         return true;
-    DRAFT_INFO(tDraft, "OXA_Add%sStaticSensor: CpuType != CPU_TYPE_INTEL, no %s", tDraft.tProfile.acName,
-               tDraft.tRow.Name());
+    SayProfileText(DRAFT_SPEAKER(tDraft), OXA_REMARK(kInfo, kModuleSdr),
+                   "OXA_Add%sStaticSensor: CpuType != CPU_TYPE_INTEL, no %s", tDraft.tRow.Name());
     return false;
 }
 
 // Reading the registers clears nothing by itself: what was read is written back.
-bool RenewPowerFault(const Draft &tDraft) {
-    if (!BoardHas(tDraft))
-        return false;
+GATE RenewRegisters(const Draft &tDraft) {
     uint8_t ucValue = 0;
     if (epldio_read(PMIC_POWER_FAULT_REG_5350, &ucValue) == 0)
         epldio_write(PMIC_POWER_FAULT_REG_5350, ucValue);
@@ -133,14 +127,18 @@ bool RenewPowerFault(const Draft &tDraft) {
     return true;
 }
 
-bool LiquidNot2(const Draft &tDraft) {
+GATE PowerFault(const Draft &tDraft) {
+    return BoardHas(tDraft) && RenewRegisters(tDraft);
+}
+
+GATE LiquidNot2(const Draft &tDraft) {
     if (GetLiquidCoolingFlag() != 2)
         return true;
     DRAFT_ERROR(kModuleAssert, tDraft, "assertion failed: GetLiquidCoolingFlag() != (2)");
     return false;
 }
 
-bool LiquidIs1(const Draft &tDraft) {
+GATE LiquidIs1(const Draft &tDraft) {
     if (GetLiquidCoolingFlag() == 1)
         return true;
     DRAFT_ERROR(kModuleAssert, tDraft, "assertion failed: GetLiquidCoolingFlag() == (1)");
@@ -151,20 +149,23 @@ void TakeAccuracy(Draft &tDraft, uint32_t dwAccuracy) {
     tDraft.ucM = ConvertIntToUnsignedChar(static_cast<int32_t>(dwAccuracy));
 }
 
-bool FanAccuracy(Draft &tDraft) {
-    if (!LiquidNot2(tDraft))
-        return false;
+GATE ReadFanAccuracy(Draft &tDraft) {
     uint32_t dwAccuracy = 0;
     if (HAL_GetFanPowerAccuracy(&dwAccuracy) != 0)
         dwAccuracy = 0;
     TakeAccuracy(tDraft, dwAccuracy);
     if (dwAccuracy != 0)
         return true;
-    DRAFT_WARN(kModuleQuery, tDraft, "get fan power accuracy failed or Accuracy is %u.", dwAccuracy);
+    DRAFT_WARN(kModuleQuery, tDraft, "get fan power accuracy failed or Accuracy is %u.",
+               static_cast<int>(dwAccuracy));
     return false;
 }
 
-bool DiskAccuracy(Draft &tDraft) {
+GATE FanAccuracy(Draft &tDraft) {
+    return LiquidNot2(tDraft) && ReadFanAccuracy(tDraft);
+}
+
+GATE DiskAccuracy(Draft &tDraft) {
     uint32_t dwHDDPowerAccuracy = 0;
     if (HAL_GetHddPowerAccuracy(&dwHDDPowerAccuracy) != 0)
         dwHDDPowerAccuracy = 0;
@@ -172,11 +173,11 @@ bool DiskAccuracy(Draft &tDraft) {
     if (dwHDDPowerAccuracy != 0)
         return true;
     DRAFT_WARN(kModuleQuery, tDraft, "get hdd power accuracy failed or dwHDDPowerAccuracy = %u.\n",
-               dwHDDPowerAccuracy);
+               static_cast<int>(dwHDDPowerAccuracy));
     return false;
 }
 
-bool DimmAccuracy(Draft &tDraft) {
+GATE DimmAccuracy(Draft &tDraft) {
     uint32_t dwAccuracy = 0;
     if (HAL_GetDimmPowerAccuracy(&dwAccuracy) != 0) {
         OXA_DEBUG(kDebugChannel, tDraft.tProfile.acFile, "get mem power accuracy failed\n");
@@ -186,12 +187,26 @@ bool DimmAccuracy(Draft &tDraft) {
     return true;
 }
 
-// Reads the board id, 0 when that fails, and writes it to the log.
-void LogBoardId(Draft &tDraft, const char *pcFormat, const char *pcWho) {
+// Reads the board id, 0 when that fails.
+int32_t ReadBoardId(Draft &tDraft) {
     const int32_t sdwRet = get_default_board_id(&tDraft.wBoardId);
     if (sdwRet < 0)
         tDraft.wBoardId = 0;
-    DRAFT_INFO(tDraft, pcFormat, pcWho, sdwRet, tDraft.wBoardId);
+    return sdwRet;
+}
+
+// A line that names the profile, with the board id.
+GATE LogBoardId(Draft &tDraft, const char *pcFormat) {
+    const int32_t sdwRet = ReadBoardId(tDraft);
+    SayText(DRAFT_SPEAKER(tDraft), OXA_REMARK(kInfo, kModuleSdr), pcFormat, tDraft.tProfile.acName, sdwRet,
+            tDraft.wBoardId);
+    return true;
+}
+
+GATE LogOwnBoardLine(Draft &tDraft) {
+    const int32_t sdwRet = ReadBoardId(tDraft);
+    DRAFT_NAMED(kInfo, kModuleSdr, tDraft, "%s: sdwRet = %d wBoardId = %x!", sdwRet, tDraft.wBoardId);
+    return true;
 }
 
 // The total power of the switch board is measured on some boards only, and there only with the right card.
@@ -199,12 +214,12 @@ bool CardIs(uint8_t ucCard, uint16_t wCardId) {
     return GetCardOnlineStatus(ucCard) == 1 && GetCardBoardId(ucCard) == wCardId;
 }
 
-bool SwitchSensorsValid() {
+[[gnu::noinline]] bool SwitchSensorsValid() {
     uint8_t ucValid = 0;
     return MW_GetSWSensorVail(&ucValid) == 0 && ucValid != 0;
 }
 
-bool MeasuresSwitchPower(uint16_t wBoardId) {
+[[gnu::noinline]] bool MeasuresSwitchPower(uint16_t wBoardId) {
     switch (wBoardId) {
     case 0x5600:
         return CardIs(1, 0x560A);
@@ -218,75 +233,79 @@ bool MeasuresSwitchPower(uint16_t wBoardId) {
     }
 }
 
-bool SwitchPower(Draft &tDraft) {
-    LogBoardId(tDraft, "OXA_Add%sSensor for SW_Total_Power: sdwRet = %d wBoardId = 0x%x!",
-               tDraft.tProfile.acName);
-    if (MeasuresSwitchPower(tDraft.wBoardId))
-        return true;
-    Refuse(tDraft);
-    return false;
+GATE SwitchPower(Draft &tDraft) {
+    LogBoardId(tDraft, "OXA_Add%sSensor for SW_Total_Power: sdwRet = %d wBoardId = 0x%x!");
+    return MeasuresSwitchPower(tDraft.wBoardId) || Refuse(tDraft);
 }
 
-void LogProductId(const Draft &tDraft, const char *pcFormat, const char *pcWho) {
-    uint32_t dwProductId = 0;
+// Reads the product id for the log only.
+int32_t ReadProductId(uint32_t &dwProductId) {
+    dwProductId = 0;
     const int32_t sdwRet = MW_GetInnerProductId(&dwProductId);
     if (sdwRet != 0)
         dwProductId = 0;
-    DRAFT_INFO(tDraft, pcFormat, pcWho, sdwRet, dwProductId);
+    return sdwRet;
 }
 
-bool BoardPower(Draft &tDraft) {
-    LogBoardId(tDraft, "OXA_Add%sSensor for POWER_WATTS: sdwRet = %d wBoardId = %x!", tDraft.tProfile.acName);
-    LogProductId(tDraft, "OXA_Add%sSensor for POWER_WATTS: sdwRet = %d productId = %x!",
-                 tDraft.tProfile.acName);
-    if (tDraft.wBoardId != kSmallBoardId)
-        return true;
-    Refuse(tDraft);
-    return false;
-}
-
-bool ProductLine(const Draft &tDraft) {
-    const Label tLabel(tDraft.tProfile, tDraft.tRow.Generator());
-    LogProductId(tDraft, "%s for POWER_WATTS: sdwRet = %d productId = %x!", tLabel.ac);
+GATE LogProductId(const Draft &tDraft) {
+    uint32_t dwProductId;
+    const int32_t sdwRet = ReadProductId(dwProductId);
+    SayText(DRAFT_SPEAKER(tDraft), OXA_REMARK(kInfo, kModuleSdr),
+            "OXA_Add%sSensor for POWER_WATTS: sdwRet = %d productId = %x!", tDraft.tProfile.acName, sdwRet,
+            static_cast<int>(dwProductId));
     return true;
 }
 
-bool PsuInRange(const Draft &tDraft) {
+GATE BoardPower(Draft &tDraft) {
+    LogBoardId(tDraft, "OXA_Add%sSensor for POWER_WATTS: sdwRet = %d wBoardId = %x!");
+    LogProductId(tDraft);
+    return tDraft.wBoardId != kSmallBoardId || Refuse(tDraft);
+}
+
+GATE ProductLine(const Draft &tDraft) {
+    uint32_t dwProductId;
+    const int32_t sdwRet = ReadProductId(dwProductId);
+    DRAFT_NAMED(kInfo, kModuleSdr, tDraft, "%s for POWER_WATTS: sdwRet = %d productId = %x!", sdwRet,
+                static_cast<int>(dwProductId));
+    return true;
+}
+
+GATE PsuInRange(const Draft &tDraft) {
     uint8_t ucPsuCnt = 0;
     if (HAL_GetPsuMaxCount(&ucPsuCnt) != 0)
         ucPsuCnt = 0;
-    if (tDraft.tAt.ucIndex <= ucPsuCnt)
+    if (tDraft.tAt.Index() <= ucPsuCnt)
         return true;
     DRAFT_INFO(tDraft, "pem ucInstance large max pem num!");
     return false;
 }
 
-bool PsuStatus(const Draft &tDraft) {
+GATE PsuStatus(const Draft &tDraft) {
     if (LoadPsuAlarmCfg() != 0)
         DRAFT_WARN(kModuleQuery, tDraft, "LoadPsuAlarmCfg failed!");
     return PsuInRange(tDraft);
 }
 
-bool DimmName(Draft &tDraft) {
+GATE DimmName(Draft &tDraft) {
     HalDimmDevInfo tInfo = {};
-    if (HAL_GetDimmDevInfoByDimmNum(tDraft.tAt.ucIndex, &tInfo) == 0 &&
+    if (HAL_GetDimmDevInfoByDimmNum(tDraft.tAt.Index(), &tInfo) == 0 &&
         HAL_GetDimmSensorNameIndex(&tInfo, tDraft.acText, sizeof(tDraft.acText)) == 0)
         return true;
     DRAFT_ERROR(kModuleSdr, tDraft, "Get mem sensor name index fail\n");
     return false;
 }
 
-bool CpuVoltage(Draft &tDraft) {
+GATE CpuVoltage(Draft &tDraft) {
     if (HAL_GetCpuVoltSdrInfoforSensor(tDraft.Does().ucGateId, &tDraft.tVoltage) == 0)
         return true;
     DRAFT_ERROR(kModuleSdr, tDraft, "Get Cpu Voltage Sensor SDR Info fail!");
     return false;
 }
 
-bool AirIndex(const Draft &tDraft) {
-    if (tDraft.tAt.ucIndex <= 3)
+GATE AirIndex(const Draft &tDraft) {
+    if (tDraft.tAt.Index() <= 3)
         return true;
-    DRAFT_NAMED(OXA_INFO, kModuleSdr, tDraft, "%s switchBoardTempNum[%d] error!", tDraft.tAt.ucIndex);
+    DRAFT_NAMED(kInfo, kModuleSdr, tDraft, "%s switchBoardTempNum[%d] error!", tDraft.tAt.Index());
     return false;
 }
 
@@ -303,7 +322,7 @@ bool PassGate(Draft &tDraft) {
     case Gate::kPch:
         return HasPch(tDraft);
     case Gate::kPowerFault:
-        return RenewPowerFault(tDraft);
+        return PowerFault(tDraft);
     case Gate::kLiquidNot2:
         return LiquidNot2(tDraft);
     case Gate::kLiquidIs1:
@@ -336,17 +355,18 @@ bool PassGate(Draft &tDraft) {
     return false;
 }
 
-void WriteBoardLine(Draft &tDraft) {
-    if (tDraft.Does().eBoardLine == BoardLine::kOwn) {
-        const Label tLabel(tDraft.tProfile, tDraft.tRow.Generator());
-        LogBoardId(tDraft, "%s: sdwRet = %d wBoardId = %x!", tLabel.ac);
-        return;
+bool WriteBoardLine(Draft &tDraft) {
+    switch (tDraft.Does().eBoardLine) {
+    case BoardLine::kOwn:
+        return LogOwnBoardLine(tDraft);
+    case BoardLine::kPowerWatts:
+        return LogBoardId(tDraft, "OXA_Add%sSensor for POWER_WATTS: sdwRet = %d wBoardId = %x!");
+    case BoardLine::kInputTemp:
+        return LogBoardId(tDraft, "OXA_Add%sSensor for INPUT_TEMP: sdwRet = %d wBoardId = %x!");
+    case BoardLine::kNone:
+        break;
     }
-    LogBoardId(tDraft,
-               tDraft.Does().eBoardLine == BoardLine::kPowerWatts
-                   ? "OXA_Add%sSensor for POWER_WATTS: sdwRet = %d wBoardId = %x!"
-                   : "OXA_Add%sSensor for INPUT_TEMP: sdwRet = %d wBoardId = %x!",
-               tDraft.tProfile.acName);
+    return true;
 }
 
 void SayKnown(const Draft &tDraft) {
@@ -354,34 +374,36 @@ void SayKnown(const Draft &tDraft) {
     case Known::kSilent:
         return;
     case Known::kInfo:
-        DRAFT_NAMED(OXA_INFO, kModuleSdr, tDraft, "%s sensor already exist!");
+        DRAFT_NAMED(kInfo, kModuleSdr, tDraft, "%s sensor already exist!");
         return;
     case Known::kInfoNewline:
-        DRAFT_NAMED(OXA_INFO, kModuleSdr, tDraft, "%s sensor already exist!\n");
+        DRAFT_NAMED(kInfo, kModuleSdr, tDraft, "%s sensor already exist!\n");
         return;
     case Known::kWarnNewline:
-        DRAFT_NAMED(OXA_WARN, kModuleSdr, tDraft, "%s sensor already exist!\n");
+        DRAFT_NAMED(kWarn, kModuleSdr, tDraft, "%s sensor already exist!\n");
         return;
     // Texts of another generator, kept as they are.
     case Known::kSwitchVoltsWarn:
-        DRAFT_WARN(kModuleSdr, tDraft, "%s_GenSwitchBoardVoltsSDR sensor already exist!",
-                   tDraft.tProfile.acName);
+        SayText(DRAFT_SPEAKER(tDraft), OXA_REMARK(kWarn, kModuleSdr),
+                "%s_GenSwitchBoardVoltsSDR sensor already exist!", tDraft.tProfile.acName);
         return;
     case Known::kSwitchVolts:
         DRAFT_INFO(tDraft, "Default_GenSwitchBoardVoltsSDR sensor already exist!");
         return;
     case Known::kCpuStatus:
-        DRAFT_INFO(tDraft, "%s_GenCPUStatusSDR sensor already exist!\n", tDraft.tProfile.acName);
+        SayText(DRAFT_SPEAKER(tDraft), OXA_REMARK(kInfo, kModuleSdr),
+                "%s_GenCPUStatusSDR sensor already exist!\n", tDraft.tProfile.acName);
         return;
     case Known::kFru:
-        DRAFT_INFO(tDraft, "The %s already exists in fru.", tDraft.tRow.Name());
+        SayText(DRAFT_SPEAKER(tDraft), OXA_REMARK(kInfo, kModuleSdr), "The %s already exists in fru.",
+                tDraft.tRow.Name());
         return;
     }
 }
 
 const char *PickName(Draft &tDraft, uint8_t &ucNumber) {
     const RowView &tRow = tDraft.tRow;
-    const uint8_t ucIndex = tDraft.tAt.ucIndex;
+    const uint8_t ucIndex = tDraft.tAt.Index();
     switch (tDraft.Does().eNaming) {
     case Naming::kNumber:
     case Naming::kText:

@@ -48,6 +48,7 @@ enum class Place : uint8_t {
     kNone,         // nothing; offset 3 stays 0
     kIndexOnly,    // offset 3 = index
     kAdd,          // instance += index, dropped where that would pass 255
+    kAllOnes,      // offset 3 = FFh: no index
     kAddOnly,      // the same, but offset 3 stays 0
     kAddOrKeep,    // instance += index where it fits
     kSlot,         // instance = index
@@ -97,9 +98,9 @@ struct Device { // device-table entry
     uint8_t ucItem = 0;
     uint8_t ucScanFlag = 0; // 0x80: scanned
     uint8_t ucMark = 0xFF;  // 0x25 disks, 0x28 54 V rails
-    uint8_t ucIndex = 0;    // offset 3 of a sensor that stands alone
 };
 
+// What a sensor does on its way, as it is written down.
 struct Behaviour {
     Device tDevice = {};
     Gate eGate = Gate::kNone;
@@ -112,16 +113,63 @@ struct Behaviour {
     uint8_t ucFlags = 0;
 };
 
-struct SensorKind {
-    SdrHead tHead;
-    Behaviour tBehaviour;
+// The same as the engine reads it: most sensors do nothing odd, and two bits say so.
+enum OddBit : uint8_t {
+    kAsks = 0x01,   // gate, first CPU number or board id before anything is filled in
+    kChanges = 0x02 // the template is changed by what the board told, or a bus client is needed
+};
+struct Traits {
+    uint8_t ucOdd;
+    uint8_t ucTail; // what fills the 16 bytes at the slot's end: a full record's name field, else zero
+    Gate eGate;
+    uint8_t ucGateId;
+    Place ePlace;
+    Client eClient;
+    BoardLine eBoardLine;
+    Known eKnown;
+    Naming eNaming;
+    uint8_t ucFlags;
 };
 
+struct SensorKind {
+    SdrHead tHead;
+    Device tDevice;
+    Traits tTraits;
+};
+
+constexpr bool ChangesTemplate(const Behaviour &t) {
+    return t.eGate == Gate::kCpuVoltage || t.eGate == Gate::kFanAccuracy || t.eGate == Gate::kDimmAccuracy ||
+           t.eGate == Gate::kDiskAccuracy ||
+           (t.ucFlags & (kSlotInRecord | kRelativeOnSmallBoard | kIndexInItem)) != 0;
+}
+
+constexpr Traits TraitsOf(const Behaviour &t, bool bFull) {
+    const bool bAsks =
+        t.eGate != Gate::kNone || (t.ucFlags & kSilkReread) != 0 || t.eBoardLine != BoardLine::kNone;
+    const bool bChanges = ChangesTemplate(t) || t.eClient != Client::kNone;
+    return {static_cast<uint8_t>((bAsks ? kAsks : 0) | (bChanges ? kChanges : 0)),
+            static_cast<uint8_t>(bFull ? kNameFill : 0),
+            t.eGate,
+            t.ucGateId,
+            t.ePlace,
+            t.eClient,
+            t.eBoardLine,
+            t.eKnown,
+            t.eNaming,
+            t.ucFlags};
+}
+
+constexpr SensorKind MakeKind(const SdrHead &tHead, const Behaviour &t) {
+    return {tHead, t.tDevice, TraitsOf(t, tHead.auc[SDR_RECORD_TYPE] == kRecordFull)};
+}
 constexpr SensorKind Full(const FullFields &t, const Behaviour &tBehaviour) {
-    return {FullHead(t), tBehaviour};
+    return MakeKind(FullHead(t), tBehaviour);
 }
 constexpr SensorKind Compact(const CompactFields &t, const Behaviour &tBehaviour) {
-    return {CompactHead(t), tBehaviour};
+    SdrHead tHead = CompactHead(t);
+    for (uint8_t uc = 0; uc < kNameMax; ++uc)
+        tHead.auc[COMPACT_SDR_NAME + uc] = kNameFill; // the name field
+    return MakeKind(tHead, tBehaviour);
 }
 
 // ---- rows -------------------------------------------------------------------------------------------------
@@ -155,7 +203,8 @@ enum class Group : uint8_t {
     kGpuRail,       // per GPU supply rail
     kLanSwitch,     // LAN switch board
     kCduFan,        // per fan of the liquid-cooling unit
-    kCduSupply      // per power supply of the liquid-cooling unit
+    kCduSupply,     // per power supply of the liquid-cooling unit
+    kCount
 };
 
 enum RowByte : uint8_t { kRowLength, kRowGroup, kRowKind, kRowName, kRowVariant, kRowAnnounced, kRowTexts };
@@ -277,6 +326,9 @@ struct RowView {
     }
     bool IsAnnounced() const {
         return puc[kRowAnnounced] != 0;
+    }
+    bool IsEnd() const {
+        return puc[kRowLength] == 0;
     }
     RowView Next() const {
         return {puc + puc[kRowLength]};

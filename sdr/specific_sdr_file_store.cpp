@@ -166,7 +166,7 @@ int32_t checkSensorExist(const uint8_t *pSDRData) {
         OXA_ERROR(kModuleSdr, kFile, __func__, "%s failed! pSDRData == NULL.", __func__);
         return 0;
     }
-    const int32_t sdwRead = readExtSDRFile(g_extSdrData, sizeof(g_extSdrData));
+    const int32_t sdwRead = ReadWriteExtSDRFile(kExtSDRFile, g_extSdrData, nullptr, sizeof(g_extSdrData));
     if (sdwRead < 1) {
         return 0;
     }
