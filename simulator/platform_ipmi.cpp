@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // IPMI service library: profile id, liquid-cooling configuration, local sessions, and the repository and
-// event log behind them (in memory).
+// event log behind them: in memory, or of a BMC that a session of its own leads to.
+#include "simulator/back_end.h"
 #include "simulator/internal.h"
 
 namespace {
@@ -11,6 +12,66 @@ using namespace sim;
 constexpr uint16_t kNotPresent = 0xCB; // IPMI: requested record is not there
 constexpr uint16_t kOutOfSpace = 0xC4; // IPMI: repository or log is full
 constexpr uint16_t kNoSession = 0xD4;  // IPMI: insufficient privilege
+
+constexpr uint8_t kStorage = 0x0A; // network function
+constexpr uint8_t kAddSdr = 0x24;
+constexpr uint8_t kDeleteSdr = 0x26;
+constexpr uint8_t kAddSelEntry = 0x44;
+
+// Sessions that lead out of here, and the ids of the event records; guarded by the state's lock.
+struct BackEnd {
+    OpenBmcSession open;
+    std::map<const IpmiLocalSession *, std::unique_ptr<BmcSession>> sessions;
+    std::vector<uint16_t> event_ids;
+};
+BackEnd &TheBackEnd() {
+    static BackEnd *const back_end = new BackEnd; // never destroyed: calls may come until the very end
+    return *back_end;
+}
+
+// Opens the way to the BMC of a new local session; true when there is none to open.
+bool ReachBmc(State &state, const IpmiLocalSession *session) {
+    BackEnd &back_end = TheBackEnd();
+    if (!back_end.open) {
+        return true;
+    }
+    std::string reason;
+    std::unique_ptr<BmcSession> opened = back_end.open(reason);
+    if (opened == nullptr) {
+        state.Note("BMC: no session: " + reason);
+        return false;
+    }
+    back_end.sessions[session] = std::move(opened);
+    return true;
+}
+
+struct Outcome {
+    uint16_t code = 0; // completion code
+    uint16_t record_id = 0;
+};
+
+// The outcome of a command at the BMC; nothing when the session stays in memory.
+std::optional<Outcome> AskBmc(State &state, const IpmiLocalSession *session, uint8_t command,
+                              std::span<const uint8_t> data) {
+    const auto found = TheBackEnd().sessions.find(session);
+    if (found == TheBackEnd().sessions.end()) {
+        return std::nullopt;
+    }
+    std::string reason;
+    const auto answer = found->second->Send(kStorage, command, data, reason);
+    if (!answer) {
+        state.Note("BMC: no answer: " + reason);
+        return Outcome{kIpmiFailed, 0};
+    }
+    Outcome outcome{(*answer)[0], 0};
+    if (answer->size() >= 3) {
+        outcome.record_id = static_cast<uint16_t>((*answer)[1] | (*answer)[2] << 8);
+    }
+    if (outcome.code != 0) {
+        state.Note("BMC: refused with " + Hex(answer->data(), 1) + "h");
+    }
+    return outcome;
+}
 
 // A command needs an open session; without one it is refused and noted.
 bool SessionIsOpen(Call &call, const char *command, const IpmiLocalSession *session) {
@@ -42,7 +103,70 @@ std::optional<uint16_t> Refusal(Call &call, const char *command, const IpmiLocal
     return std::nullopt;
 }
 
+Outcome StoreSdr(State &state, std::span<const uint8_t> sdr, std::optional<Outcome> at_bmc) {
+    if (!at_bmc && state.repository.size() >= state.board.sdr_limit) {
+        return {kOutOfSpace, 0};
+    }
+    const Outcome outcome = at_bmc.value_or(Outcome{0, state.next_record_id});
+    if (outcome.code == 0) {
+        ++state.next_record_id;
+        state.repository.push_back({outcome.record_id, {sdr.begin(), sdr.end()}});
+        state.Note(std::string(at_bmc ? "BMC " : "") + "repository: record " +
+                   std::to_string(outcome.record_id) + " added: " + Hex(sdr.data(), sdr.size()));
+    }
+    return outcome;
+}
+
+Outcome RemoveSdr(State &state, uint16_t id, std::optional<Outcome> at_bmc) {
+    const auto found = std::find_if(state.repository.begin(), state.repository.end(),
+                                    [&](const RepositoryRecord &record) { return record.id == id; });
+    const Outcome outcome =
+        at_bmc.value_or(found == state.repository.end() ? Outcome{kNotPresent, 0} : Outcome{0, id});
+    if (outcome.code == 0) {
+        if (found != state.repository.end()) {
+            state.repository.erase(found);
+        }
+        state.Note(std::string(at_bmc ? "BMC " : "") + "repository: record " + std::to_string(id) +
+                   " deleted");
+    }
+    return outcome;
+}
+
+Outcome StoreEvent(State &state, const uint8_t *record, std::optional<Outcome> at_bmc) {
+    if (!at_bmc && state.event_log.size() >= state.board.sel_limit) {
+        return {kOutOfSpace, 0};
+    }
+    const Outcome outcome = at_bmc.value_or(Outcome{0, static_cast<uint16_t>(state.event_log.size() + 1)});
+    if (outcome.code == 0) {
+        std::vector<uint16_t> &ids = TheBackEnd().event_ids;
+        ids.resize(state.event_log.size()); // the log may have been emptied
+        ids.push_back(outcome.record_id);
+        state.event_log.emplace_back(record, record + SEL_RECORD_SIZE);
+        state.Note(std::string(at_bmc ? "BMC " : "") + "event log: record " +
+                   std::to_string(outcome.record_id) + " added: " + Hex(record, SEL_RECORD_SIZE));
+    }
+    return outcome;
+}
+
 } // namespace
+
+namespace sim {
+
+void UseSessions(OpenBmcSession open) {
+    const std::lock_guard lock(TheState().mutex);
+    TheBackEnd().sessions.clear();
+    TheBackEnd().open = std::move(open);
+}
+
+const std::vector<uint16_t> &EventRecordIds() {
+    State &state = TheState();
+    const std::lock_guard lock(state.mutex);
+    std::vector<uint16_t> &ids = TheBackEnd().event_ids;
+    ids.resize(state.event_log.size()); // the log may have been emptied
+    return ids;
+}
+
+} // namespace sim
 
 extern "C" {
 
@@ -76,6 +200,10 @@ uint16_t LIBIPMI_Create_IPMI_Local_Session(IpmiLocalSession *ptSession, const ch
     if (state.sessions.contains(ptSession)) {
         state.Violate("LIBIPMI_Create_IPMI_Local_Session: the session block already holds an open session");
     }
+    if (!ReachBmc(state, ptSession)) {
+        call.Spoil(ptSession);
+        return call.Return<uint16_t>(kIpmiFailed);
+    }
     const uint32_t number = state.next_session++;
     state.sessions[ptSession] = number;
     std::memcpy(ptSession->aucRaw, &number, sizeof(number));
@@ -90,6 +218,7 @@ uint16_t LIBIPMI_CloseSession(IpmiLocalSession *ptSession) {
         return call.Return<uint16_t>(kNoSession);
     }
     call.state().sessions.erase(ptSession);
+    TheBackEnd().sessions.erase(ptSession);
     return call.Return<uint16_t>(fails ? kIpmiFailed : 0);
 }
 
@@ -105,15 +234,10 @@ uint16_t IPMICMD_AddSDR(IpmiLocalSession *ptSession, const uint8_t *pucSDR, uint
         state.Violate("IPMICMD_AddSDR: length " + std::to_string(ucLen) + " reaches beyond a slot");
         ucLen = SDR_SLOT_SIZE;
     }
-    if (state.repository.size() >= state.board.sdr_limit) {
-        Answer(pucRes, 3, kOutOfSpace, 0);
-        return call.Return<uint16_t>(kOutOfSpace);
-    }
-    const uint16_t id = state.next_record_id++;
-    state.repository.push_back({id, {pucSDR, pucSDR + ucLen}});
-    state.Note("repository: record " + std::to_string(id) + " added: " + Hex(pucSDR, ucLen));
-    Answer(pucRes, 3, 0, id);
-    return call.Return<uint16_t>(0);
+    const std::span<const uint8_t> sdr(pucSDR, ucLen);
+    const Outcome outcome = StoreSdr(state, sdr, AskBmc(state, ptSession, kAddSdr, sdr));
+    Answer(pucRes, 3, outcome.code, outcome.record_id);
+    return call.Return<uint16_t>(outcome.code);
 }
 
 uint16_t IPMICMD_DeleteSDR(IpmiLocalSession *ptSession, const uint8_t *pucReq, uint8_t *pucRes,
@@ -127,16 +251,9 @@ uint16_t IPMICMD_DeleteSDR(IpmiLocalSession *ptSession, const uint8_t *pucReq, u
     }
     // reservation id, then the record id, least significant byte first
     const uint16_t id = static_cast<uint16_t>(pucReq[2] | pucReq[3] << 8);
-    const auto found = std::find_if(state.repository.begin(), state.repository.end(),
-                                    [&](const RepositoryRecord &record) { return record.id == id; });
-    if (found == state.repository.end()) {
-        Answer(pucRes, 4, kNotPresent, 0);
-        return call.Return<uint16_t>(kNotPresent);
-    }
-    state.repository.erase(found);
-    state.Note("repository: record " + std::to_string(id) + " deleted");
-    Answer(pucRes, 4, 0, id);
-    return call.Return<uint16_t>(0);
+    const Outcome outcome = RemoveSdr(state, id, AskBmc(state, ptSession, kDeleteSdr, std::span(pucReq, 4)));
+    Answer(pucRes, 4, outcome.code, outcome.record_id);
+    return call.Return<uint16_t>(outcome.code);
 }
 
 uint16_t IPMICMD_AddSELEntry(IpmiLocalSession *ptSession, const uint8_t *pucRecord, uint8_t *pucRes,
@@ -148,15 +265,10 @@ uint16_t IPMICMD_AddSELEntry(IpmiLocalSession *ptSession, const uint8_t *pucReco
             Refusal(call, "IPMICMD_AddSELEntry", ptSession, {ptSession, pucRecord, pucRes}, pucRes, 3)) {
         return *refusal;
     }
-    if (state.event_log.size() >= state.board.sel_limit) {
-        Answer(pucRes, 3, kOutOfSpace, 0);
-        return call.Return<uint16_t>(kOutOfSpace);
-    }
-    state.event_log.emplace_back(pucRecord, pucRecord + 16);
-    const uint16_t id = static_cast<uint16_t>(state.event_log.size());
-    state.Note("event log: record " + std::to_string(id) + " added: " + Hex(pucRecord, 16));
-    Answer(pucRes, 3, 0, id);
-    return call.Return<uint16_t>(0);
+    const Outcome outcome = StoreEvent(
+        state, pucRecord, AskBmc(state, ptSession, kAddSelEntry, std::span(pucRecord, SEL_RECORD_SIZE)));
+    Answer(pucRes, 3, outcome.code, outcome.record_id);
+    return call.Return<uint16_t>(outcome.code);
 }
 
 uint16_t LIBIPMI_HL_SendMsgToFRU(IpmiLocalSession *ptSession, const uint8_t *pucMsg, uint32_t dwArg) {

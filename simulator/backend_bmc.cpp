@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "simulator/backend_bmc.h"
+
+#include <freeipmi/freeipmi.h>
+
+namespace sim {
+namespace {
+
+constexpr uint8_t kCipherSuite = 3; // HMAC-SHA1, HMAC-SHA1-96, AES-CBC-128
+constexpr unsigned kSessionTimeoutMs = 5000;
+constexpr unsigned kRetransmissionMs = 500;
+constexpr uint8_t kLun = 0;
+
+struct Close {
+    void operator()(ipmi_ctx_t context) const {
+        ipmi_ctx_close(context);
+        ipmi_ctx_destroy(context);
+    }
+};
+using Context = std::unique_ptr<struct ipmi_ctx, Close>;
+
+class Session : public BmcSession {
+public:
+    explicit Session(Context context) : context_(std::move(context)) {}
+
+    std::optional<std::vector<uint8_t>> Send(uint8_t network_function, uint8_t command,
+                                             std::span<const uint8_t> data, std::string &reason) override {
+        std::vector<uint8_t> request = {command};
+        request.insert(request.end(), data.begin(), data.end());
+        uint8_t answer[256]; // command, completion code, data
+        const int size =
+            ipmi_cmd_raw(context_.get(), kLun, network_function, request.data(),
+                         static_cast<unsigned>(request.size()), answer, static_cast<unsigned>(sizeof answer));
+        if (size < 2) {
+            reason = size < 0 ? ipmi_ctx_errormsg(context_.get()) : "short answer";
+            return std::nullopt;
+        }
+        return std::vector<uint8_t>(answer + 1, answer + size);
+    }
+
+private:
+    Context context_;
+};
+
+} // namespace
+
+OpenBmcSession SessionsWith(const Bmc &bmc) {
+    return [bmc](std::string &reason) -> std::unique_ptr<BmcSession> {
+        Context context(ipmi_ctx_create());
+        if (context == nullptr) {
+            reason = "out of memory";
+            return nullptr;
+        }
+        const std::string address = bmc.host + ":" + std::to_string(bmc.port);
+        const int opened = ipmi_ctx_open_outofband_2_0(
+            context.get(), address.c_str(), bmc.user.c_str(), bmc.password.c_str(), nullptr, 0,
+            IPMI_PRIVILEGE_LEVEL_ADMIN, kCipherSuite, kSessionTimeoutMs, kRetransmissionMs,
+            IPMI_WORKAROUND_FLAGS_OUTOFBAND_2_0_OPEN_SESSION_PRIVILEGE, IPMI_FLAGS_DEFAULT);
+        if (opened < 0) {
+            reason = address + ": " + ipmi_ctx_errormsg(context.get());
+            return nullptr;
+        }
+        return std::make_unique<Session>(std::move(context));
+    };
+}
+
+} // namespace sim

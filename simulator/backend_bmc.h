@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// Local sessions as real RMCP+ sessions (IPMI 2.0, cipher suite 3) with a BMC on the network, such as
+// ipmi_sim on loopback.  Only where libfreeipmi is installed.
+#ifndef OXA_SIMULATOR_BACKEND_BMC_H
+#define OXA_SIMULATOR_BACKEND_BMC_H
+
+#include <cstdint>
+#include <string>
+
+#include "simulator/back_end.h"
+
+namespace sim {
+
+struct Bmc {
+    std::string host = "127.0.0.1";
+    uint16_t port = 623;
+    std::string user = "ipmiusr";
+    std::string password = "test";
+};
+
+OpenBmcSession SessionsWith(const Bmc &bmc);
+
+inline void UseBmc(const Bmc &bmc) {
+    UseSessions(SessionsWith(bmc));
+}
+
+} // namespace sim
+#endif
