@@ -102,6 +102,8 @@ std::string RenderJson(const StaticSet &set, const std::vector<Line> &lines) {
 } // namespace
 
 void List(const ListOptions &options) {
+    if (options.run.profile == "all")
+        return ListAll(options);
     const StaticSet set = BuildStaticSet(options.run);
     const std::vector<Line> lines = SelectLines(set, options.filter);
     PrintOut(options.json ? RenderJson(set, lines) : RenderTable(set, lines));

@@ -48,7 +48,8 @@ std::vector<Found> FindSensors(const StaticSet &set, const std::string &wanted) 
 }
 
 std::string OffsetText(unsigned offset, unsigned size) {
-    return std::to_string(offset) + (size > 1 ? "-" + std::to_string(offset + size - 1) : "");
+    return size > 1 ? std::to_string(offset) + "-" + std::to_string(offset + size - 1)
+                    : std::to_string(offset);
 }
 
 std::string HexLine(const Field &field, std::span<const uint8_t> bytes, unsigned line) {
@@ -122,8 +123,10 @@ void Show(const ShowOptions &options) {
         return PrintOut(RenderJson(set, found));
     std::string out;
     const bool colour = ColourWanted();
-    for (const Found &f : found)
-        out += (out.empty() ? "" : "\n") + RenderSensor(set, f, colour);
+    for (const Found &f : found) {
+        out += out.empty() ? "" : "\n";
+        out += RenderSensor(set, f, colour);
+    }
     PrintOut(out);
 }
 

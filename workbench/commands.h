@@ -14,6 +14,7 @@ struct ListOptions {
     std::string filter; // glob over names; empty: all
 };
 void List(const ListOptions &options);
+void ListAll(const ListOptions &options); // profile "all": counts per profile and group
 
 struct ShowOptions {
     RunOptions run;
@@ -30,6 +31,23 @@ struct ExportOptions {
     bool number = false;        // give sensor numbers
 };
 void Export(const ExportOptions &options);
+
+struct DiffOptions {
+    RunOptions run;          // board: where a side names none
+    std::string left, right; // PROFILE, PROFILE@BOARD, or a file that export wrote
+    bool json = false;
+    int exit_code = 0; // out: 0 equal, 1 different
+};
+void Diff(DiffOptions &options);
+
+struct CheckOptions {
+    RunOptions run;     // board: empty for none; profile: one or "all"
+    std::string boards; // folder of board files; empty: none
+    bool json = false;
+    bool verbose = false;
+    int exit_code = 0; // out: 0 nothing or known findings only, 1 others
+};
+void Check(CheckOptions &options);
 
 } // namespace workbench
 #endif

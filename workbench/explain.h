@@ -23,9 +23,8 @@ struct Field {
 std::vector<Field> ExplainRecord(const Sensor &sensor, const Decoded &decoded);
 std::vector<Field> ExplainEntry(const Sensor &sensor);
 
-// What set a byte of the record ('S') or of the entry ('E') of a sensor of this name; empty when nothing is
-// known.
-std::string Origin(const std::string &name, char where, unsigned offset);
+// What set a byte of the record ('S') or of the entry ('E') of this sensor; empty when nothing is known.
+std::string Origin(const Sensor &sensor, char where, unsigned offset);
 
 } // namespace workbench
 #endif

@@ -13,6 +13,7 @@ struct DeviceCode {
 // Codes that the scanner reads; only those that static sets use.
 constexpr DeviceCode kDeviceCodes[] = {
     {0x00, "inlet temperature"},
+    {0x3B, "rack power"},
     {0x40, "outlet temperature"},
     {0x41, "humidity"},
     {0x42, "power distribution board temperature"},
@@ -30,14 +31,27 @@ constexpr DeviceCode kDeviceCodes[] = {
     {0x4E, "memory temperature"},
     {0x4F, "PSU voltage"},
     {0x50, "PSU power"},
+    {0x51, "PSU current"},
     {0x52, "PSU temperature"},
     {0x53, "PSU state"},
     {0x54, "fan state"},
     {0x55, "system event"},
     {0x56, "disk temperature"},
     {0x57, "PCIe slot state"},
+    {0x58, "power module temperature"},
+    {0x59, "UBB retimer temperature"},
+    {0x5A, "switch chip temperature"},
+    {0x5B, "LAN switch temperature"},
+    {0x5C, "CPU current"},
+    {0x5D, "voltage regulator power"},
     {0x5E, "leak detector"},
+    {0x8F, "CDU value"},
+    {0x93, "power of one board"},
+    {0x95, "54 V rail"},
+    {0x99, "backplane temperature"},
+    {0x9A, "backplane 12 V rail"},
     {0x9E, "total power"},
+    {0xA6, "CDU value"},
     {0xA9, "memory status"},
     {0xAA, "card status"},
     {0xCD, "OCP card temperature"},
@@ -134,20 +148,12 @@ std::string CopyText(const EntryRow &row, const Sensor &sensor) {
                : "differs from " + byte + " (" + Hex(sensor.record[from]) + ")";
 }
 
-std::string NameOf(const Sensor &sensor) {
-    const bool full = sensor.record[SDR_RECORD_TYPE] == 0x01;
-    const unsigned start = full ? FULL_SDR_NAME : COMPACT_SDR_NAME;
-    const auto *text = reinterpret_cast<const char *>(sensor.record.data());
-    return std::string(text + start, std::min<unsigned>(sensor.record[start - 1] & 0x1F, 16));
-}
-
 } // namespace
 
 std::vector<Field> ExplainEntry(const Sensor &sensor) {
-    const std::string name = NameOf(sensor);
     std::vector<Field> out;
     for (const EntryRow &row : kRows) {
-        std::string origin = row.record_byte >= 0 ? CopyText(row, sensor) : Origin(name, 'E', row.offset);
+        std::string origin = row.record_byte >= 0 ? CopyText(row, sensor) : Origin(sensor, 'E', row.offset);
         out.push_back({row.offset, row.size, row.name, {Meaning(row, sensor.entry)}, origin});
     }
     return out;

@@ -324,7 +324,7 @@ constexpr FieldRow kCompact[] = {
 template <size_t N> void AddRows(const View &view, const FieldRow (&rows)[N], std::vector<Field> &out) {
     for (const FieldRow &row : rows)
         out.push_back({row.offset, row.size, row.name, row.words(view, row.offset),
-                       Origin(view.d.name, 'S', row.offset)});
+                       Origin(view.sensor, 'S', row.offset)});
 }
 
 void AddName(const View &view, std::vector<Field> &out) {

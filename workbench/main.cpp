@@ -2,11 +2,14 @@
 //
 // oxa-sensors: what the library builds for a board, decoded.  This unit is the command line and nothing else.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 
+#include "workbench/cli_profiles.h"
 #include "workbench/commands.h"
 #include "workbench/errors.h"
+#include "workbench/sel_commands.h"
 #include "workbench/text.h"
 
 namespace {
@@ -17,9 +20,9 @@ constexpr const char *kFooter =
     "Exit status: 0 done; 1 the library built no usable set; 2 wrong input (nothing is written).\n"
     "Colour is used on a terminal only; NO_COLOR switches it off.";
 
-void AddRunOptions(CLI::App &command, RunOptions &run) {
+void AddRunOptions(CLI::App &command, RunOptions &run, const std::string &more = "") {
     command.add_option("-b,--board", run.board, "Board description (TOML)")->required()->type_name("FILE");
-    command.add_option("-p,--profile", run.profile, "Customer profile: " + AvailableProfiles())
+    command.add_option("-p,--profile", run.profile, "Customer profile: " + AvailableProfiles() + more)
         ->type_name("NAME")
         ->capture_default_str();
     command.add_flag("--trace", run.trace,
@@ -30,7 +33,7 @@ void AddRunOptions(CLI::App &command, RunOptions &run) {
 
 void AddList(CLI::App &app, ListOptions &options) {
     CLI::App *command = app.add_subcommand("list", "One line per sensor of a board's set, decoded");
-    AddRunOptions(*command, options.run);
+    AddRunOptions(*command, options.run, "; all: counts of every profile");
     command->add_option("-f,--filter", options.filter, "Only sensors whose name matches, e.g. 'CPU_*'")
         ->type_name("GLOB");
     command->add_flag("--json", options.json, "JSON with raw and decoded values");
@@ -107,7 +110,7 @@ int FailUsage(const CLI::App &app, const CLI::ParseError &error) {
     if (!extra.empty())
         text = UnknownWord(current, extra.front());
     else if (commands.empty())
-        text = "a command is required: list, show or export";
+        text = "a command is required: list, show, export, diff, check, event or decode-sel";
     for (char &c : text)
         c = c == '\n' ? ' ' : c;
     std::fprintf(stderr, "oxa-sensors: %s (see oxa-sensors%s --help)\n", text.c_str(),
@@ -122,15 +125,21 @@ int Run(int argc, char **argv) {
     ShowOptions show;
     ExportOptions exporting;
     bool export_json = false;
+    DiffOptions diff;
+    CheckOptions check;
     app.require_subcommand(1);
     app.set_version_flag("--version", "oxa-sensors " OXA_VERSION);
     app.footer(kFooter);
     AddList(app, list);
     AddShow(app, show);
     AddExport(app, exporting, export_json);
+    AddDiff(app, diff);
+    AddCheck(app, check);
+    AddEventCommand(app);
+    AddDecodeSelCommand(app);
     try {
         app.parse(argc, argv);
-        return kOk;
+        return std::max(diff.exit_code, check.exit_code);
     } catch (const CLI::Success &help) { // --help, --version
         return app.exit(help);
     } catch (const CLI::ParseError &error) {

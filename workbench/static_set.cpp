@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "workbench/static_set.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <utility>
@@ -16,14 +17,15 @@ namespace {
 // One line per profile, in the order of their ids.
 constexpr Profile kProfiles[] = {
     {"default", CUSTOM_ID_DEFAULT, OXA_AddDefaultStaticSensor},
-    {"kestrin", CUSTOM_ID_KESTRIN, nullptr},
-    {"pellago", CUSTOM_ID_PELLAGO, nullptr},
-    {"vorana", CUSTOM_ID_VORANA, nullptr},
-    {"astrel", CUSTOM_ID_ASTREL, nullptr},
-    {"quorral", CUSTOM_ID_QUORRAL, nullptr},
-    {"lumora", CUSTOM_ID_LUMORA, nullptr},
-    {"durnow", CUSTOM_ID_DURNOW, nullptr},
-    {"ferrisk", CUSTOM_ID_FERRISK, nullptr},
+    {"kestrin", CUSTOM_ID_KESTRIN, OXA_AddKestrinStaticSensor},
+    {"pellago", CUSTOM_ID_PELLAGO, OXA_AddPellagoStaticSensor},
+    {"vorana", CUSTOM_ID_VORANA, OXA_AddVoranaStaticSensor},
+    {"astrel", CUSTOM_ID_ASTREL, OXA_AddAstrelStaticSensor},
+    {"quorral", CUSTOM_ID_QUORRAL, OXA_AddQuorralStaticSensor},
+    {"lumora", CUSTOM_ID_LUMORA, OXA_AddLumoraStaticSensor},
+    {"durnow", CUSTOM_ID_DURNOW, OXA_AddDurnowStaticSensor},
+    {"ferrisk", CUSTOM_ID_FERRISK, OXA_AddFerriskStaticSensor},
+    {"sablin", CUSTOM_ID_SABLIN, nullptr},
 };
 
 // Every counted group is limited by 8-bit numbers (the disks of 32 backplanes are most of it): no board
@@ -32,14 +34,6 @@ constexpr size_t kCapacity = 24576;
 
 // A driver writes its count once, at the end; no set has this many sensors.
 constexpr uint16_t kCountNotWritten = 0xFFFF;
-
-std::string OneLine(std::string text) {
-    while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
-        text.pop_back();
-    for (char &c : text)
-        c = c == '\n' ? ' ' : c;
-    return text;
-}
 
 void PrintTrace(const RunOptions &options) {
     for (const sim::Event &event : sim::Trace())
@@ -83,23 +77,49 @@ void StartBoard(const RunOptions &options, const Profile &profile) {
 
 } // namespace
 
+std::string OneLine(std::string text) {
+    while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
+        text.pop_back();
+    for (char &c : text)
+        c = c == '\n' ? ' ' : c;
+    return text;
+}
+
 const Profile &FindProfile(const std::string &name) {
     for (const Profile &profile : kProfiles) {
         if (name != profile.name)
             continue;
         if (profile.driver == nullptr)
             throw InputError("profile '" + name +
-                             "' is not available yet; available: " + AvailableProfiles());
+                             "' has no static driver (its sensors are added at run time); available: " +
+                             AvailableProfiles());
         return profile;
     }
     throw InputError("unknown profile '" + name + "'; available: " + AvailableProfiles());
 }
 
+bool IsProfileName(const std::string &name) {
+    return std::any_of(std::begin(kProfiles), std::end(kProfiles),
+                       [&name](const Profile &profile) { return name == profile.name; });
+}
+
+std::vector<const Profile *> AllProfiles() {
+    std::vector<const Profile *> out;
+    for (const Profile &profile : kProfiles)
+        out.push_back(&profile);
+    return out;
+}
+
+std::vector<const Profile *> ProfilesWithDriver() {
+    std::vector<const Profile *> out = AllProfiles();
+    std::erase_if(out, [](const Profile *profile) { return profile->driver == nullptr; });
+    return out;
+}
+
 std::string AvailableProfiles() {
     std::vector<std::string> names;
-    for (const Profile &profile : kProfiles)
-        if (profile.driver != nullptr)
-            names.push_back(profile.name);
+    for (const Profile *profile : ProfilesWithDriver())
+        names.push_back(profile->name);
     return Join(names, ", ");
 }
 

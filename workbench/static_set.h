@@ -20,11 +20,15 @@ using StaticDriver = void (*)(uint8_t *records, DevTabEntry *entries, uint16_t *
 struct Profile {
     const char *name;
     uint32_t id;
-    StaticDriver driver; // null: not available in this build
+    StaticDriver driver; // null: the library has none for this customer
 };
 
-const Profile &FindProfile(const std::string &name); // InputError for an unknown or unavailable one
-std::string AvailableProfiles();                     // "default, ..."
+const Profile &
+FindProfile(const std::string &name);              // InputError for an unknown one and for one without driver
+bool IsProfileName(const std::string &name);       // with driver or without
+std::vector<const Profile *> ProfilesWithDriver(); // in the order of their ids
+std::vector<const Profile *> AllProfiles();
+std::string AvailableProfiles(); // "default, ..."
 
 struct RunOptions {
     std::string board;
@@ -48,6 +52,12 @@ struct StaticSet {
 // InputError: the board file or profile cannot be used.  SetError: the pass ended without a count, or broke a
 // rule that every pass keeps.
 StaticSet BuildStaticSet(const RunOptions &options);
+
+// The same in a process of its own, for commands that need several sets: the library's state has no reset.
+StaticSet BuildStaticSetApart(const RunOptions &options);
+
+// One line without line ends.
+std::string OneLine(std::string text);
 
 unsigned RecordSize(const Record &record); // header and body; above 64 when the length byte is wrong
 
