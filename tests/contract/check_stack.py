@@ -9,7 +9,7 @@ import fnmatch
 import re
 from functools import lru_cache
 
-from common import call_graphs, fault, figure, finish, listed_exports
+from common import call_graphs, fault, figure, finish, listed_exports, plain_names
 
 NODE = re.compile(r'node: \{ title: "([^"]*)" label: "([^"]*)"(.*)\}')
 EDGE = re.compile(r'edge: \{ sourcename: "([^"]*)" targetname: "([^"]*)"')
@@ -18,7 +18,7 @@ INDIRECT = "__indirect_call"
 
 
 def read_graph(paths):
-    frames, shown, calls = {}, {}, {}
+    frames, calls = {}, {}
     for path in paths:
         for line in open(path, encoding="utf-8"):
             node, edge = NODE.match(line), EDGE.match(line)
@@ -30,18 +30,10 @@ def read_graph(paths):
                 if "dynamic" in frame.group(2) and "bounded" not in frame.group(2):
                     fault(f"{title} has a frame of unbounded size")
                 frames[title] = int(frame.group(1))
-                shown[title] = base_name(node.group(2).split("\\n")[0])
             elif edge:
                 calls.setdefault(edge.group(1), set()).add(edge.group(2))
+    shown = dict(zip(frames, plain_names(title.rsplit(":", 1)[-1] for title in frames)))
     return frames, shown, calls
-
-
-def base_name(signature):
-    """"uint8_t oxa::{anonymous}::Build(const Row&) [with ...]" -> "Build"."""
-    signature = re.sub(r"\{anonymous\}|\(anonymous namespace\)", "anonymous", signature)
-    signature = re.sub(r" \[with .*", "", signature)
-    match = re.search(r"([\w~]+|operator\S+)(?:<[^()]*>)?\s*(?:\.[\w.]+)?\(", signature)
-    return match.group(1) if match else signature
 
 
 def read_rules(path):

@@ -110,6 +110,13 @@ def sections(readelf, library):
     return found
 
 
+def plain_names(symbols):
+    """Linker names without namespaces, arguments and the marks of a compiler's clones."""
+    done = subprocess.run(["c++filt", "-p"], input="\n".join(symbols), capture_output=True, text=True, check=True)
+    return [re.sub(r" \[clone .*|<.*", "", re.sub(r"\(anonymous namespace\)::", "", name)).split("::")[-1]
+            for name in done.stdout.split("\n")]
+
+
 def call_graphs(objects):
     """The call-graph files that GCC wrote beside the objects."""
     return [re.sub(r"\.o$", ".ci", path) for path in objects]

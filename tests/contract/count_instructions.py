@@ -15,7 +15,7 @@ import sys
 import tempfile
 from collections import Counter
 
-from common import call_graphs, fault, figure, finish, run, sections
+from common import call_graphs, fault, figure, finish, plain_names, run, sections
 
 SLOT, SLOTS = 64, 255
 NAME = {1: 48, 2: 32}  # record type -> offset of the name; its length byte stands before it
@@ -56,10 +56,8 @@ def functions_of(nm, library, graphs):
         address, letter, name = line.split()
         if letter in "tT" and not name.startswith("$"):
             found[int(address, 16) & ~1] = (name, unit_of.get(name, "?"))
-    demangled = subprocess.run(["c++filt", "-p"], input="\n".join(name for name, _ in found.values()),
-                               capture_output=True, text=True, check=True).stdout.split("\n")
-    return sorted((address, shown.split("::")[-1].split(" ")[0], unit)
-                  for (address, (_, unit)), shown in zip(found.items(), demangled))
+    return sorted((address, shown, unit) for (address, (_, unit)), shown
+                  in zip(found.items(), plain_names(name for name, _ in found.values())))
 
 
 class Probe:

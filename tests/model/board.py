@@ -7,7 +7,10 @@ from typing import Optional
 SENSOR_NUMBERS = {
     "CPU_VR_TEMP": 101, "CPU_VOLTS": 102, "INPUT_TEMP": 103, "OUTPUT_TEMP": 104, "ENV_HUMI": 105, "PDB_TEMP": 106,
     "VCC12V": 107, "POWER_FAULT": 108, "PCH_TEMP": 121, "POWER_BUTTON": 122, "UID_BUTTON": 123, "INTRUSION": 124,
-    "ME": 125,
+    "ME": 125, "BP_FRONT_12V": 19, "BP_REAR_12V": 20, "BP_FRONT_TEMP": 21, "BP_REAR_TEMP": 22, "SYS_54_VOLT": 25,
+    "GPU_54_VOLT": 26, "PDB_BOARD_POWER": 27, "NIC_POWER": 28, "GPU_BOARD_POWER": 29, "CPU_VCORE_CURRENT": 109,
+    "CPU_VCORE1_CURRENT1": 110, "CPU_VSOC_CURRENT": 111, "CPU_DDR_VDD1_CURRENT": 112, "PWR_MODULE_TEMP": 126,
+    "UBB_RT_TEMP": 127,
 }
 KINDS = {"INPUT_VOLTS": 3, "OUTPUT_VOLTS": 4}
 STORE = "/var/tmp/extSDR.dat"
@@ -35,6 +38,7 @@ class Board:
         get = lambda section, key, default: self.facts.get(section, {}).get(key, default)  # noqa: E731
         word = lambda value, words: words.get(value, value)  # noqa: E731
         self.board_id = get("board", "id", 0)
+        self.cdu_managed = int(get("board", "cdu_enable", 0)) == 1
         self.liquid_mode = word(get("board", "liquid_cooling_mode", 0), {"none": 0, "leak_sensor": 1, "no_fans": 2})
         self.simplified = get("board", "sensor_simplification", False)
         inlet = get("board", "inlet_client", {})
@@ -51,6 +55,8 @@ class Board:
         self.fan_count = get("fans", "count", 0) if get("fans", "service", True) else 0
         self.fan_accuracy = get("fans", "power_accuracy", 1)
         self.ocp_count = get("ocp", "count", 0)
+        present = get("ocp", "present", 0)
+        self.ocp_present = present if isinstance(present, int) else sum(1 << card for card in numbers(present))
         self.disk_service = get("disks", "service", True)
         self.disks_enabled = get("disks", "enabled", True)
         self.disk_accuracy = get("disks", "power_accuracy", 1)
@@ -58,6 +64,8 @@ class Board:
         self.backplane_count = get("disks", "reported_count", len(self.backplanes))
         self.nvme = set(numbers(get("disks", "nvme_slots", [])))
         self.switch_supported = get("switch_board", "supported", False)
+        self.switch_chips = get("switch_board", "chip_temp_count", 0)
+        self.switch_sensors_valid = int(get("switch_board", "sensors_valid", 0)) != 0
         self.pcie_slots = self._pcie_slots()
         self.pcie_count = get("pcie", "count", len(self.pcie_slots))
         self.stored_names = self._stored_names()
@@ -136,6 +144,10 @@ class Board:
 
     def converted(self, slot):
         return self._section("disks", "conversion").get(slot, slot)
+
+    def disk_silk(self, slot):
+        """The printed number of a slot where it differs from the slot, else None."""
+        return self._section("disks", "silk").get(slot)
 
     def restored_ocp(self, index):
         return self._section("ocp", "restored").get(index, index)

@@ -4,8 +4,8 @@
 
 Reads a board file and prints the complete set: every 64-byte record with its 32-byte device-table entry, in the order
 in which the driver appends them, and the count that the driver reports (null when the pass ends without a count).
-Every platform call is taken to succeed, but for the two whose failure ends the pass.  Nothing here is shared with the library: the templates are typed in as data
-a second time, so that two transcriptions have to meet.
+Every platform call is taken to succeed, but for the two whose failure ends the pass.  Nothing here is shared with
+the library: the templates are typed in as data a second time, so that two transcriptions have to meet.
 
     default_set.py boards/fullest.toml
     default_set.py --stored full:CPU_POWER --stored compact:OS_BOOT boards/fullest.toml
@@ -48,6 +48,10 @@ class Analog:
     mark: int = 0xFF
     thresholds: tuple = (0, 0, 0, 0, 0, 0)
     masks: tuple = (0, 0, 0)
+    event: int = 0x01
+    modifier: int = 0
+    b: int = 0
+    hysteresis: int = 3
 
 
 @dataclass(frozen=True)
@@ -139,6 +143,29 @@ NTP = event(0x12, 0x6F, 0x0020, 0x21, 13)
 POWER_FAULT = event(0x08, 0x6F, 0x0002, 0x13, 14)
 
 
+def coolant(type_, units1, base, m, r, maximum, minimum, code, item, modifier=0):
+    """A reading of the coolant distribution unit."""
+    return Analog(0xE4, type_, units1, base, m, r, maximum, minimum, code, item, 0x80, modifier=modifier)
+
+
+# Name and template by row of the table, then the six fans.
+CDU = (
+    ("CDU_INLET_TEMP", coolant(0x01, 0x80, 1, 1, 0, 0x7F, 0x80, 0xA6, 1)),
+    ("CDU_DEW_TEMP", coolant(0x01, 0x80, 1, 1, 0, 0x7F, 0x80, 0xA6, 2)),
+    ("CDU_SUPPLY_TEMP", coolant(0x01, 0x80, 1, 1, 0, 0x7F, 0x80, 0xA6, 3)),
+    ("CDU_DIFF_TEMP", coolant(0x01, 0x80, 1, 1, 0, 0x7F, 0x80, 0xA6, 4)),
+    ("CDU_ENV_HUMI", coolant(0x15, 0x01, 0, 1, 0, 0xFF, 0x00, 0xA6, 5)),
+    ("CDU_SET_FAN_SPD", coolant(0x04, 0x01, 0, 1, 0, 0xFF, 0x00, 0xA6, 6)),
+    ("CDU_SUPPLY_PRESS", coolant(0x0B, 0x00, 14, 100, 0, 0xFF, 0x00, 0xA6, 7)),
+    ("CDU_FLOW_RATE", coolant(0x0B, 0x02, 37, 1, 0, 0xFF, 0x00, 0xA6, 8, modifier=23)),
+    ("CDU_RETURN_TEMP", coolant(0x01, 0x80, 1, 1, 0, 0x7F, 0x80, 0xA6, 10)),
+    ("CDU_RETURN_PRESS", coolant(0x0B, 0x00, 14, 4, 0, 0xFF, 0x00, 0xA6, 11)),
+    ("CDU_DIFF_PRESS", coolant(0x0B, 0x00, 14, 4, 0, 0xFF, 0x00, 0xA6, 12)),
+    ("CDU_EC_us/cm", coolant(0x0B, 0x00, 0, 8, 0, 0xFF, 0x00, 0xA6, 13)),
+)
+CDU_FAN = coolant(0x04, 0x00, 18, 100, 0, 0xFF, 0x00, 0xA6, 9)
+
+
 # ---- building -------------------------------------------------------------------------------------------------
 def word(value):
     return bytes((value & 0xFF, value >> 8))
@@ -146,10 +173,10 @@ def word(value):
 
 def full_record(t: Analog, name: str, instance: int, m: int, thresholds, masks, exponents: int, b: int) -> bytes:
     text = name.encode("latin-1")
-    out = bytes((0, 0, 0x51, 0x01, 43 + len(text), 0x20, 0, 0, t.entity, instance, 0x7F, 0x68, t.type, 0x01))
+    out = bytes((0, 0, 0x51, 0x01, 43 + len(text), 0x20, 0, 0, t.entity, instance, 0x7F, 0x68, t.type, t.event))
     out += b"".join(word(mask) for mask in masks)
-    out += bytes((t.units1, t.base, 0, 0, m, 0, b, 0, 0, exponents, 0, 0, 0, 0, t.maximum, t.minimum))
-    out += bytes(thresholds) + bytes((3, 3, 0, 0, 0, 0xC0 + len(text))) + text.ljust(16, b"\xff")
+    out += bytes((t.units1, t.base, t.modifier, 0, m, 0, b, 0, 0, exponents, 0, 0, 0, 0, t.maximum, t.minimum))
+    out += bytes(thresholds) + bytes((t.hysteresis, t.hysteresis, 0, 0, 0, 0xC0 + len(text))) + text.ljust(16, b"\xff")
     assert len(out) == 64
     return out
 
@@ -192,7 +219,7 @@ class Pass:
         self.records: list[Record] = []
 
     def add(self, template, name: str, *, offset: int = 0, instance: Optional[int] = None, index: int = 0, client=None,
-            m: Optional[int] = None, b: int = 0, exponents: Optional[int] = None, thresholds=None, masks=None,
+            m: Optional[int] = None, b: Optional[int] = None, exponents: Optional[int] = None, thresholds=None, masks=None,
             slot: int = 0) -> None:
         """Appends one record.  `offset` is added to instance 60h and drops the record when it would wrap."""
         if instance is None:
@@ -204,7 +231,7 @@ class Pass:
             m = template.m if m is None else m
             record = full_record(template, name, instance, m, thresholds or template.thresholds,
                                  masks or template.masks, (template.r & 0xF) << 4 if exponents is None else exponents,
-                                 b)
+                                 template.b if b is None else b)
             kind = 1
         else:
             record, m, kind = compact_record(template, name, instance, slot), 0, 2
@@ -233,7 +260,7 @@ class Pass:
         elif b.board_id in (0x550F, 0x55DE, 0x55D8) and b.switch_supported and b.card_online(2):
             self.switch_card()
         for step in (self.cpus, self.psus, self.memory, self.pcie, self.fans, self.disks, self.ocp, self.static_table,
-                     self.voltage_domains, self.switch_temperatures):
+                     self.voltage_domains, self.liquid_cooling, self.switch_temperatures):
             step()
 
     def switch_card(self):
@@ -406,6 +433,14 @@ class Pass:
         masks = (mask_bytes[0] | mask_bytes[1] << 8, mask_bytes[2] | mask_bytes[3] << 8, v.mask | v.mask << 8)
         self.add(volts(0x03, v.m, 0, 0x4C, voltage), name, instance=instance, client=client, b=v.b,
                  exponents=v.exponents, thresholds=tuple(thresholds), masks=masks)
+
+    def liquid_cooling(self):
+        if not self.board.cdu_managed:
+            return
+        for name, template in CDU:
+            self.add(template, name, instance=0xE0)
+        for fan in range(1, 7):
+            self.add(CDU_FAN, f"CDU_FAN_SPD_{fan:02d}", instance=0xE0 + fan)
 
     def switch_temperatures(self):
         b = self.board

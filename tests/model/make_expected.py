@@ -1,6 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Writes the expected set of every board into expected/, or checks that the files there are what the model says.
+"""Writes the expected sets into expected/, or checks that the files there are what the model says.
+
+The Default set of every board stands in expected/<board>.txt, the sets of the other profiles on the boards named
+below in expected/<profile>/<board>.txt.
 
     make_expected.py            writes
     make_expected.py --check    changes nothing; exit 1 and a list when a file is missing, stale or left over
@@ -11,31 +14,39 @@ import sys
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE))
 from board import load  # noqa: E402
-from default_set import text_of  # noqa: E402
+from profile_sets import PROFILES, text_of  # noqa: E402
 
 BOARDS = HERE.parents[1] / "boards"
 EXPECTED = HERE / "expected"
+# Boards on which the sets of all profiles are laid down, beside the guards; the Default set is laid down on every board.
+FOR_ALL_PROFILES = ("base_48", "empty", "fullest", "gpu_8_5502", "gpu_8_550f", "gpu_8_5517", "kestrin_8gpu",
+                    "rack_5605", "simplified", "small_5497")
 
 
 def wanted():
     for path in sorted(BOARDS.rglob("*.toml")):
         name = "-".join(path.relative_to(BOARDS).with_suffix("").parts)
-        yield EXPECTED / f"{name}.txt", text_of(load(path))
+        board = load(path)
+        for profile in PROFILES:
+            if profile == "default":
+                yield EXPECTED / f"{name}.txt", text_of(profile, board)
+            elif name in FOR_ALL_PROFILES or name.startswith("guards-"):
+                yield EXPECTED / profile / f"{name}.txt", text_of(profile, board)
 
 
 def main():
     files = dict(wanted())
-    present = set(EXPECTED.glob("*.txt"))
+    present = set(EXPECTED.rglob("*.txt"))
     if "--check" in sys.argv[1:]:
-        wrong = [f"missing or stale: {path.name}" for path, text in files.items()
+        wrong = [f"missing or stale: {path.relative_to(EXPECTED)}" for path, text in files.items()
                  if not path.exists() or path.read_text() != text]
-        wrong += [f"left over: {path.name}" for path in sorted(present - set(files))]
+        wrong += [f"left over: {path.relative_to(EXPECTED)}" for path in sorted(present - set(files))]
         print("\n".join(wrong or [f"{len(files)} files are as the model says"]))
         sys.exit(1 if wrong or not files else 0)
-    EXPECTED.mkdir(exist_ok=True)
     for path in present - set(files):
         path.unlink()
     for path, text in files.items():
+        path.parent.mkdir(parents=True, exist_ok=True)
         path.write_text(text)
     print(f"{len(files)} files written")
 

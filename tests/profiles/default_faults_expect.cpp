@@ -92,7 +92,7 @@ public:
             {"HalHddBackpanelService.GetBackPanelList", &Judge::NoDisks},
             {"HalHddBackpanelService.CheckHddIsSupportNvme", &Judge::NvmeQuestion},
             {"Hal_GetPcieSlotByIndex", &Judge::PcieSlot},
-            {"IPMI_GetCduManageConfig", &Judge::Nothing},
+            {"IPMI_GetCduManageConfig", &Judge::CduConfig},
             {"LoadPsuAlarmCfg", &Judge::AlarmConfig},
             {"MW_GetInnerProductId", &Judge::ProductId},
             {"epldio_read", &Judge::RegisterRead},
@@ -212,6 +212,9 @@ private:
         More('W', 255,
              "Default_GetFanSilkByIndexByHal FanIndex[" + std::to_string(call_.occurrence - 1) +
                  "] failed,result:4294967295!");
+    }
+    void CduConfig() { // not logged
+        result_.like = [](sim::Board &board) { board.cdu_enable = 0; };
     }
     void Simplification() {
         result_.like = [](sim::Board &board) { board.sensor_simplification = false; };

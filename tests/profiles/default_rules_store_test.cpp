@@ -116,7 +116,6 @@ TEST(DefaultOrder, GroupsThenTableThenDomains) {
     sim::Board board = FullBoard();
     board.cpus.type = 3;
     board.liquid_cooling_mode = 1;
-    board.cdu_enable = 1; // its table is empty as yet
     EXPECT_THAT(RunPass(board).Names(),
                 ElementsAre("CPU_PROCHOT", "CPU_TEMP_00", "CPU_VR_TEMP_00", "CPU_VOLTS_00", "CPU_STATUS_00",
                             "INPUT_VOLTS_01", "OUTPUT_VOLTS_01", "PSU_STATUS_01", "PSU_TEMP_01", "PSU_PIN_01",
@@ -135,7 +134,6 @@ TEST(DefaultOrder, TheLinesOfASmallPass) {
     board.cpus.silk_start = 1;
     board.disks.backplanes = {{3, 1, "Front"}};
     board.disks.nvme_slots = {3};
-    board.cdu_enable = 1;
     RunPass(board);
     const std::string driver = "OXA_AddDefaultStaticSensor";
     std::vector<Line> expected = {
@@ -171,6 +169,20 @@ TEST(DefaultOrder, TheLinesOfASmallPass) {
     expected.push_back({'I', 42, driver + ": ucCnt = 45!"});
     EXPECT_THAT(Lines(), testing::ElementsAreArray(expected));
     EXPECT_THAT(sim::Violations(), IsEmpty());
+}
+
+TEST(DefaultLiquidCoolingUnit, OnlyAnEnableByteOfOneThatWasReadAddsItsSensors) {
+    sim::Board board = BareBoard();
+    const Outcome without = RunPass(board);
+    const auto lines = Lines();
+    board.cdu_enable = 2;
+    EXPECT_EQ(RunPass(board).records, without.records);
+    EXPECT_EQ(Lines(), lines);
+    board.cdu_enable = 1;
+    sim::Start(board);
+    sim::AddFault({.call = "IPMI_GetCduManageConfig", .output = 1});
+    EXPECT_EQ(RunPass().records, without.records);
+    EXPECT_EQ(Lines(), lines); // the failure is not told here
 }
 
 } // namespace

@@ -26,7 +26,7 @@ GUARDS = {
 class Tests(Workbench):
     def test_help_names_every_command(self):
         text = self.out("--help")
-        for word in ("list", "show", "export", "--version", "Exit status"):
+        for word in ("list", "show", "export", "diff", "check", "--version", "Exit status"):
             self.assertIn(word, text)
 
     def test_help_of_list_names_every_option(self):
@@ -45,7 +45,7 @@ class Tests(Workbench):
             self.assertIn(option, text)
 
     def test_no_command_is_refused_with_the_commands(self):
-        self.assertIn("list, show or export", self.refused(2))
+        self.assertIn("list, show, export, ", self.refused(2))
 
     def test_a_misspelt_command_gets_the_nearest(self):
         self.assertIn("unknown command 'lst'; did you mean list?", self.refused(2, "lst", "--board", BASE))
@@ -83,9 +83,20 @@ class Tests(Workbench):
         self.assertIn("'defualt'", line)
         self.assertIn("available: default", line)
 
-    def test_a_profile_without_driver_is_not_available(self):
-        line = self.refused(2, "list", "--board", BASE, "--profile", "kestrin")
-        self.assertIn("not available", line)
+    def test_a_profile_without_driver_is_told_in_one_line(self):
+        line = self.refused(2, "list", "--board", BASE, "--profile", "sablin")
+        self.assertIn("profile 'sablin' has no static driver", line)
+        self.assertIn("available: default, kestrin, pellago, vorana, astrel, quorral, lumora, durnow, ferrisk", line)
+
+    def test_help_of_diff_names_every_option_and_exit_status(self):
+        text = self.out("diff", "--help")
+        for option in ("--board", "--json", "PROFILE@BOARD", "0 equal; 1 different; 2 wrong input"):
+            self.assertIn(option, text)
+
+    def test_help_of_check_names_every_option_and_exit_status(self):
+        text = self.out("check", "--help")
+        for option in ("--board", "--boards", "--profile", "--verbose", "--json", "1 new findings; 2 wrong input"):
+            self.assertIn(option, text)
 
     def test_every_guard_board_ends_with_exit_1_and_its_reason(self):
         boards = sorted(glob.glob(os.path.join(SOURCE, "boards", "guards", "*.toml")))
