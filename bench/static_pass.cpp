@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <string>
@@ -42,9 +43,24 @@ size_t NameLength(const uint8_t *slot) {
     return slot[NameOffset(slot) - 1] & 0x3Fu;
 }
 
+using Driver = decltype(&OXA_AddDefaultStaticSensor);
+const std::map<std::string, Driver> kDrivers = {
+    {"default", OXA_AddDefaultStaticSensor}, {"kestrin", OXA_AddKestrinStaticSensor},
+    {"pellago", OXA_AddPellagoStaticSensor}, {"vorana", OXA_AddVoranaStaticSensor},
+    {"astrel", OXA_AddAstrelStaticSensor},   {"quorral", OXA_AddQuorralStaticSensor},
+    {"lumora", OXA_AddLumoraStaticSensor},   {"durnow", OXA_AddDurnowStaticSensor},
+    {"ferrisk", OXA_AddFerriskStaticSensor}};
+
+// The profile is taken from the environment (OXA_PROFILE), Default when it says nothing.
+Driver ChosenDriver() {
+    const char *name = std::getenv("OXA_PROFILE");
+    return kDrivers.at(name ? name : "default");
+}
+
 void RunPass() {
+    static const Driver driver = ChosenDriver();
     sim::StaticArrays &arrays = sim::CallerArrays();
-    OXA_AddDefaultStaticSensor(arrays.slots, arrays.entries, &arrays.count);
+    driver(arrays.slots, arrays.entries, &arrays.count);
     benchmark::DoNotOptimize(arrays.count);
 }
 

@@ -144,8 +144,8 @@ Outcome AddDisks(StaticPass &tPass) {
         return Outcome::kGoOn;
     PASS_NAMED(kInfo, kModuleSdr, tPass, "%s for Disk Sensor: hddBackPanelDevInfoList->count = %d",
                static_cast<int>(tRanges.dwCount));
-    for (uint8_t ucIndex = 0; ucIndex < tRanges.Walked(); ++ucIndex)
-        if (AddBackplane(tPass, ucIndex, tRanges.at[ucIndex]) != Outcome::kGoOn)
+    for (uint32_t dwIndex = 0; dwIndex < tRanges.Walked(); ++dwIndex)
+        if (AddBackplane(tPass, static_cast<uint8_t>(dwIndex), tRanges.at[dwIndex]) != Outcome::kGoOn)
             return Outcome::kEndWithoutCount;
     return Outcome::kGoOn;
 }

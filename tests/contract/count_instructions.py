@@ -78,7 +78,7 @@ class Probe:
         image = open(self.records_path, "rb").read()
         return base, [image[at:at + SLOT] for at in range(0, len(image), SLOT)][:count]
 
-    def count(self, base, text, store=None):
+    def count(self, base, text, store=None, events=False):
         """Counter over offsets in the library, and the number of records."""
         start, size = text
         emulator = self.args.emulator.split(",")
@@ -86,6 +86,8 @@ class Probe:
                    *emulator[1:], self.args.probe, self.args.board]
         if store:
             command += ["--store", store]
+        if events:
+            command += ["--events", "1"]
         hits = Counter()
         with subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, bufsize=1 << 20) as child:
             for line in child.stderr:  # Trace 0: 0x7fc4e8200400 [00000480/3f7da2e0/00000000/00000201]
@@ -125,6 +127,7 @@ def main():
     parser.add_argument("--scan", required=True, help="functions of the duplicate scan, the entry first, by commas")
     parser.add_argument("--budget", type=int, required=True)
     parser.add_argument("--scan-budget", type=int, required=True)
+    parser.add_argument("--event-budget", type=int, required=True)
     parser.add_argument("--top", type=int, default=12)
     parser.add_argument("objects", nargs="+")
     args = parser.parse_args()
@@ -142,6 +145,7 @@ def main():
             out.write(full_store(records))
         empty, count = probe.count(base, text)
         full, full_count = probe.count(base, text, store)
+        events, event_count = probe.count(base, text, events=True)
     if full_count != count:
         fault(f"{count} records with an empty store, {full_count} with a full one")
 
@@ -162,6 +166,10 @@ def main():
     scanned = sum(number for key, number in instructions.items() if key[0] in scan)
     print(f"{scans} scans over {SLOTS} slots, {scanned:,} instructions")
     figure("instructions per stored slot in the duplicate scan", round(scanned / scans / SLOTS, 1), args.scan_budget,
+           "instructions")
+    if event_count == 0:
+        sys.exit("the probe wrote no event")
+    figure("library instructions per event", round(sum(events.values()) / event_count, 1), args.event_budget,
            "instructions")
     finish()
 

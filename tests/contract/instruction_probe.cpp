@@ -2,8 +2,9 @@
 //
 // One static pass over a board, for count_instructions.py: says where the library's code lies, runs the pass
 // with tracing off and says how many records came out.
-//     instruction_probe BOARD [--store FILE] [--records FILE]
-// --store: content of the extended store; --records: where to write the records of the pass.
+//     instruction_probe BOARD [--store FILE] [--records FILE] [--events 1]
+// --store: content of the extended store; --records: where to write the records of the pass; --events: every event
+// builder once in place of the pass, counted as a record each.
 #include <link.h>
 
 #include <cstdio>
@@ -39,6 +40,23 @@ std::vector<uint8_t> Contents(const std::string &path) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
+// Each of the nineteen once, so that it writes its event.
+unsigned RunEvents() {
+    const LeakageInfo leak = {0, 1};
+    sim::CurrentBoard().custom_id = CUSTOM_ID_VORANA; // the one that reports power drops
+    sim::CurrentBoard().sensor_numbers.by_key["1E 0A 03 00 00"] = 9; // the leak sensor
+    const uint32_t failed =
+        addMemPredictiveFault(1, 1) | addPOSTErrorSel() | addS0PowerButtonSel() | addGpuSlotErrorSel(3) |
+        addMinorCDUFaultSel(1, 1) | addMajorCDUFaultSel(1, 2, 1) | addNETPortSEL(11, 1, 2, 1, 2, 1, 1, 1, 0) |
+        addControllerSEL(11, 1, 18, 0) | addDiskSEL(4, 3, 21, 0) | addLDSEL(4, 130, 0, 1, 1) |
+        addPEMSEL(1, 18, 0) | addUsageSEL(26, 90, 80, 0, 0) | addSELAlarm(30, 12, 0) |
+        addCPUError(0, 1, 3, 11, 1) | addMemError(2, 1, 5, 1) | addI2CStatusSel(1, 1, 20, 0) |
+        addTrapSELAlarm(30, 1, 2, 0) | addPowerDropSEL(1, 0, 2, 0) | addLeakageSel(1, &leak);
+    if (failed != 0)
+        std::fprintf(stderr, "an event was not written\n");
+    return failed == 0 ? 19 : 0;
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -47,12 +65,14 @@ int main(int argc, char **argv) {
         return 2;
     }
     std::string records_path;
+    bool events = false;
     sim::Start(sim::LoadBoardFile(argv[1]));
     for (int i = 2; i + 1 < argc; i += 2) {
         if (!std::strcmp(argv[i], "--store"))
             sim::WriteFile(kStore, Contents(argv[i + 1]));
         if (!std::strcmp(argv[i], "--records"))
             records_path = argv[i + 1];
+        events |= !std::strcmp(argv[i], "--events");
     }
     bool found = false;
     dl_iterate_phdr(PrintLoadAddress, &found);
@@ -61,6 +81,10 @@ int main(int argc, char **argv) {
         return 1;
     }
     sim::SetTracing(false);
+    if (events) {
+        std::printf("records %u\n", RunEvents());
+        return 0;
+    }
     sim::StaticArrays &arrays = sim::CallerArrays();
     OXA_AddDefaultStaticSensor(arrays.slots, arrays.entries, &arrays.count);
     std::printf("records %u\n", arrays.count);
