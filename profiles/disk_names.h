@@ -15,8 +15,8 @@ struct DiskNames {
     char acNullText[64];             // what is said about a missing record
 };
 
-// Moves the entity instance by ucSlotOffset where that does not wrap, converts it into the printed number and names
-// the record by it.  Records of other kinds stay as they are.  0, or -1 for a missing record.
+// Moves the entity instance by ucSlotOffset where that does not wrap, converts it into the printed number and
+// names the record by it.  Records of other kinds stay as they are.  0, or -1 for a missing record.
 int32_t RenameDisk(const ProfileName &tProfile, const DiskNames &tNames, uint8_t *pucSDRRec,
                    uint8_t ucSlotOffset);
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The Astrel profile's generator tables, in the order of their records.  A file of its own, so that a test can put
-// others in their place.
+// The Astrel profile's generator tables, in the order of their records.  A file of its own, so that a test
+// can put others in their place.
 #include <iterator>
 
 #include "oxa/exports.h"
 
-const StaticGenFn atGenAstrelStaticSDRTab[21] = {
+const StaticGenFn atGenAstrelStaticSDRTab[] = {
     Astrel_GenFanRedundancySDR, Astrel_GenCPUTotalPowerSDR, Astrel_GenMEMTotalPowerSDR,
     Astrel_GenFanTotalPowerSDR, Astrel_GenHDDTotalPowerSDR, Astrel_GenBoardPowerSDR,
     Astrel_GenPCHTempSDR,       Astrel_GenPowerButtonSDR,   Astrel_GenACPIStatusSDR,

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The Default profile's generator tables, in the order of their records.  A file of its own, so that a test can
-// put others in their place.
+// The Default profile's generator tables, in the order of their records.  A file of its own, so that a test
+// can put others in their place.
 #include <iterator>
 
 #include "oxa/exports.h"
 
-const StaticGenFn atGenDefaultStaticSDRTab[26] = {
+const StaticGenFn atGenDefaultStaticSDRTab[] = {
     Default_GenFanRedundancySDR, Default_GenCPUPowerSDR,    Default_GenMEMPowerSDR,
     Default_GenHDDPowerSDR,      Default_GenBoardPowerSDR,  Default_GenFANPowerSDR,
     Default_GenPCHTempSDR,       Default_GenPowerButtonSDR, Default_GenEventLogSDR,
@@ -19,7 +19,7 @@ const StaticGenFn atGenDefaultStaticSDRTab[26] = {
 };
 const uint8_t ucDefaultStaticSDRCnt = std::size(atGenDefaultStaticSDRTab);
 
-const StaticGenFn atGenDefaultCDUSDRTab[12] = {
+const StaticGenFn atGenDefaultCDUSDRTab[] = {
     Default_GenCDUInletTempSDR,   Default_GenCDUDewTempSDR,   Default_GenCDUSupplyTempSDR,
     Default_GenCDUDiffTempSDR,    Default_GenCDUEnvHumiSDR,   Default_GenCDUISetFanSpdSDR,
     Default_GenCDUSupplyPressSDR, Default_GenCDUFlowRateSDR,  Default_GenCDUReturnTempSDR,

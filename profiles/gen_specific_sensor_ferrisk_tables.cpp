@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The Ferrisk profile's generator tables, in the order of their records.  A file of its own, so that a test can put
-// others in their place.
+// The Ferrisk profile's generator tables, in the order of their records.  A file of its own, so that a test
+// can put others in their place.
 #include <iterator>
 
 #include "oxa/exports.h"
 
-const StaticGenFn atGenFerriskStaticSDRTab[25] = {
+const StaticGenFn atGenFerriskStaticSDRTab[] = {
     Ferrisk_GenCPUPowerSDR,    Ferrisk_GenMEMPowerSDR,    Ferrisk_GenFANPowerSDR,
     Ferrisk_GenHDDPowerSDR,    Ferrisk_GenBoardPowerSDR,  Ferrisk_GenFanRedundancySDR,
     Ferrisk_GenACPIStatusSDR,  Ferrisk_GenIntrusionSDR,   Ferrisk_GenIPMIWatchdogSDR,

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The Kestrin profile's generator tables, in the order of their records.  A file of its own, so that a test can put
-// others in their place.
+// The Kestrin profile's generator tables, in the order of their records.  A file of its own, so that a test
+// can put others in their place.
 #include <iterator>
 
 #include "oxa/exports.h"
 
-const StaticGenFn atGenKestrinStaticSDRTab[40] = {
+const StaticGenFn atGenKestrinStaticSDRTab[] = {
     Kestrin_GenCPUTjmaxSDR,         Kestrin_GenCPUTControlSDR,   Kestrin_GenSYS12VStandbySDR,
     Kestrin_GenHDDTotalPowerSDR,    Kestrin_GenFanRedundancySDR, Kestrin_GenCPUTotalPowerSDR,
     Kestrin_GenFanTotalPowerSDR,    Kestrin_GenMEMTotalPowerSDR, Kestrin_GenBoardPowerSDR,
@@ -24,13 +24,13 @@ const StaticGenFn atGenKestrinStaticSDRTab[40] = {
 };
 const uint8_t ucKestrinStaticSDRCnt = std::size(atGenKestrinStaticSDRTab);
 
-const StaticGenFn atGenKestrinRMCStaticSDRTab[2] = {
+const StaticGenFn atGenKestrinRMCStaticSDRTab[] = {
     Kestrin_GenENTEMPSDR,
     Kestrin_GenRackPowerSDR,
 };
 const uint8_t ucKestrinRMCStaticSDRCnt = std::size(atGenKestrinRMCStaticSDRTab);
 
-const StaticGenFn atKestrinCDUSDRTab[14] = {
+const StaticGenFn atKestrinCDUSDRTab[] = {
     Kestrin_GenCDUInletTempSDR,  Kestrin_GenCDUCoolantTinSDR,  Kestrin_GenCDUCoolantToutSDR,
     Kestrin_GenCDUFlowRateSDR,   Kestrin_GenCDUSupplyPressSDR, Kestrin_GenCDUReturnPressSDR,
     Kestrin_GenCDUPsOutPowerSDR, Kestrin_GenCDUFanPowerSDR,    Kestrin_GenCDUPumpPowerSDR,

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The Lumora profile's generator tables, in the order of their records.  A file of its own, so that a test can put
-// others in their place.
+// The Lumora profile's generator tables, in the order of their records.  A file of its own, so that a test
+// can put others in their place.
 #include <iterator>
 
 #include "oxa/exports.h"
 
-const StaticGenFn atGenLumoraStaticSDRTab[28] = {
+const StaticGenFn atGenLumoraStaticSDRTab[] = {
     Lumora_GenInletTempSDR,  Lumora_GenOutletTempSDR,    Lumora_GenPCHTempSDR,   Lumora_GenTotalPowerSDR,
     Lumora_GenCPUPowerSDR,   Lumora_GenMEMPowerSDR,      Lumora_GenFANPowerSDR,  Lumora_GenHDDPowerSDR,
     Lumora_GenSYS12VSDR,     Lumora_GenENVHUMISDR,       Lumora_GenUIDButtonSDR, Lumora_GenPowerButtonSDR,

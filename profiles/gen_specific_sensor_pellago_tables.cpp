@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The Pellago profile's generator tables, in the order of their records.  A file of its own, so that a test can put
-// others in their place.
+// The Pellago profile's generator tables, in the order of their records.  A file of its own, so that a test
+// can put others in their place.
 #include <iterator>
 
 #include "oxa/exports.h"
 
-const StaticGenFn atGenPellagoStaticSDRTab[21] = {
+const StaticGenFn atGenPellagoStaticSDRTab[] = {
     Pellago_GenCPUPowerSDR,  Pellago_GenMEMPowerSDR,    Pellago_GenFANPowerSDR,
     Pellago_GenHDDPowerSDR,  Pellago_GenBoardPowerSDR,  Pellago_GenPowerButtonSDR,
     Pellago_GenSELStatusSDR, Pellago_GenACPIStatusSDR,  Pellago_GenSysRestartSDR,

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The Quorral profile's generator tables, in the order of their records.  A file of its own, so that a test can put
-// others in their place.
+// The Quorral profile's generator tables, in the order of their records.  A file of its own, so that a test
+// can put others in their place.
 #include <iterator>
 
 #include "oxa/exports.h"
 
-const StaticGenFn atGenQuorralStaticSDRTab[28] = {
+const StaticGenFn atGenQuorralStaticSDRTab[] = {
     Quorral_GenCPUPowerSDR,    Quorral_GenMEMPowerSDR,   Quorral_GenFANPowerSDR,
     Quorral_GenHDDPowerSDR,    Quorral_GenBoardPowerSDR, Quorral_GenBMCBootSDR,
     Quorral_GenPowerButtonSDR, Quorral_GenEventLogSDR,   Quorral_GenSYSBootSDR,

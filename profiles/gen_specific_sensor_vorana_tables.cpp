@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The Vorana profile's generator tables, in the order of their records.  A file of its own, so that a test can put
-// others in their place.
+// The Vorana profile's generator tables, in the order of their records.  A file of its own, so that a test
+// can put others in their place.
 #include <iterator>
 
 #include "oxa/exports.h"
 
-const StaticGenFn atGenVoranaStaticSDRTab[24] = {
+const StaticGenFn atGenVoranaStaticSDRTab[] = {
     Vorana_GenFanRedundancySDR, Vorana_GenCPUPowerSDR,      Vorana_GenMEMPowerSDR,    Vorana_GenBoardPowerSDR,
     Vorana_GenFANPowerSDR,      Vorana_GenPCHTempSDR,       Vorana_GenUIDButtonSDR,   Vorana_GenBMCBootUpSDR,
     Vorana_GenPowerButtonSDR,   Vorana_GenSELStatusSDR,     Vorana_GenACPIPWRSDR,     Vorana_GenSysRestartSDR,

@@ -50,7 +50,8 @@ struct ProfileHead {
     uint8_t ucCduSupplies = 0; // power supplies its liquid-cooling unit has
 };
 
-// Where each group's first row stands: an offset in the profile's own rows, or with the high bit in the shared ones.
+// Where each group's first row stands: an offset in the profile's own rows, or with the high bit in the
+// shared ones.
 struct GroupIndex {
     uint16_t aw[static_cast<size_t>(Group::kCount)];
 };
@@ -230,8 +231,8 @@ constexpr bool BuildsListedRow(const Rows<N> &tAll, const Profile<O> &tProfile, 
 
 } // namespace oxa
 
-// Exported generators.  A profile's file names its constants kHead, kRows and kProfile, and says for each function of
-// its contract that it builds the row of the same name: alone, or one record per index.
+// Exported generators.  A profile's file names its constants kHead, kRows and kProfile, and says for each
+// function of its contract that it builds the row of the same name: alone, or one record per index.
 #define OXA_GENERATOR_ENTRY(head)                                                                            \
     [[gnu::noinline]] uint8_t BuildOne(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, const uint8_t *pucRow) {   \
         return oxa::BuildSensor(head.tName, oxa::kSensorKinds.at[pucRow[oxa::kRowKind]], {pucRow},           \

@@ -33,7 +33,7 @@ template <size_t N> constexpr auto Second(const char (&acText)[N]) {
 template <size_t N> constexpr auto Announced(const char (&acText)[N]) {
     return Copied<TextUse::kAnnouncement>(acText);
 }
-// A name whose number never has more than two digits.
+// A name that is at most 16 characters with two digits; with more it is cut.
 template <size_t N> struct TwoDigitName { char ac[N]; };
 template <size_t N> constexpr TwoDigitName<N> TwoDigits(const char (&acText)[N]) {
     TwoDigitName<N> t = {};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The sensors that profiles share: what each looks like, once.  A profile's rows give them names.
+// What each sensor looks like, once, whether several profiles have it or one.  A profile's rows give it a
+// name.
 #ifndef OXA_PROFILES_SENSOR_KINDS_H
 #define OXA_PROFILES_SENSOR_KINDS_H
 

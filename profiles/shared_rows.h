@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Rows that several profiles share, kept once.  A profile that has one of these groups names it; a table row of a
-// profile that stands here word by word is not stored again with the profile.
+// Rows that several profiles share, kept once.  A profile that has one of these groups names it; a table row
+// of a profile that stands here word by word is not stored again with the profile.
 #ifndef OXA_PROFILES_SHARED_ROWS_H
 #define OXA_PROFILES_SHARED_ROWS_H
 
@@ -92,7 +92,8 @@ inline constexpr auto kSharedRows =
          kCommonDisks, kCommonNvmes, kCommonDiskGroups, kCommonOcps, kCommonOcpErrors, kCommonPcie,
          kCommonSwitchPower, kCommonSwitchTemps, kCommonSwitchAir, kEndOfRows);
 
-// The same bytes in the shared object.  (An inline constant would be reached through the offset table by each thunk.)
+// The same bytes in the shared object.  (An inline constant would be reached through the offset table by each
+// thunk.)
 [[gnu::visibility("hidden")]] extern const Rows<sizeof(kSharedRows.auc)> kSharedRowData;
 
 } // namespace oxa

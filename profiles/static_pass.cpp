@@ -36,7 +36,7 @@ uint8_t StaticPass::AddEach(Group eGroup, uint8_t ucLast) {
 namespace {
 
 // A failed query warns and the fact keeps its default.
-void Settle(const StaticPass &tPass, int32_t sdwRet, uint8_t &ucFact, const char *pcFormat) {
+void KeepFact(const StaticPass &tPass, int32_t sdwRet, uint8_t &ucFact, const char *pcFormat) {
     if (sdwRet == 0)
         return;
     ucFact = 0;
@@ -61,18 +61,18 @@ uint8_t ReadFanMaxCount(const StaticPass &tPass) {
 
 void GatherParts(StaticPass &tPass) {
     StaticFacts &t = tPass.tFacts;
-    Settle(tPass, HAL_GetCpuMaxCount(&t.ucCpuMaxCount), t.ucCpuMaxCount,
-           "HAL_GetCpuMaxCount(&ucCpuMaxCount) = [%X]");
-    Settle(tPass, HAL_GetCpuSilkScreenIndexFixValue(&t.ucCpuSilkStartIndex), t.ucCpuSilkStartIndex,
-           "HAL_GetCpuSilkScreenIndexFixValue(&ucCpuSilkStartIndex) = [%X]");
-    Settle(tPass, HAL_GetDimmMaxCount(&t.ucDimmMaxCount), t.ucDimmMaxCount,
-           "HAL_GetDimmMaxCount(&ucDimmMaxCount) = [%X]");
+    KeepFact(tPass, HAL_GetCpuMaxCount(&t.ucCpuMaxCount), t.ucCpuMaxCount,
+             "HAL_GetCpuMaxCount(&ucCpuMaxCount) = [%X]");
+    KeepFact(tPass, HAL_GetCpuSilkScreenIndexFixValue(&t.ucCpuSilkStartIndex), t.ucCpuSilkStartIndex,
+             "HAL_GetCpuSilkScreenIndexFixValue(&ucCpuSilkStartIndex) = [%X]");
+    KeepFact(tPass, HAL_GetDimmMaxCount(&t.ucDimmMaxCount), t.ucDimmMaxCount,
+             "HAL_GetDimmMaxCount(&ucDimmMaxCount) = [%X]");
     t.ucPcieCnt = Hal_GetStandPcieSlotCounts();
-    Settle(tPass, HAL_GetCpuType(&t.ucCpuType), t.ucCpuType, "HAL_GetCpuType(&ucCpuType) = [%X]");
+    KeepFact(tPass, HAL_GetCpuType(&t.ucCpuType), t.ucCpuType, "HAL_GetCpuType(&ucCpuType) = [%X]");
     t.ucFanCnt = ReadFanMaxCount(tPass);
     t.ucOCPCnt = GetOcpNetCardMaxCount();
-    Settle(tPass, HAL_IsNeedSensorSimplification(&t.SensorSimpleFlag), t.SensorSimpleFlag,
-           "HAL_IsNeedSensorSimplification(&SensorSimpleFlag) = [%X]");
+    KeepFact(tPass, HAL_IsNeedSensorSimplification(&t.SensorSimpleFlag), t.SensorSimpleFlag,
+             "HAL_IsNeedSensorSimplification(&SensorSimpleFlag) = [%X]");
     t.ucSwitchBoardFlag = GetSwitchBoardSupportFlag();
 }
 
@@ -83,10 +83,28 @@ void ApplyBoardRules(StaticFacts &t) {
         t.ucPSUCnt = t.ucPowerManage = t.ucOCPCnt = t.ucFanCnt = t.ucPcieCnt = 0;
 }
 
-Outcome RunStep(StaticPass &tPass, Step eStep) {
+// Steps of single profiles.
+Outcome RunOwnStep(StaticPass &tPass, Step eStep) {
     switch (eStep) {
     case Step::kRackBoard:
         return AddRackBoard(tPass);
+    case Step::kPowerModules:
+        return AddPowerModules(tPass);
+    case Step::kUbbRetimers:
+        return AddUbbRetimers(tPass);
+    case Step::kSwitchChips:
+        return AddSwitchChips(tPass);
+    case Step::kGpuRails:
+        return AddGpuRails(tPass);
+    case Step::kLanSwitch:
+        return AddLanSwitch(tPass);
+    default:
+        return Outcome::kGoOn;
+    }
+}
+
+Outcome RunStep(StaticPass &tPass, Step eStep) {
+    switch (eStep) {
     case Step::kFacts:
         return GatherFacts(tPass);
     case Step::kTable:
@@ -111,22 +129,11 @@ Outcome RunStep(StaticPass &tPass, Step eStep) {
         return AddDisks(tPass);
     case Step::kOcp:
         return AddOcp(tPass);
-    case Step::kPowerModules:
-        return AddPowerModules(tPass);
-    case Step::kUbbRetimers:
-        return AddUbbRetimers(tPass);
-    case Step::kSwitchChips:
-        return AddSwitchChips(tPass);
-    case Step::kGpuRails:
-        return AddGpuRails(tPass);
-    case Step::kLanSwitch:
-        return AddLanSwitch(tPass);
     case Step::kLiquidCooling:
         return AddLiquidCooling(tPass);
-    case Step::kEnd:
-        break;
+    default:
+        return RunOwnStep(tPass, eStep);
     }
-    return Outcome::kGoOn;
 }
 
 Outcome RunSteps(StaticPass &tPass) {

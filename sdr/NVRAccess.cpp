@@ -37,7 +37,7 @@ void extSDRFileSemUnLock() {
 // Kept out of line: the text buffer is no business of the path that every record takes.  Both lines name the
 // SDR file whichever file was accessed.
 [[gnu::noinline]] void ReportTransferError(bool bWrite, int nErrnum) {
-    char acReason[32]; // a longer one is cut
+    char acReason[48];
     if (oxa_strerror_s(acReason, sizeof(acReason), nErrnum) != 0) {
         acReason[0] = '\0';
     }

@@ -110,7 +110,8 @@ struct FullFields {
     Limits tLimits = {};
     uint8_t ucEventType = 0x01; // threshold
     uint8_t ucHysteresis = 3;
-    // Departures: a range that does not follow from the sign, and the masks of a discrete sensor in a full record.
+    // Departures: a range that does not follow from the sign, and the masks of a discrete sensor in a full
+    // record.
     bool bRangeGiven = false;
     uint8_t ucMax = 0, ucMin = 0;
     uint16_t wDiscreteMask = 0;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The way of every record.  What only some sensors need stands in the other files of the engine; the way itself is
-// kept short, it is walked for every record of a pass.
+// The way of every record.  What only some sensors need stands in the other files of the engine; the way
+// itself is kept short, it is walked for every record of a pass.
 #include "sdr/sensor_engine.h"
 
 #include <bit>
@@ -70,7 +70,7 @@ int PrintName(Draft &tDraft, char *pcName, Naming eNaming) {
                                     : snprintf_s(pcName, SENSOR_NAME_SIZE, pcPattern, ucNumber);
 }
 
-// Prints the name in its place, which the template has filled; only its NUL must go again.
+// Prints the name in its place and fills what is behind it: a printing function may leave anything there.
 bool PutName(Draft &tDraft, uint8_t ucHead, Naming eNaming) {
     uint8_t *pucName = tDraft.aucSDR + ucHead;
     if (PrintName(tDraft, reinterpret_cast<char *>(pucName), eNaming) < 0)
@@ -81,14 +81,14 @@ bool PutName(Draft &tDraft, uint8_t ucHead, Naming eNaming) {
         return false;
     }
     if (dwNameLen < kNameMax)
-        pucName[dwNameLen] = kNameFill;
+        memset(pucName + dwNameLen, kNameFill, kNameMax - dwNameLen);
     pucName[-1] = static_cast<uint8_t>(kIdTypeAscii + dwNameLen);
     tDraft.aucSDR[SDR_RECORD_LENGTH] = static_cast<uint8_t>(ucHead - kSdrHeaderSize + dwNameLen);
     return true;
 }
 
-// The entry repeats what the scanner needs of the record: bytes 8 to 10 and 12, 13 stand in offsets 21 to 25, behind
-// the mark, so they are copied as words.
+// The entry repeats what the scanner needs of the record: bytes 8 to 10 and 12, 13 stand in offsets 21 to 25,
+// behind the mark, so they are copied as words.
 void FillEntry(Draft &tDraft, const Device &tDevice, bool bFull) {
     uint8_t *pucEntry = reinterpret_cast<uint8_t *>(&tDraft.tEntry);
     uint32_t dwEntity;
@@ -133,11 +133,11 @@ uint8_t BuildSensor(const ProfileName &tProfile, const SensorKind &tKind, RowVie
         return 0;
     memset(tDraft.aucSDR + FULL_SDR_NAME, tDoes.ucTail, kNameMax);
     memset(&tDraft.tEntry, 0, sizeof(tDraft.tEntry));
-    memcpy(&tDraft.tEntry.ucDevCode, &tKind.tDevice.ucCode, 2); // and the item
+    memcpy(&tDraft.tEntry, &tKind.tDevice, 2); // code and item
     tDraft.tEntry.ucScanFlag = tKind.tDevice.ucScanFlag;
-    if ((tDoes.ucOdd & kChanges) != 0 && !ChangeTemplate(tDraft))
-        return 0;
     if (!Settle(tDraft, tDoes.ePlace))
+        return 0;
+    if ((tDoes.ucOdd & kChanges) != 0 && !ChangeTemplate(tDraft))
         return 0;
     const bool bFull = tDoes.ucTail != 0;
     FillEntry(tDraft, tKind.tDevice, bFull);
@@ -145,7 +145,7 @@ uint8_t BuildSensor(const ProfileName &tProfile, const SensorKind &tKind, RowVie
         return 0;
     return Publish(tDraft, pucSDRRec, ptDEVTab);
 }
-static_assert(offsetof(Device, ucItem) == 1 &&
-              offsetof(DevTabEntry, ucItem) == offsetof(DevTabEntry, ucDevCode) + 1);
+static_assert(offsetof(Device, ucCode) == 0 && offsetof(Device, ucItem) == 1);
+static_assert(offsetof(DevTabEntry, ucDevCode) == 0 && offsetof(DevTabEntry, ucItem) == 1);
 
 } // namespace oxa

@@ -22,7 +22,7 @@ struct Draft {
         char acText[SENSOR_NAME_SIZE]; // text of the name, where it has one
         HalCpuVoltSdrInfo tVoltage;    // conversion and limits, where the platform describes them
     };
-    alignas(4) DevTabEntry tEntry; // entry and record in one piece, as in SensorKind
+    alignas(4) DevTabEntry tEntry;
     uint8_t
         aucSDR[SDR_SLOT_SIZE + 1]; // and the NUL of a full name of 16 characters, which is printed in place
 

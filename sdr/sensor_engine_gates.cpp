@@ -311,10 +311,36 @@ GATE AirIndex(const Draft &tDraft) {
 
 } // namespace
 
+namespace {
+
+// Gates that take something along, or belong to few sensors.
+bool PassRareGate(Draft &tDraft) {
+    switch (tDraft.Does().eGate) {
+    case Gate::kFanAccuracy:
+        return FanAccuracy(tDraft);
+    case Gate::kDimmAccuracy:
+        return DimmAccuracy(tDraft);
+    case Gate::kDiskAccuracy:
+        return DiskAccuracy(tDraft);
+    case Gate::kSwitchPower:
+        return SwitchPower(tDraft);
+    case Gate::kProductLine:
+        return ProductLine(tDraft);
+    case Gate::kDimmName:
+        return DimmName(tDraft);
+    case Gate::kCpuVoltage:
+        return CpuVoltage(tDraft);
+    case Gate::kAirIndex:
+        return AirIndex(tDraft);
+    default:
+        return true;
+    }
+}
+
+} // namespace
+
 bool PassGate(Draft &tDraft) {
     switch (tDraft.Does().eGate) {
-    case Gate::kNone:
-        return true;
     case Gate::kBoardHas:
         return BoardHas(tDraft);
     case Gate::kKindWanted:
@@ -327,12 +353,6 @@ bool PassGate(Draft &tDraft) {
         return LiquidNot2(tDraft);
     case Gate::kLiquidIs1:
         return LiquidIs1(tDraft);
-    case Gate::kFanAccuracy:
-        return FanAccuracy(tDraft);
-    case Gate::kDimmAccuracy:
-        return DimmAccuracy(tDraft);
-    case Gate::kDiskAccuracy:
-        return DiskAccuracy(tDraft);
     case Gate::kBoardPower:
         return BoardPower(tDraft);
     case Gate::kPsuStatus:
@@ -341,18 +361,9 @@ bool PassGate(Draft &tDraft) {
         return PsuInRange(tDraft);
     case Gate::kCpuIntel:
         return CpuIntel(tDraft);
-    case Gate::kSwitchPower:
-        return SwitchPower(tDraft);
-    case Gate::kProductLine:
-        return ProductLine(tDraft);
-    case Gate::kDimmName:
-        return DimmName(tDraft);
-    case Gate::kCpuVoltage:
-        return CpuVoltage(tDraft);
-    case Gate::kAirIndex:
-        return AirIndex(tDraft);
+    default:
+        return PassRareGate(tDraft);
     }
-    return false;
 }
 
 bool WriteBoardLine(Draft &tDraft) {

@@ -31,9 +31,9 @@ using Remark = uint32_t;
     (static_cast<oxa::Remark>(severity) | static_cast<oxa::Remark>(module) << 8 |                            \
      static_cast<oxa::Remark>(__LINE__) << 16)
 
-// The speaker is a profile and one of its generators.  (Two words rather than a record of two: each call that passes
-// a record keeps a copy of it on the stack.)  A format with numbers; with the speaker's name in front of them; with a
-// text in front of them.
+// The speaker is a profile and one of its generators.  (Two words rather than a record of two: each call that
+// passes a record keeps a copy of it on the stack.)  A format with numbers; with the speaker's name in front
+// of them; with a text in front of them.
 void Say(const ProfileName &tProfile, const char *pcGenerator, Remark tRemark, const char *pcFormat,
          int sdwA = 0, int sdwB = 0);
 void SayNamed(const ProfileName &tProfile, const char *pcGenerator, Remark tRemark, const char *pcFormat,
@@ -52,7 +52,8 @@ void SayRackRow(const ProfileName &tProfile, const char *pcGenerator, Remark tRe
 // The profile's name and a text.
 void SayProfileText(const ProfileName &tProfile, const char *pcGenerator, Remark tRemark,
                     const char *pcFormat, const char *pcText);
-// "The board does not support adding sensor <text>.": the row's variant or name, which may hold one "%d" for the index.
+// "The board does not support adding sensor <text>.": the row's variant or name, which may hold one "%d" for
+// the index.
 void SayRefusal(const ProfileName &tProfile, RowView tRow, Remark tRemark, uint8_t ucIndex);
 
 } // namespace oxa

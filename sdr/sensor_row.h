@@ -221,8 +221,8 @@ void sensor_name_twice_in_a_profile();
 void no_row_of_that_generator();
 void row_stands_outside_its_group();
 
-// Characters that a name pattern prints at most: a decimal has up to nDigits, a hexadecimal two (one where the
-// pattern asks for a width of one), a character is one, a DIMM's name has up to five.
+// Characters that a name pattern prints at most: a decimal has up to nDigits, a hexadecimal two (one where
+// the pattern asks for a width of one), a character is one, a DIMM's name has up to five.
 constexpr size_t PrintedLength(const char *pcPattern, size_t nDigits) {
     size_t n = 0;
     for (const char *pc = pcPattern; *pc != '\0'; ++pc, ++n) {

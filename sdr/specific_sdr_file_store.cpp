@@ -9,6 +9,7 @@
 #include "oxa/platform.h"
 #include "sdr/NVRAccess.h"
 #include "sdr/oxa_log.h"
+#include "sdr/sdr_layout.h"
 
 // Scratch image of the extended SDR file: valid within one call only.  Aligned because the scan reads words.
 alignas(8) uint8_t g_extSdrData[EXT_SLOT_MAX * SDR_SLOT_SIZE];
@@ -17,8 +18,6 @@ namespace oxa {
 namespace {
 
 constexpr char kFile[] = "specific_sdr_file.c";
-constexpr uint8_t kRecordFull = 0x01;
-constexpr uint8_t kRecordCompact = 0x02;
 constexpr uint8_t kNameLenMask = 0x3F;
 constexpr uint32_t kProbeSize = 4;
 constexpr uint32_t kWholeWord = 0xFFFFFFFFu;

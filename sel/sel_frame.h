@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// What all event builders do alike.  A builder writes its info line, has its flag checked, applies its profile
-// rule, looks up what it needs and says what came out, and sends.
+// What all event builders do alike.  A builder writes its info line, has its flag checked, applies its
+// profile rule, looks up what it needs and says what came out, and sends.
 #ifndef OXA_SEL_FRAME_H
 #define OXA_SEL_FRAME_H
 

@@ -278,7 +278,7 @@ int32_t GetBlueFieldS5PcieSlotNum(uint8_t *pucSlot);
 /* returns the number of OCP card positions; cannot fail. Number formatting of names, static drivers. */
 uint8_t GetOcpNetCardMaxCount(void);
 
-/* returns the presence bitmap, bit n = OCP card n; cannot fail. Number formatting of names, Ferrisk driver. */
+/* returns the presence bitmap, bit n = OCP position n + 1; cannot fail. Number formatting of names, Ferrisk driver. */
 uint32_t GetOcpPresentStatus(void);
 
 /* returns the restored slot of the 1-based OCP index ucIndex; cannot fail. OCP records of the static drivers. */

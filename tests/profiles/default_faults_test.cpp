@@ -155,6 +155,23 @@ INSTANTIATE_TEST_SUITE_P(Boards, EveryCallFailing,
                          ShardName);
 
 #ifdef OXA_BOARD_FILES
+#ifdef OXA_WHOLE_SWEEP
+// Every call of the biggest board's pass, one after the other: some ten thousand passes, in shares.
+constexpr size_t kSweepShards = 12;
+class EveryCallFailingOnTheFullestBoard : public testing::TestWithParam<size_t> {};
+
+TEST_P(EveryCallFailingOnTheFullestBoard, AloneHasItsExactOutcome) {
+    const CleanPass clean = RunCleanPass(LoadBoard("fullest.toml"));
+    ASSERT_EQ(clean.calls.size(), sim::FailableCalls());
+    for (size_t k = 1 + GetParam(); k <= clean.calls.size(); k += kSweepShards) {
+        FailOne(clean, k);
+        if (HasFatalFailure())
+            return;
+    }
+}
+INSTANTIATE_TEST_SUITE_P(Shards, EveryCallFailingOnTheFullestBoard, testing::Range(size_t{0}, kSweepShards));
+#endif
+
 // On the biggest board the same rules hold wherever in the pass a call fails: the first two, the middle and
 // the last call of every function.
 TEST(EveryFunctionFailingOnTheFullestBoard, HasItsExactOutcome) {
