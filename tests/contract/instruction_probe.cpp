@@ -43,7 +43,7 @@ std::vector<uint8_t> Contents(const std::string &path) {
 // Each of the nineteen once, so that it writes its event.
 unsigned RunEvents() {
     const LeakageInfo leak = {0, 1};
-    sim::CurrentBoard().custom_id = CUSTOM_ID_VORANA; // the one that reports power drops
+    sim::CurrentBoard().custom_id = CUSTOM_ID_VORANA;                // the one that reports power drops
     sim::CurrentBoard().sensor_numbers.by_key["1E 0A 03 00 00"] = 9; // the leak sensor
     const uint32_t failed =
         addMemPredictiveFault(1, 1) | addPOSTErrorSel() | addS0PowerButtonSel() | addGpuSlotErrorSel(3) |

@@ -96,6 +96,8 @@ TEST(DefaultCpus, ACpuAbove159LosesAllButItsCoreVoltage) {
         EXPECT_EQ(outcome.CountName(name), 0u) << name;
     EXPECT_EQ(outcome.CountName("CPU_VOLTS_160"), 1u);
     EXPECT_EQ(outcome.CountName("CPU_PROCHOT"), 160u);
+    EXPECT_EQ(sim::CountCalls("HAL_CPUVRTempCoreVolts_GetI2cClientByInstance"),
+              321u); // the dropped one asks for none
     EXPECT_EQ(CountLine({'C', 130, kInstanceWrap}), 4u);
 }
 
