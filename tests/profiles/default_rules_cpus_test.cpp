@@ -155,4 +155,18 @@ TEST(DefaultCpus, VoltageDomainsOfAnOfflineCpuAreLeftOut) {
     EXPECT_EQ(outcome.CountName("CPU1_D0_N2") + outcome.CountName("CPU1_D1_N2"), 2u);
 }
 
+TEST(DefaultCpuDomains, TheFirstOfThemNamesTheBoardItReads) {
+    sim::Board board = BaseBoard();
+    board.cpus.type = 3;
+    board.board_id = 0x1A2B;
+    RunPass(board);
+    EXPECT_EQ(CountLine({'I', 42, "Default_GenCPU0D0N2SDR: sdwRet = 0 wBoardId = 1a2b!"}), 1u);
+    sim::Start(board);
+    sim::AddFault({.call = "HAL_GetCpuVoltSdrInfoforSensor", .result = 9, .output = 0});
+    const Outcome outcome = RunPass();
+    for (const char *name : {"CPU0_D0_N2", "CPU0_D1_N2", "CPU1_D0_N2", "CPU1_D1_N2"})
+        EXPECT_EQ(outcome.CountName(name), 0u) << name;
+    EXPECT_EQ(CountLine({'E', 42, "Get Cpu Voltage Sensor SDR Info fail!"}), 4u);
+}
+
 } // namespace
