@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Which disks already have their temperature and status records, and on which side of the chassis a disk sits.
+//
+// Nothing is ever taken out: a disk that is pulled and put back gets no new records until the library is loaded
+// anew.
+#include <cstddef>
+#include <cstring>
+
+#include "sdr/gen_specific_sensor_data_kinds.h"
+#include "sdr/gen_specific_sensor_data_registry.h"
+#include "sdr/oxa_log.h"
+
+HddRegisterInfo gRegisterInfo;
+
+using namespace oxa;
+using namespace oxa::snr;
+
+namespace {
+
+constexpr char kFile[] = "gen_specific_sensor_data.c";
+constexpr uint8_t kHddTracked = 1; // the only disk kind whose two sensors are told apart
+constexpr char kFront[] = "Front";
+
+uint32_t WalkedEntries() {
+    return gRegisterInfo.registerSlotNum < HDD_REGISTER_MAX ? gRegisterInfo.registerSlotNum
+                                                            : HDD_REGISTER_MAX;
+}
+
+// The image of the extended store is lent to the list, which would be a kilobyte of stack: nobody reads the image
+// between two calls.
+static_assert(sizeof(HalHddBackpanelList) <= sizeof(g_extSdrData));
+
+uint32_t ReadBackpanels() {
+    const HalHddBackpanelService *ptService = HalHddBackpanelInst();
+    if (ptService == nullptr || ptService->GetBackPanelList == nullptr)
+        return 0;
+    memset(g_extSdrData, 0, sizeof(HalHddBackpanelList));
+    if (ptService->GetBackPanelList(reinterpret_cast<HalHddBackpanelList *>(g_extSdrData)) != 0)
+        return 0;
+    uint32_t dwCount;
+    memcpy(&dwCount, g_extSdrData + offsetof(HalHddBackpanelList, count), sizeof(dwCount));
+    return dwCount < HAL_HDD_BACKPANEL_MAX ? dwCount : HAL_HDD_BACKPANEL_MAX;
+}
+
+bool IsOnFrontPanel(uint32_t dwIndex, int32_t sdwSlot) {
+    HalHddBackpanelRec tPanel;
+    memcpy(&tPanel, g_extSdrData + offsetof(HalHddBackpanelList, atRec) + dwIndex * sizeof(tPanel),
+           sizeof(tPanel));
+    tPanel.acLocation[HAL_HDD_LOCATION_LEN - 1] = '\0';
+    OXA_INFO(kModuleSdr, kFile, "getNvmeFrontInfo",
+             "register Disk Sensor: backPanelIndex = %d, startslt = %d, diskCnt = %d, Location = %s",
+             static_cast<int>(dwIndex), tPanel.ucStartSlot, tPanel.ucDiskCnt, tPanel.acLocation);
+    // eight bits wide: a panel that runs over 255 holds no slot
+    const uint8_t ucLast = static_cast<uint8_t>(tPanel.ucStartSlot + tPanel.ucDiskCnt - 1);
+    return tPanel.ucDiskCnt != 0 && sdwSlot >= tPanel.ucStartSlot && sdwSlot <= ucLast &&
+           memcmp(tPanel.acLocation, kFront, sizeof(kFront)) == 0;
+}
+
+} // namespace
+
+uint32_t isHasRegister(int32_t sdwSlot, int32_t sdwKind) {
+    OXA_WARN(kModuleSdr, kFile, __func__, "slotid:%d, type:%d, gRegisterInfo.registerSlotNum:%d!\n", sdwSlot,
+             sdwKind, gRegisterInfo.registerSlotNum);
+    const uint32_t dwEntries = WalkedEntries();
+    for (uint32_t dw = 0; dw < dwEntries; ++dw) {
+        const HddRegisterEntry &tHdd = gRegisterInfo.tHddInfo[dw];
+        OXA_INFO(kModuleSdr, kFile, __func__,
+                 "gRegisterInfo.tHddInfo[index].slotNum:%d, gRegisterInfo.tHddInfo[index].hddType:%d, "
+                 "gRegisterInfo.tHddInfo[index].statusFlag:%d, gRegisterInfo.tHddInfo[index].tempFlag:%d.\n",
+                 tHdd.slotNum, tHdd.hddType, tHdd.statusFlag, tHdd.tempFlag);
+        if (tHdd.slotNum != sdwSlot)
+            continue;
+        if (tHdd.hddType != kHddTracked)
+            return 1;
+        switch (sdwKind) {
+        case kRegisterTemp:
+            return tHdd.tempFlag != 0;
+        case kRegisterStatus:
+            return tHdd.statusFlag != 0;
+        default:
+            return 1;
+        }
+    }
+    return 0;
+}
+
+uint32_t setHddRegisterInfo(uint32_t dwSlot, uint32_t dwKind, uint32_t dwHddType) {
+    OXA_INFO(kModuleSdr, kFile, __func__,
+             "slotid:%d, type:%d, hddType:%d, gRegisterInfo.registerSlotNum:%d!\n", static_cast<int>(dwSlot),
+             static_cast<int>(dwKind), static_cast<int>(dwHddType), gRegisterInfo.registerSlotNum);
+    const uint32_t dwEntries = WalkedEntries();
+    uint32_t dwIndex = 0;
+    while (dwIndex < dwEntries && gRegisterInfo.tHddInfo[dwIndex].slotNum != dwSlot)
+        ++dwIndex;
+    if (dwIndex >= HDD_REGISTER_MAX)
+        return 0;
+    HddRegisterEntry &tHdd = gRegisterInfo.tHddInfo[dwIndex];
+    if (tHdd.hddType == 0) {
+        tHdd.hddType = static_cast<uint8_t>(dwHddType);
+        tHdd.slotNum = static_cast<uint8_t>(dwSlot);
+        ++gRegisterInfo.registerSlotNum;
+    }
+    if (dwKind == kRegisterTemp)
+        tHdd.tempFlag = 1;
+    else if (dwKind == kRegisterStatus)
+        tHdd.statusFlag = 1;
+    else
+        return 0;
+    OXA_INFO(kModuleSdr, kFile, __func__,
+             "index:%d, gRegisterInfo.tHddInfo[index].hddType:%d, gRegisterInfo.tHddInfo[index].slotNum:%d, "
+             "gRegisterInfo.tHddInfo[index].statusFlag:%d, gRegisterInfo.tHddInfo[index].tempFlag:%d",
+             static_cast<int>(dwIndex), tHdd.hddType, tHdd.slotNum, tHdd.statusFlag, tHdd.tempFlag);
+    return 0;
+}
+
+uint8_t getNvmeFrontInfo(int32_t sdwSlot) {
+    const uint32_t dwPanels = ReadBackpanels();
+    for (uint32_t dw = 0; dw < dwPanels; ++dw)
+        if (IsOnFrontPanel(dw, sdwSlot))
+            return kNvmeFront;
+    return kNvmeRear;
+}
+
+int32_t isNeedRegisterHddSdr(void) {
+    uint32_t dwCustomId = 0;
+    if (IPMI_LoadCustomID(&dwCustomId) != 0)
+        return -1;
+    return dwCustomId == CUSTOM_ID_FERRISK ? 1 : 0;
+}
