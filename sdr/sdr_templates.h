@@ -38,15 +38,19 @@ inline constexpr SdrHead kDiskStatusTemplate = CompactHead({.ucEntityId = 0x04,
                                                             .ucUnits1 = 0xC0,
                                                             .aucSharing = {0x01, 0x00},
                                                             .ucHysteresis = 0});
-inline constexpr SdrHead kCardStatusTemplate = CompactHead({.ucEntityId = 0x0B,
-                                                            .ucInit = 0x63,
-                                                            .ucSensorType = 0x15,
-                                                            .ucEventType = 0x07,
-                                                            .wAssert = 0x0006,
-                                                            .wDeassert = 0x0006,
-                                                            .wReading = 0x7FFF,
-                                                            .aucSharing = {0x00, 0x01},
-                                                            .ucHysteresis = 0});
+constexpr SdrHead CardStatus(uint8_t ucSensorType, uint8_t ucEventType) {
+    return CompactHead({.ucEntityId = 0x0B,
+                        .ucInit = 0x63,
+                        .ucSensorType = ucSensorType,
+                        .ucEventType = ucEventType,
+                        .wAssert = 0x0006,
+                        .wDeassert = 0x0006,
+                        .wReading = 0x7FFF,
+                        .aucSharing = {0x00, 0x01},
+                        .ucHysteresis = 0});
+}
+inline constexpr SdrHead kCardStatusTemplate = CardStatus(0x15, 0x07);    // module, severity
+inline constexpr SdrHead kGpuCardStatusTemplate = CardStatus(0x17, 0x6F); // add-in card, sensor-specific
 inline constexpr SdrHead kMemStatusTemplate = CompactHead({.ucEntityId = 0x0B,
                                                            .ucInit = 0x7F,
                                                            .ucSensorType = 0x0C,

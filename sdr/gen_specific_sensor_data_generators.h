@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// What the generators of run-time sensors do alike, whatever record they build.  A generator gives the record's
+// length, GEN_SDR_FAILED or GEN_SDR_SKIPPED, and writes the caller's buffer only when it gives a length.
+#ifndef OXA_SDR_GEN_SPECIFIC_SENSOR_DATA_GENERATORS_H
+#define OXA_SDR_GEN_SPECIFIC_SENSOR_DATA_GENERATORS_H
+
+#include "oxa/exports.h"
+#include "sdr/sdr_layout.h"
+
+namespace oxa {
+
+inline constexpr uint8_t kNoSlot = 255;
+
+// True when an argument is missing, which is said under the generator's name.
+bool IsMissing(const char *pcFunc, const void *pvA, const void *pvB);
+
+uint32_t ReadProfile(); // 0 when it cannot be read
+
+// A record on its way from a description to the caller.
+struct SpecificDraft {
+    const char *pcFunc;
+    SpecificSensorParam &tParam;
+    uint32_t dwCustomId;
+    SnrQuery tQuery; // what the name tables are asked for, and the name
+    uint8_t ucOriginalSlot;
+    uint8_t aucSDR[SDR_SLOT_SIZE];
+
+    SpecificDraft(const char *pcGenerator, SpecificSensorParam &tDescription);
+
+    void UseTemplate(const SdrHead &tHead, uint8_t ucHeadSize);
+    // The slot becomes the number that is printed at it.
+    void ConvertSlot();
+    void PutName(uint8_t ucOffset, uint8_t ucLen);
+    // Refused when a sensor of this type and name is stored already.
+    uint8_t Publish(uint8_t *pucSDR, uint8_t ucLen) const;
+};
+
+} // namespace oxa
+#endif
