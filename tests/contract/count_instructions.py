@@ -78,7 +78,7 @@ class Probe:
         image = open(self.records_path, "rb").read()
         return base, [image[at:at + SLOT] for at in range(0, len(image), SLOT)][:count]
 
-    def count(self, base, text, store=None, events=False):
+    def count(self, base, text, store=None, only=None):
         """Counter over offsets in the library, and the number of records."""
         start, size = text
         emulator = self.args.emulator.split(",")
@@ -86,8 +86,8 @@ class Probe:
                    *emulator[1:], self.args.probe, self.args.board]
         if store:
             command += ["--store", store]
-        if events:
-            command += ["--events", "1"]
+        if only:
+            command += [only, "1"]
         hits = Counter()
         with subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, bufsize=1 << 20) as child:
             for line in child.stderr:  # Trace 0: 0x7fc4e8200400 [00000480/3f7da2e0/00000000/00000201]
@@ -128,6 +128,7 @@ def main():
     parser.add_argument("--budget", type=int, required=True)
     parser.add_argument("--scan-budget", type=int, required=True)
     parser.add_argument("--event-budget", type=int, required=True)
+    parser.add_argument("--add-budget", type=int, required=True)
     parser.add_argument("--top", type=int, default=12)
     parser.add_argument("objects", nargs="+")
     args = parser.parse_args()
@@ -145,7 +146,8 @@ def main():
             out.write(full_store(records))
         empty, count = probe.count(base, text)
         full, full_count = probe.count(base, text, store)
-        events, event_count = probe.count(base, text, events=True)
+        events, event_count = probe.count(base, text, only="--events")
+        adds, add_count = probe.count(base, text, only="--adds")
     if full_count != count:
         fault(f"{count} records with an empty store, {full_count} with a full one")
 
@@ -170,6 +172,14 @@ def main():
     if event_count == 0:
         sys.exit("the probe wrote no event")
     figure("library instructions per event", round(sum(events.values()) / event_count, 1), args.event_budget,
+           "instructions")
+    if add_count == 0:
+        sys.exit("the probe added no sensor")
+    instructions, _ = by_function(adds, functions)
+    print(f"{add_count} sensors added, {sum(adds.values()):,} instructions")
+    for key, number in instructions.most_common(args.top):
+        print(f"  {number:8,}  {number / add_count:6.1f} a sensor  {key[0]} ({key[1]})")
+    figure("library instructions per added sensor", round(sum(adds.values()) / add_count, 1), args.add_budget,
            "instructions")
     finish()
 

@@ -2,9 +2,9 @@
 //
 // One static pass over a board, for count_instructions.py: says where the library's code lies, runs the pass
 // with tracing off and says how many records came out.
-//     instruction_probe BOARD [--store FILE] [--records FILE] [--events 1]
+//     instruction_probe BOARD [--store FILE] [--records FILE] [--events 1] [--adds 1]
 // --store: content of the extended store; --records: where to write the records of the pass; --events: every event
-// builder once in place of the pass, counted as a record each.
+// builder once in place of the pass, counted as a record each; --adds: sensors that come at run time likewise.
 #include <link.h>
 
 #include <cstdio>
@@ -57,6 +57,42 @@ unsigned RunEvents() {
     return failed == 0 ? 19 : 0;
 }
 
+// One of each kind that this board can have; a disk has two.
+unsigned RunAdds() {
+    const SpecificSensorParam descriptions[] = {
+        {.dwSensorDevType = 0x0100,
+         .ucDeviceType = 2,
+         .SlotId = 3,
+         .wBitmap = 0x38,
+         .ucUNR = 100,
+         .ucUC = 95,
+         .ucUNC = 90},
+        {.dwSensorDevType = 0x0100, .ucDeviceType = 17, .SlotId = 4, .ucBrenmorSensorIndex = 3},
+        {.dwSensorDevType = 0x0100,
+         .ucDeviceType = 59,
+         .SlotId = 5,
+         .wBitmap = 0x10,
+         .ucUC = 70,
+         .SubDeviceType = 1},
+        {.dwSensorDevType = 0x0D00, .ucDeviceType = 59, .SlotId = 5, .wBitmap = 1, .SubDeviceType = 1},
+        {.dwSensorDevType = 0x0803, .ucDeviceType = 2, .SlotId = 255},
+        {.dwSensorDevType = 0x0403, .ucDeviceType = 255, .SlotId = 6, .wBitmap = 0x02, .ucLC = 10},
+        {.dwSensorDevType = 0x1501, .ucDeviceType = 42, .SlotId = 7},
+        {.dwSensorDevType = 0xFF0A, .ucDeviceType = 1, .SlotId = 1},
+        {.dwSensorDevType = 0x02E0, .SlotId = 2},
+    };
+    unsigned added = 0;
+    for (SpecificSensorParam description : descriptions) {
+        // one profile only has disks in its tables
+        sim::CurrentBoard().custom_id =
+            description.ucDeviceType == 59 ? CUSTOM_ID_FERRISK : CUSTOM_ID_DEFAULT;
+        added += SDR_AddSpecificSensor(&description) == OXA_OK;
+    }
+    if (added != std::size(descriptions))
+        std::fprintf(stderr, "%u of %zu sensors were added\n", added, std::size(descriptions));
+    return added == std::size(descriptions) ? added : 0;
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -66,6 +102,7 @@ int main(int argc, char **argv) {
     }
     std::string records_path;
     bool events = false;
+    bool adds = false;
     sim::Start(sim::LoadBoardFile(argv[1]));
     for (int i = 2; i + 1 < argc; i += 2) {
         if (!std::strcmp(argv[i], "--store"))
@@ -73,6 +110,7 @@ int main(int argc, char **argv) {
         if (!std::strcmp(argv[i], "--records"))
             records_path = argv[i + 1];
         events |= !std::strcmp(argv[i], "--events");
+        adds |= !std::strcmp(argv[i], "--adds");
     }
     bool found = false;
     dl_iterate_phdr(PrintLoadAddress, &found);
@@ -83,6 +121,10 @@ int main(int argc, char **argv) {
     sim::SetTracing(false);
     if (events) {
         std::printf("records %u\n", RunEvents());
+        return 0;
+    }
+    if (adds) {
+        std::printf("records %u\n", RunAdds());
         return 0;
     }
     sim::StaticArrays &arrays = sim::CallerArrays();
