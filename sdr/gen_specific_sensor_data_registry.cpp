@@ -4,9 +4,9 @@
 //
 // Nothing is ever taken out: a disk that is pulled and put back gets no new records until the library is loaded
 // anew.
-#include <cstddef>
 #include <cstring>
 
+#include "sdr/backpanels.h"
 #include "sdr/gen_specific_sensor_data_kinds.h"
 #include "sdr/gen_specific_sensor_data_registry.h"
 #include "sdr/oxa_log.h"
@@ -27,26 +27,9 @@ uint32_t WalkedEntries() {
                                                             : HDD_REGISTER_MAX;
 }
 
-// The image of the extended store is lent to the list, which would be a kilobyte of stack: nobody reads the image
-// between two calls.
-static_assert(sizeof(HalHddBackpanelList) <= sizeof(g_extSdrData));
-
-uint32_t ReadBackpanels() {
-    const HalHddBackpanelService *ptService = HalHddBackpanelInst();
-    if (ptService == nullptr || ptService->GetBackPanelList == nullptr)
-        return 0;
-    memset(g_extSdrData, 0, sizeof(HalHddBackpanelList));
-    if (ptService->GetBackPanelList(reinterpret_cast<HalHddBackpanelList *>(g_extSdrData)) != 0)
-        return 0;
-    uint32_t dwCount;
-    memcpy(&dwCount, g_extSdrData + offsetof(HalHddBackpanelList, count), sizeof(dwCount));
-    return dwCount < HAL_HDD_BACKPANEL_MAX ? dwCount : HAL_HDD_BACKPANEL_MAX;
-}
-
-bool IsOnFrontPanel(uint32_t dwIndex, int32_t sdwSlot) {
+bool IsOnFrontPanel(const Backpanels &tPanels, uint32_t dwIndex, int32_t sdwSlot) {
     HalHddBackpanelRec tPanel;
-    memcpy(&tPanel, g_extSdrData + offsetof(HalHddBackpanelList, atRec) + dwIndex * sizeof(tPanel),
-           sizeof(tPanel));
+    memcpy(&tPanel, tPanels.Record(dwIndex), sizeof(tPanel));
     tPanel.acLocation[HAL_HDD_LOCATION_LEN - 1] = '\0';
     OXA_INFO(kModuleSdr, kFile, "getNvmeFrontInfo",
              "register Disk Sensor: backPanelIndex = %d, startslt = %d, diskCnt = %d, Location = %s",
@@ -115,9 +98,10 @@ uint32_t setHddRegisterInfo(uint32_t dwSlot, uint32_t dwKind, uint32_t dwHddType
 }
 
 uint8_t getNvmeFrontInfo(int32_t sdwSlot) {
-    const uint32_t dwPanels = ReadBackpanels();
-    for (uint32_t dw = 0; dw < dwPanels; ++dw)
-        if (IsOnFrontPanel(dw, sdwSlot))
+    const Backpanels tPanels;
+    const uint32_t dwWalked = tPanels.Walked();
+    for (uint32_t dw = 0; dw < dwWalked; ++dw)
+        if (IsOnFrontPanel(tPanels, dw, sdwSlot))
             return kNvmeFront;
     return kNvmeRear;
 }
