@@ -92,7 +92,7 @@ uint32_t setHddRegisterInfo(uint32_t dwSlot, uint32_t dwKind, uint32_t dwHddType
         return 0;
     OXA_INFO(kModuleSdr, kFile, __func__,
              "index:%d, gRegisterInfo.tHddInfo[index].hddType:%d, gRegisterInfo.tHddInfo[index].slotNum:%d, "
-             "gRegisterInfo.tHddInfo[index].statusFlag:%d, gRegisterInfo.tHddInfo[index].tempFlag:%d",
+             "gRegisterInfo.tHddInfo[index].statusFlag:%d, gRegisterInfo.tHddInfo[index].tempFlag:%d\n",
              static_cast<int>(dwIndex), tHdd.hddType, tHdd.slotNum, tHdd.statusFlag, tHdd.tempFlag);
     return 0;
 }
