@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The platform's list of disk backplanes.  It is a kilobyte, more than a caller may take from the stack, so it is
-// borrowed from the image of the extended store, which is read afresh before each use; the bytes are zero afterwards.
+// The platform's list of disk backplanes.  It is a kilobyte, more than a caller may take from the stack, so
+// it is borrowed from the image of the extended store, which is read afresh before each use; the bytes are
+// zero afterwards.
 #ifndef OXA_SDR_BACKPANELS_H
 #define OXA_SDR_BACKPANELS_H
 

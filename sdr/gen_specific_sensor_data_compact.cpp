@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Compact records of states that come at run time: disks, cards, GPU cards, memory.  One body builds all of them.
+// Compact records of states that come at run time: disks, cards, GPU cards, memory.  One body builds all of
+// them.
 #include "oxa/platform.h"
 #include "sdr/gen_specific_sensor_data_generators.h"
 #include "sdr/gen_specific_sensor_data_kinds.h"

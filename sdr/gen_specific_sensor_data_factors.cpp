@@ -4,6 +4,7 @@
 // factors.
 #include "sdr/gen_specific_sensor_data_kinds.h"
 #include "sdr/oxa_log.h"
+#include "sdr/sdr_layout.h"
 
 using namespace oxa;
 using namespace oxa::snr;
@@ -39,7 +40,6 @@ constexpr uint8_t kEntitySmartNicCard = 0x96;
 constexpr uint8_t kEntityCardPart = 0xE0;
 constexpr uint8_t kEntityModulePart = 0xE1;
 constexpr uint8_t kEntityPort = 0xE2;
-constexpr uint8_t kInstanceRelative = 0x80; // bit 7: the instance is relative to the device
 
 constexpr uint8_t kEntityFirstType = 6;
 constexpr uint8_t kEntityLastType = 73;

@@ -61,26 +61,16 @@ struct CardModel {
 constexpr CardModel kPurchaseCard = {"GenFruOfPurchaseCardSpecificSDR", false};
 constexpr CardModel kSL200Card = {"GenFruOfSL200CardSpecificSDR", true};
 
-// On machines with a FRU id offset an SL200 card has an id of its slot, without the offset.
-bool HasIdOfSlot(const CardModel &tModel) {
-    return tModel.bSL200 && GetSdrFruIdOffset() != 0;
-}
-
+// On machines with a FRU id offset an SL200 card has an id by its slot, without the offset.
 uint8_t TakeFruId(const CardModel &tModel, uint8_t ucSlotId) {
-    if (HasIdOfSlot(tModel))
+    if (tModel.bSL200 && GetSdrFruIdOffset() != 0)
         return TakeSL200FruId(tModel.acGenerator, ucSlotId);
     const uint8_t ucFruId = GetNoUsedFruIdForPurchaseCard();
     return tModel.bSL200 ? ucFruId : WithOffset(ucFruId);
 }
 
-void GiveBackFruId(const CardModel &tModel, uint8_t ucFruId) {
-    if (HasIdOfSlot(tModel))
-        GiveBackSL200FruId(ucFruId);
-    else
-        SetFruValidState(ucFruId);
-}
-
-// False when the card has no name.
+// False when the card gets no name, and so no record.  Only a purchase card that the catalogue does not
+// know gives its id back.
 bool PrintName(const CardModel &tModel, uint16_t wDevType, uint8_t ucFruId,
                char (&acName)[SENSOR_NAME_SIZE]) {
     acName[0] = '\0';
@@ -90,6 +80,7 @@ bool PrintName(const CardModel &tModel, uint16_t wDevType, uint8_t ucFruId,
     if (pcName != nullptr)
         return snprintf_s(acName, sizeof(acName), "%s", pcName) >= 0;
     OXA_INFO(kModuleSdr, kFile, tModel.acGenerator, "Get Device Type Name Fail!");
+    SetFruValidState(ucFruId);
     return false;
 }
 
@@ -112,10 +103,8 @@ uint8_t GenFruOfCard(const CardModel &tModel, const SpecificSensorParam *ptParam
     }
     tDraft.SetFruId(ucFruId);
     char acName[SENSOR_NAME_SIZE];
-    if (!PrintName(tModel, wDevType, ucFruId, acName)) {
-        GiveBackFruId(tModel, ucFruId);
+    if (!PrintName(tModel, wDevType, ucFruId, acName))
         return GEN_SDR_FAILED;
-    }
     SavePurchaseCardFruId(wDevType, acName, ptParam->SlotId, ucFruId);
     return tDraft.Publish(pucSDR, tDraft.SetName(acName));
 }

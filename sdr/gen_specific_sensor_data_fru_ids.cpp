@@ -111,10 +111,6 @@ uint8_t TakeSL200FruId(const char *pcFunc, uint8_t ucSlotId) {
     return Take(pcFunc, g_aucSL200Pool[ucIndex], ucFruId) ? ucFruId : kNoFruId;
 }
 
-void GiveBackSL200FruId(uint8_t ucFruId) {
-    g_aucSL200Pool[ucFruId - 1] = 0;
-}
-
 bool TakeSubCardFruId(const char *pcFunc) {
     return Take(pcFunc, g_ucSubCardUsed, kSubCardFruId);
 }
@@ -148,7 +144,7 @@ const char *GetPurchaseCardName(uint16_t wDevType) {
 }
 
 int32_t GetPurchaseCardInfoSectionStr(uint16_t wDevType, char *pcSection) {
-    if (IsMissing(__func__, pcSection, pcSection))
+    if (IsMissing(__func__, pcSection))
         return -1;
     const char *pcName = GetPurchaseCardName(wDevType);
     if (pcName == nullptr || snprintf_s(pcSection, kSectionSize, "%s", pcName) < 0)
@@ -157,7 +153,7 @@ int32_t GetPurchaseCardInfoSectionStr(uint16_t wDevType, char *pcSection) {
 }
 
 void FillSdrOEMValue(uint16_t wDevType, uint8_t *pucOEM) {
-    if (IsMissing(__func__, pucOEM, pucOEM))
+    if (IsMissing(__func__, pucOEM))
         return;
     const PurchaseCardRow *ptRow = FindCard(wDevType);
     if (ptRow != nullptr)
@@ -165,7 +161,7 @@ void FillSdrOEMValue(uint16_t wDevType, uint8_t *pucOEM) {
 }
 
 int32_t SavePurchaseCardFruId(uint16_t wDevType, const char *pcName, uint8_t ucSlotId, uint8_t ucFruId) {
-    if (IsMissing(__func__, pcName, pcName))
+    if (IsMissing(__func__, pcName))
         return -1;
     IniFile *ptIni = nullptr;
     if (OXA_IniLoadFile(kFruIdFile, &ptIni) != 0 || ptIni == nullptr) {

@@ -11,10 +11,8 @@ namespace oxa {
 inline constexpr uint8_t kNoFruId = 255;
 inline constexpr uint8_t kSubCardFruId = 59;
 
-// Who asks, for the log.
-uint8_t TakeSL200FruId(const char *pcFunc,
-                       uint8_t ucSlotId); // machines with a FRU id offset: 1 to 8, by slot
-void GiveBackSL200FruId(uint8_t ucFruId);
+// pcFunc: who asks, for the log.
+uint8_t TakeSL200FruId(const char *pcFunc, uint8_t ucSlotId); // 1 to 8, by the slot
 bool TakeSubCardFruId(const char *pcFunc);
 
 } // namespace oxa

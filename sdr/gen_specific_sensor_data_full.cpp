@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Full records of sensors that come at run time: temperature, voltage, power, fan speed.  One body builds all of
-// them; where a kind departs from the temperature sensor it says so in its own step.
+// Full records of sensors that come at run time: temperature, voltage, power, fan speed.  One body builds
+// all of them; where a kind departs from the temperature sensor it says so in its own step.
 #include <cstring>
 
 #include "oxa/platform.h"
@@ -21,6 +21,7 @@ constexpr uint8_t kLumoraPowerSensorType = 0x0B; // this profile's power sensors
 constexpr uint8_t kWholeWatts = 1;
 constexpr uint8_t kSfpSlot = 0xFF; // what the scanner finds in byte 45 of an OCP port in that profile
 constexpr uint8_t kNibble = 0x0F;
+constexpr uint8_t kEntityAddInCard = 0x0B;
 
 enum class FullKind : uint8_t { kTemp, kVolt, kPower, kFan };
 
@@ -59,9 +60,9 @@ bool TakeDisk(FullDraft &tDraft) {
     if (tParam.ucDeviceType != kNvmeDisk)
         return true;
     if (tParam.SubDeviceType != kPort) {
-        _ssp_debug(kModuleSdr, kFile, __LINE__, tDraft.pcFunc,
-                   "this sensor is not support, ucCardType:%d, ucSubCardType:%d!", tParam.ucDeviceType,
-                   tParam.SubDeviceType);
+        OXA_TRACE(kModuleSdr, kFile, tDraft.pcFunc,
+                  "this sensor is not support, ucCardType:%d, ucSubCardType:%d!", tParam.ucDeviceType,
+                  tParam.SubDeviceType);
         return false;
     }
     tDraft.ConvertSlot();
@@ -153,7 +154,7 @@ void SetEntity(FullDraft &tDraft) {
 
 // Upper limits of GPUs and NICs that this customer wants whatever the description says.
 void ForceTempLimits(FullDraft &tDraft) {
-    if (tDraft.aucSDR[SDR_ENTITY_ID] != kTempTemplate.auc[SDR_ENTITY_ID])
+    if (tDraft.aucSDR[SDR_ENTITY_ID] != kEntityAddInCard)
         return;
     for (const FixedLimits &t : kFerriskLimits) {
         if (t.ucDeviceType != tDraft.tParam.ucDeviceType)
@@ -165,7 +166,8 @@ void ForceTempLimits(FullDraft &tDraft) {
     }
 }
 
-// The same customer's plain fans: the described lower critical limit warns, and two counts below it is critical.
+// The same customer's plain fans: the described lower critical limit warns, and two counts below it is
+// critical.
 constexpr uint8_t kFerriskFanMasks[] = {0x05, 0x02, 0x05, 0x02, 0x13, 0x13}; // bytes 14 to 19
 
 void ForceFanLimits(FullDraft &tDraft) {

@@ -13,8 +13,8 @@ constexpr char kFile[] = "gen_specific_sensor_data.c";
 
 } // namespace
 
-bool IsMissing(const char *pcFunc, const void *pvA, const void *pvB) {
-    if (pvA != nullptr && pvB != nullptr)
+bool IsMissing(const char *pcFunc, const void *pvArgument) {
+    if (pvArgument != nullptr)
         return false;
     OXA_ERROR(kModuleSdr, kFile, pcFunc, "%s failed! The input parameter is null.", pcFunc);
     return true;
@@ -26,7 +26,8 @@ uint32_t ReadProfile() {
 }
 
 SpecificDraft::SpecificDraft(const char *pcGenerator, SpecificSensorParam &tDescription)
-    : pcFunc(pcGenerator), tParam(tDescription), dwCustomId(ReadProfile()), tQuery(), ucOriginalSlot(tDescription.SlotId) {
+    : pcFunc(pcGenerator), tParam(tDescription), dwCustomId(ReadProfile()), tQuery(),
+      ucOriginalSlot(tDescription.SlotId) {
     tQuery.dwSensorDevType = tParam.dwSensorDevType;
     tQuery.ucDeviceType = tParam.ucDeviceType;
     tQuery.SubDeviceType = tParam.SubDeviceType;

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// What the generators of run-time sensors do alike, whatever record they build.  A generator gives the record's
-// length, GEN_SDR_FAILED or GEN_SDR_SKIPPED, and writes the caller's buffer only when it gives a length.
+// What the generators of run-time sensors do alike, whatever record they build.  A generator gives the
+// record's length, GEN_SDR_FAILED or GEN_SDR_SKIPPED, and writes the caller's buffer only when it gives a
+// length.
 #ifndef OXA_SDR_GEN_SPECIFIC_SENSOR_DATA_GENERATORS_H
 #define OXA_SDR_GEN_SPECIFIC_SENSOR_DATA_GENERATORS_H
 
@@ -12,8 +13,11 @@ namespace oxa {
 
 inline constexpr uint8_t kNoSlot = 255;
 
-// True when an argument is missing, which is said under the generator's name.
-bool IsMissing(const char *pcFunc, const void *pvA, const void *pvB);
+// True when an argument is missing, which is said under the function's name.
+bool IsMissing(const char *pcFunc, const void *pvArgument);
+inline bool IsMissing(const char *pcFunc, const void *pvA, const void *pvB) {
+    return IsMissing(pcFunc, pvA == nullptr ? pvA : pvB);
+}
 
 uint32_t ReadProfile(); // 0 when it cannot be read
 

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <iterator>
 
+#include "sdr/gen_specific_sensor_data_generators.h"
 #include "sdr/gen_specific_sensor_data_kinds.h"
 #include "sdr/oxa_log.h"
 
@@ -17,7 +18,6 @@ using namespace oxa::snr;
 namespace {
 
 constexpr char kFile[] = "gen_specific_sensor_data.c";
-constexpr uint8_t kNameMax = SENSOR_NAME_SIZE - 1;
 constexpr uint16_t kSablinBoardId = 0x54E0;
 constexpr uint8_t kLocationFront = 1;
 constexpr uint8_t kSilkSize = 32;
@@ -198,9 +198,7 @@ uint8_t getSensorInfo(SnrQuery *ptInfo, uint8_t ucSlot, uint8_t ucPort) {
         OXA_ERROR(kModuleSdr, kFile, __func__, "%s failed! ptInfo == NULL.", __func__);
         return 0;
     }
-    uint32_t dwCustomId = CUSTOM_ID_DEFAULT;
-    if (IPMI_LoadCustomID(&dwCustomId) != 0)
-        dwCustomId = CUSTOM_ID_DEFAULT;
+    const uint32_t dwCustomId = ReadProfile();
     getCustomSensorInfo(ptInfo, dwCustomId);
     if (ptInfo->acName[0] == '\0' || memcmp(ptInfo->acName, "null", 4) == 0) {
         OXA_WARN(kModuleSdr, kFile, __func__, "this sensor is not support custom id %d !",
@@ -224,10 +222,8 @@ uint8_t getSensorInfo(SnrQuery *ptInfo, uint8_t ucSlot, uint8_t ucPort) {
 }
 
 uint8_t getPurchaseCardInfo(SnrQuery *ptInfo, const SpecificSensorParam *ptParam, uint8_t ucSensorIndex) {
-    if (ptInfo == nullptr || ptParam == nullptr) {
-        OXA_ERROR(kModuleSdr, kFile, __func__, "%s failed! The input parameter is null.", __func__);
+    if (IsMissing(__func__, ptInfo, ptParam))
         return 0;
-    }
     for (const CardSnrRow &tRow : g_atPurchaseCardSnrInfo) {
         if (tRow.dwSensorDevType == ptParam->dwSensorDevType && tRow.ucDeviceType == ptInfo->ucDeviceType)
             return getNameInfo(ptInfo, ucSensorIndex, &tRow);
@@ -248,10 +244,8 @@ uint8_t getPurchaseCardInfo(SnrQuery *ptInfo, const SpecificSensorParam *ptParam
 }
 
 uint8_t getNameInfo(SnrQuery *ptInfo, uint8_t ucSensorIndex, const CardSnrRow *ptRow) {
-    if (ptInfo == nullptr || ptRow == nullptr || ptRow->ptEntry == nullptr) {
-        OXA_ERROR(kModuleSdr, kFile, __func__, "%s failed! The input parameter is null.", __func__);
+    if (IsMissing(__func__, ptInfo, ptRow) || IsMissing(__func__, ptRow->ptEntry))
         return 0;
-    }
     for (uint8_t i = 0; i < ptRow->ucCnt; i++) {
         if (ptRow->ptEntry[i].ucSensorIndex != ucSensorIndex)
             continue;
@@ -285,14 +279,8 @@ void getSilkInfo(const SnrQuery *ptInfo, char *pSilkInfo, uint8_t ucNumber, uint
 }
 
 uint8_t strrpc(char *pcOut, const char *pcSrc, const char *pcPattern, const char *pcReplacement) {
-    if (pcOut == nullptr) {
-        OXA_ERROR(kModuleSdr, kFile, __func__, "%s failed! The input parameter is null.", __func__);
+    if (IsMissing(__func__, pcOut, pcSrc) || IsMissing(__func__, pcPattern, pcReplacement))
         return 0;
-    }
-    if (pcSrc == nullptr || pcPattern == nullptr || pcReplacement == nullptr) {
-        OXA_ERROR(kModuleSdr, kFile, __func__, "%s failed! The input parameter is null.", __func__);
-        return 0;
-    }
     const size_t nSrc = strnlen_s(pcSrc, kNameMax);
     const size_t nPattern = strnlen_s(pcPattern, SENSOR_NAME_SIZE);
     uint8_t ucOut = 0;
@@ -362,10 +350,8 @@ void modifyPcieSlotName(uint8_t *ucInstance, SnrQuery *ptInfo) {
 }
 
 uint8_t modifySablinGpuSensorName(SnrQuery *ptInfo) {
-    if (ptInfo == nullptr) {
-        OXA_ERROR(kModuleSdr, kFile, __func__, "%s failed! The input parameter is null.", __func__);
+    if (IsMissing(__func__, ptInfo))
         return 0;
-    }
     uint16_t wBoardId = 0;
     const int32_t sdwRet = get_default_board_id(&wBoardId);
     if (sdwRet < 0)

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Which disks already have their temperature and status records, and on which side of the chassis a disk sits.
+// Which disks already have their temperature and status records, and on which side of the chassis a disk
+// sits.
 //
-// Nothing is ever taken out: a disk that is pulled and put back gets no new records until the library is loaded
-// anew.
+// Nothing is ever taken out: a disk that is pulled and put back gets no new records until the library is
+// loaded anew.
 #include <cstring>
 
 #include "sdr/backpanels.h"

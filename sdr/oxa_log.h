@@ -24,6 +24,7 @@ enum DebugLevel : uint32_t { kDebugChannel = 130, kStoreDebugChannel = 132 };
 
 } // namespace oxa
 
+#define OXA_TRACE(module, file, func, ...) _ssp_debug((module), (file), __LINE__, (func), __VA_ARGS__)
 #define OXA_INFO(module, file, func, ...) _ssp_info((module), (file), __LINE__, (func), __VA_ARGS__)
 #define OXA_WARN(module, file, func, ...) _ssp_warn((module), (file), __LINE__, (func), __VA_ARGS__)
 #define OXA_ERROR(module, file, func, ...)                                                                   \

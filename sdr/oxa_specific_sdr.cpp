@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// One sensor into the repository, one out of it, and a sub card's status to the FRU service: each over a local
-// session of its own.
+// One sensor into the repository, one out of it, and a sub card's status to the FRU service: each over a
+// local session of its own.
 #include <cstring>
 
 #include "oxa/exports.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Which generator builds the record of which sensor class word.  The whole word is compared, the first equal key
-// wins.  Sensors: IPMI sensor type in the high byte, a variant in the low one.  FRU locators: device class in the
-// low byte (0Ah power supply, 0Bh card, E0h base board), its kind in the high one.
+// Which generator builds the record of which sensor class word.  The whole word is compared, the first
+// equal key wins.  Sensors: IPMI sensor type in the high byte, a variant in the low one.  FRU locators:
+// device class in the low byte (0Ah power supply, 0Bh card, E0h base board), its kind in the high one.
 #include "oxa/exports.h"
 
 const AddSDRHndlrRow g_atAddSDRHndlrTab[21] = {

@@ -57,8 +57,6 @@ inline constexpr SdrHead kMemStatusTemplate = CompactHead({.ucEntityId = 0x0B,
                                                            .wAssert = 0x0042,
                                                            .wDeassert = 0x0042,
                                                            .wReading = 0x0042});
-inline constexpr char kDiskStatusName[] = "Disk0_Status";
-inline constexpr char kMemStatusName[] = "MEM_STATUS_0";
 
 // FRU device locator: the FRU id stands in bytes 6 and 8.
 struct FruLocatorHead {
@@ -78,7 +76,6 @@ constexpr FruLocatorHead FruLocator() {
     return t;
 }
 inline constexpr FruLocatorHead kFruLocatorTemplate = FruLocator();
-inline constexpr char kFruLocatorName[] = "PSU01_FRU";
 inline constexpr uint8_t kFruLocatorBaseLength = FRU_SDR_NAME - kSdrHeaderSize;
 
 // ---- Ferrisk: GPUs and NICs have fixed upper limits, whatever the description says ------------------------

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The record file: which id the repository gave to the FRU locator of a power supply or card, and whether the device
-// is there.  Only power supplies are read back.
+// The record file: which id the repository gave to the FRU locator of a power supply or card, and whether
+// the device is there.  Only power supplies are read back.
 #include "sdr/specific_sdr_file_record.h"
 
 #include "oxa/exports.h"

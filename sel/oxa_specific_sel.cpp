@@ -1,25 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The way of an event record into the event log: one local session per record.
+#include "sdr/local_session.h"
 #include "sel/sel_frame.h"
 
 namespace oxa::sel {
 namespace {
 
-constexpr uint8_t kPrivilegeAdmin = 4;
-constexpr uint32_t kSessionArg5 = 0;
-constexpr uint32_t kSessionArg6 = 2;
 constexpr uint32_t kLogArg = 100; // of the session and of the command
 constexpr size_t kResponseSize = 3;
 constexpr uint8_t kTries = 2;
-
-bool OpenSession(IpmiLocalSession &tSession) {
-    const char acUser[8] = {};
-    const char acPassword[8] = {};
-    uint8_t ucPrivilege = kPrivilegeAdmin;
-    return LIBIPMI_Create_IPMI_Local_Session(&tSession, acUser, acPassword, &ucPrivilege, kSessionArg5,
-                                             kSessionArg6, kLogArg) == 0;
-}
 
 void DumpRecord(const char *pcFunction, const uint8_t *pucRecord) {
     OXA_ERROR(kModuleSel, kFile, pcFunction,
@@ -74,8 +64,8 @@ uint32_t ipmi_add_sel_entry(const uint8_t *SelRec) {
         OXA_ERROR(kModuleAssert, kFile, __func__, "assertion failed: SelRec != 0");
         return OXA_FAILED;
     }
-    IpmiLocalSession tSession = {};
-    if (!OpenSession(tSession)) {
+    IpmiLocalSession tSession;
+    if (OpenLocalSession(tSession, kLogArg) != 0) {
         OXA_ERROR(kModuleSel, kFile, __func__, "Failed to create IPMI Session !!!");
         return OXA_FAILED;
     }
