@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Thresholds that a user set: kept in the sensor service's table and, so that they survive a restart, in one file
-// that holds an image of it.  Records built at run time get them laid over their own.
+// Thresholds that a user set: kept in the sensor service's table and, so that they survive a restart, in
+// one file that holds an image of it.  Records built at run time get them laid over their own.
 //
-// A table is 14 KB.  It lives on the stack of the one function that needs it: a shared one would race with a save.
+// A table is 14 KB.  It lives on the stack of the one function that needs it: a shared one would race with
+// a save.
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
@@ -117,6 +118,7 @@ bool StoreEntry(SensorThreshTable &tTable, const char *pcName, const uint8_t *pu
     memcpy(tEntry.acName, pcName, dwLen);
     tEntry.acName[dwLen] = '\0';
     memcpy(ThresholdsOf(tEntry), pucThresholds, kThresholdInfoSize);
+    tEntry.ucZero = 0;
     tEntry.wMask = wMask;
     return true;
 }
