@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// oxa-sensors thresholds: the command line of its three commands, and show.
+#include "workbench/command_thresholds.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "oxa/platform.h"
+#include "workbench/errors.h"
+#include "workbench/output.h"
+#include "workbench/table.h"
+#include "workbench/text.h"
+#include "workbench/threshold_commands.h"
+
+namespace workbench {
+namespace {
+
+constexpr const char *kShowFooter = "Exit status: 0 done; 2 no image, or a damaged one.";
+constexpr const char *kSetFooter =
+    "Values are raw bytes, or with --board in the sensor's units. Without --mask the entry's mask gains the\n"
+    "thresholds that are given; with --board it is the record's readable mask.\n"
+    "Exit status: 0 done; 2 wrong input (nothing is written).";
+constexpr const char *kPreflightFooter =
+    "Exit status: 0 every entry applies; 1 some are refused, orphaned or dropped; 2 wrong input, or a "
+    "board that has no set.";
+
+// ---- show ------------------------------------------------------------------------------------------
+
+// What keeps the overlay from using an entry, whatever the record; empty for nothing.
+std::string EntryNote(const ThresholdImage &image, size_t index) {
+    const StoredThresholds &entry = image.entries[index];
+    if (const auto first = image.Find(entry.name); *first != index)
+        return "never found: entry " + std::to_string(*first + 1) + " has the same name";
+    if (const std::string fault = OrderFault(entry.mask, entry.six); !fault.empty())
+        return "never applied: " + fault;
+    return "";
+}
+
+std::vector<Cell> EntryRow(const ThresholdImage &image, size_t index) {
+    const StoredThresholds &entry = image.entries[index];
+    std::vector<Cell> row = {
+        {std::to_string(index + 1), Style::kDim}, {entry.name, Style::kBold}, {MaskText(entry.mask)}};
+    for (const ThresholdPlace &place : kThresholdPlaces)
+        if (entry.Has(place))
+            row.push_back({std::to_string(entry.six[place.index])});
+        else
+            row.push_back({"-", Style::kDim});
+    row.push_back({HexBytes(entry.further)});
+    row.push_back({EntryNote(image, index), Style::kHot});
+    return row;
+}
+
+std::string RenderText(const std::string &file, const ThresholdImage &image) {
+    Table table({{"#", true},
+                 {"NAME"},
+                 {"MASK"},
+                 {"LNR", true},
+                 {"LC", true},
+                 {"LNC", true},
+                 {"UNC", true},
+                 {"UC", true},
+                 {"UNR", true},
+                 {"FURTHER"},
+                 {"NOTE"}});
+    for (size_t i = 0; i < image.entries.size(); ++i)
+        table.Add(EntryRow(image, i));
+    return file + ": saved under " + SavedUnder(image.custom_id) + ", " +
+           std::to_string(image.entries.size()) + " of " + std::to_string(SENSOR_MAX_COUNT) +
+           " entries, raw values\n" + (image.entries.empty() ? "" : "\n" + table.Render(ColourWanted()));
+}
+
+std::string RenderJson(const std::string &file, const ThresholdImage &image) {
+    Json out{{"file", file},
+             {"custom_id", image.custom_id},
+             {"saved_under", SavedUnder(image.custom_id)},
+             {"count", image.entries.size()},
+             {"entries", Json::array()}};
+    for (size_t i = 0; i < image.entries.size(); ++i) {
+        Json entry = StoredJson(image.entries[i]);
+        const std::string note = EntryNote(image, i);
+        entry["note"] = note.empty() ? Json(nullptr) : Json(note);
+        out["entries"].push_back(std::move(entry));
+    }
+    return Dump(out);
+}
+
+// ---- the command line ------------------------------------------------------------------------------
+
+void AddRecordOptions(CLI::App &command, RecordOptions &records, bool board_required) {
+    command.add_option("-b,--board", records.board, "Board description (TOML) whose records are looked at")
+        ->required(board_required)
+        ->type_name("FILE");
+    command
+        .add_option(
+            "-p,--profile", records.profile,
+            "Customer profile of the machine; default: the one that FILE was saved under, else default")
+        ->type_name("NAME");
+    command
+        .add_option(
+            "--description", records.descriptions,
+            "Besides the static set a sensor that is added at run time (TOML); several times for several")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    command.add_flag("--trace", records.trace,
+                     "Print everything that crossed the platform border to standard error");
+    command.add_flag("--log", records.log, "Print the library's log lines to standard error");
+}
+
+void AddShow(CLI::App &group) {
+    CLI::App *command = group.add_subcommand("show", "The entries of a file, decoded");
+    const auto options = std::make_shared<ThresholdsShowOptions>();
+    command->add_option("FILE", options->file, "Threshold image (14,344 bytes)")->required()->type_name("");
+    command->add_flag("--json", options->json, "JSON");
+    command->footer(kShowFooter);
+    command->callback([options] { ShowThresholds(*options); });
+}
+
+void AddSet(CLI::App &group) {
+    CLI::App *command =
+        group.add_subcommand("set", "Store a sensor's thresholds as the BMC would; makes a missing file");
+    const auto options = std::make_shared<ThresholdsSetOptions>();
+    command->add_option("FILE", options->file, "Threshold image to write")->required()->type_name("");
+    command->add_option("-s,--sensor", options->sensor, "Sensor name, 1 to 16 characters")
+        ->required()
+        ->type_name("NAME");
+    for (const ThresholdPlace &place : kThresholdPlaces)
+        command
+            ->add_option(std::string("--") + place.option, options->values[place.option],
+                         std::string(place.key) + " threshold")
+            ->type_name("N");
+    command->add_option("--mask", options->mask, "The entry's mask, 0x01 LNC to 0x20 UNR; not with --board")
+        ->type_name("N");
+    command
+        ->add_option("--further", options->further,
+                     "The two bytes that are stored and not applied; default: as they are, else 0 0")
+        ->type_name("N N")
+        ->expected(2);
+    command->add_flag("--raw", options->raw, "Values are raw bytes also with --board");
+    AddRecordOptions(*command, options->records, false);
+    command->add_flag("--json", options->json, "JSON");
+    command->footer(kSetFooter);
+    command->callback([options] { SetThresholds(*options); });
+}
+
+void AddPreflight(CLI::App &group) {
+    CLI::App *command = group.add_subcommand(
+        "preflight",
+        "Which entries apply to a board's records, which are refused and why, which are orphaned");
+    const auto options = std::make_shared<ThresholdsPreflightOptions>();
+    command->add_option("FILE", options->file, "Threshold image")->required()->type_name("");
+    AddRecordOptions(*command, options->records, true);
+    command->add_flag("--json", options->json, "JSON");
+    command->footer(kPreflightFooter);
+    command->callback([options] {
+        if (const int status = PreflightThresholds(*options); status != kOk)
+            throw CLI::RuntimeError(status);
+    });
+}
+
+} // namespace
+
+FileBytes ReadExistingThresholdFile(const std::string &path) {
+    auto bytes = ReadThresholdFile(path);
+    if (!bytes)
+        throw InputError(path + ": no such file; 'oxa-sensors thresholds set' makes one");
+    return *bytes;
+}
+
+void ShowThresholds(const ThresholdsShowOptions &options) {
+    const ThresholdImage image = ParseThresholdImage(options.file, ReadExistingThresholdFile(options.file));
+    PrintOut(options.json ? RenderJson(options.file, image) : RenderText(options.file, image));
+}
+
+void AddThresholdsCommand(CLI::App &app) {
+    CLI::App *group = app.add_subcommand("thresholds", "Show, set and try a file of user thresholds");
+    group->require_subcommand(1);
+    group->footer("Exit status: 0 done; 1 preflight: not every entry applies; 2 wrong input.");
+    AddShow(*group);
+    AddSet(*group);
+    AddPreflight(*group);
+}
+
+} // namespace workbench
