@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// Setting up the simulated platform for commands about run time: board and profile, files that stay, a
+// repository that stays.
+#ifndef OXA_WORKBENCH_RUNTIME_PLATFORM_H
+#define OXA_WORKBENCH_RUNTIME_PLATFORM_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "simulator/backend_bmc.h"
+#include "simulator/simulator.h"
+
+namespace workbench {
+
+// Id of a profile by name, those without driver too; InputError with the available ones.
+uint32_t ProfileId(const std::string &name);
+std::string ProfileName(uint32_t id); // "ferrisk", or "profile 99"
+
+// Board of a file, for the profile (empty: the board's own), without its files when they are there already.
+// InputError.
+sim::Board LoadBoardFor(const std::string &path, const std::string &profile);
+std::vector<sim::Fault> LoadFaultsOf(const std::string &path);
+
+struct RepositoryState {
+    std::vector<sim::RepositoryRecord> records;
+    uint16_t next_id = 1;
+};
+
+// Starts the platform; the repository holds what is given and goes on from there.
+void StartWith(sim::Board board, const std::vector<sim::Fault> &faults, const RepositoryState &repository);
+RepositoryState CurrentRepository();
+
+// The workbench's file under a root directory: records back to back with their ids, as export writes them; or an
+// empty one that says that the repository is a BMC's.
+std::string RepositoryPath(const std::string &root, bool at_bmc);
+RepositoryState LoadRepository(const std::string &path); // InputError
+void SaveRepository(const std::string &path, const RepositoryState &repository);
+
+// "127.0.0.1:9001" into host and port of `bmc`; InputError.
+void SetAddress(sim::Bmc &bmc, const std::string &address);
+
+} // namespace workbench
+#endif
