@@ -6,49 +6,17 @@
 #include "workbench/errors.h"
 #include "workbench/json.h"
 #include "workbench/output.h"
+#include "workbench/set_numbers.h"
 #include "workbench/text.h"
 
 namespace workbench {
 namespace {
-
-// A LUN has the sensor numbers 1 to 254 (255 is reserved); LUN 2 belongs to system messages.
-constexpr unsigned kNumbersPerLun = 254;
-constexpr uint8_t kLuns[] = {0, 1, 3};
-
-void SetRecordIds(StaticSet &set) {
-    for (Sensor &sensor : set.sensors) {
-        sensor.record[SDR_RECORD_ID] = static_cast<uint8_t>(sensor.ordinal);
-        sensor.record[SDR_RECORD_ID + 1] = static_cast<uint8_t>(sensor.ordinal >> 8);
-    }
-}
-
-void SetSensorNumbers(StaticSet &set) {
-    const size_t most = kNumbersPerLun * std::size(kLuns);
-    if (set.sensors.size() > most)
-        throw SetError(set.board + ": " + std::to_string(set.sensors.size()) +
-                       " sensors; --number has numbers for " + std::to_string(most));
-    for (Sensor &sensor : set.sensors) {
-        const unsigned index = sensor.ordinal - 1;
-        sensor.record[SDR_SENSOR_NUM] = static_cast<uint8_t>(index % kNumbersPerLun + 1);
-        sensor.record[SDR_OWNER_LUN] = kLuns[index / kNumbersPerLun];
-        sensor.entry[4] = sensor.record[SDR_SENSOR_NUM]; // the entry repeats both
-        sensor.entry[16] = sensor.record[SDR_OWNER_LUN];
-    }
-}
 
 std::vector<Decoded> DecodeAll(const StaticSet &set) {
     const Decoder decoder;
     std::vector<Decoded> out;
     for (const Sensor &sensor : set.sensors)
         out.push_back(decoder.Decode(sensor));
-    return out;
-}
-
-// Records back to back, each its header of 5 bytes and its body: what "ipmitool sdr dump" writes.
-std::string RawText(const StaticSet &set) {
-    std::string out;
-    for (const Sensor &sensor : set.sensors)
-        out.append(sensor.record.begin(), sensor.record.begin() + RecordSize(sensor.record));
     return out;
 }
 
@@ -131,7 +99,7 @@ void Export(const ExportOptions &options) {
     if (!options.keep_ids)
         SetRecordIds(set);
     if (options.number)
-        SetSensorNumbers(set);
+        SetSensorNumbers(set, "--number");
     const std::vector<Decoded> decoded = DecodeAll(set); // a record that nobody can read is not exported
     const std::string text = options.format == "raw"   ? RawText(set)
                              : options.format == "csv" ? CsvText(set, decoded)

@@ -7,9 +7,12 @@
 #include <cstdio>
 
 #include "workbench/cli_profiles.h"
+#include "workbench/command_thresholds.h"
 #include "workbench/commands.h"
 #include "workbench/errors.h"
+#include "workbench/runtime_commands.h"
 #include "workbench/sel_commands.h"
+#include "workbench/serve_commands.h"
 #include "workbench/text.h"
 
 namespace {
@@ -92,29 +95,47 @@ std::vector<std::string> KnownWords(const CLI::App &app) {
     return out;
 }
 
+std::vector<std::string> CommandNames(const CLI::App &app) {
+    std::vector<std::string> out;
+    for (const CLI::App *command : app.get_subcommands({}))
+        out.push_back(command->get_name());
+    return out;
+}
+
 std::string UnknownWord(const CLI::App &app, const std::string &word) {
     const auto nearest = NearestNames(word, KnownWords(app), 1);
-    const std::string kind = word.rfind('-', 0) == 0       ? "option"
-                             : app.get_parent() == nullptr ? "command"
-                                                           : "argument";
+    const std::string kind = word.rfind('-', 0) == 0     ? "option"
+                             : CommandNames(app).empty() ? "argument"
+                                                         : "command";
     return "unknown " + kind + " '" + word + "'" +
            (nearest.empty() ? "" : "; did you mean " + nearest[0] + "?");
 }
 
-// The command line parser's own words, except where they do not say which word is wrong.
+std::string CommandRequired(const CLI::App &app) {
+    std::vector<std::string> names = CommandNames(app);
+    const std::string last = names.back();
+    names.pop_back();
+    return "a command is required: " + Join(names, ", ") + " or " + last;
+}
+
+// The parser's own words, except where they do not say which word is wrong.  They are about the innermost command
+// that was named.
 int FailUsage(const CLI::App &app, const CLI::ParseError &error) {
-    const auto commands = app.get_subcommands();
-    const CLI::App &current = commands.empty() ? app : *commands.back();
+    const CLI::App *current = &app;
+    std::string path;
+    for (auto named = app.get_subcommands(); !named.empty(); named = current->get_subcommands()) {
+        current = named.back();
+        path += " " + current->get_name();
+    }
     const std::vector<std::string> extra = app.remaining(true);
     std::string text = error.what();
     if (!extra.empty())
-        text = UnknownWord(current, extra.front());
-    else if (commands.empty())
-        text = "a command is required: list, show, export, diff, check, event or decode-sel";
+        text = UnknownWord(*current, extra.front());
+    else if (!CommandNames(*current).empty())
+        text = CommandRequired(*current);
     for (char &c : text)
         c = c == '\n' ? ' ' : c;
-    std::fprintf(stderr, "oxa-sensors: %s (see oxa-sensors%s --help)\n", text.c_str(),
-                 commands.empty() ? "" : (" " + current.get_name()).c_str());
+    std::fprintf(stderr, "oxa-sensors: %s (see oxa-sensors%s --help)\n", text.c_str(), path.c_str());
     return kBadInput;
 }
 
@@ -137,11 +158,16 @@ int Run(int argc, char **argv) {
     AddCheck(app, check);
     AddEventCommand(app);
     AddDecodeSelCommand(app);
+    AddServeCommand(app);
+    AddRuntimeCommands(app);
+    AddThresholdsCommand(app);
     try {
         app.parse(argc, argv);
         return std::max(diff.exit_code, check.exit_code);
     } catch (const CLI::Success &help) { // --help, --version
         return app.exit(help);
+    } catch (const CLI::RuntimeError &end) { // a command with an exit status of its own
+        return end.get_exit_code();
     } catch (const CLI::ParseError &error) {
         return FailUsage(app, error);
     }
