@@ -15,6 +15,7 @@ import unittest
 SENSORS = os.environ["OXA_SENSORS"]
 SOURCE = os.environ["OXA_SOURCE"]
 TOOLS = ("ipmi_sim", "ipmitool", "ipmi-sel")
+PLUGIN = os.path.join(os.path.dirname(SENSORS), "oxa_ipmi_sim_plugin.so")
 
 # A machine whose sensor directory knows the sensors that the events are about.
 BOARD = """
@@ -198,5 +199,8 @@ if __name__ == "__main__":
     missing = [tool for tool in TOOLS if shutil.which(tool) is None]
     if missing:
         print("skipped: not installed: " + ", ".join(missing) + " (packages openipmi, ipmitool, freeipmi-tools)")
+        sys.exit(77)
+    if not os.path.exists(PLUGIN):
+        print("skipped: built without the package libopenipmi-dev: no " + os.path.basename(PLUGIN))
         sys.exit(77)
     unittest.main()
