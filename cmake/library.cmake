@@ -18,8 +18,8 @@ target_link_libraries(oxa_objects PUBLIC oxa_headers)
 target_compile_options(oxa_objects PRIVATE
   -Wall -Wextra -Wconversion -Werror
   $<$<CONFIG:Release>:-Os>
-  -fPIC -fvisibility=hidden -fno-exceptions -fno-rtti -fno-threadsafe-statics
-  -ffunction-sections -fdata-sections)
+  -fPIC -fno-ident -fvisibility=hidden -fno-exceptions -fno-rtti -fno-threadsafe-statics
+  -fdata-sections) # and not -ffunction-sections: within one section a jump to a neighbour is two bytes long
 if(NOT OXA_SANITIZE)
   target_compile_options(oxa_objects PRIVATE -fno-unwind-tables -fno-asynchronous-unwind-tables)
 endif()
@@ -44,3 +44,29 @@ if(NOT OXA_SANITIZE)
     -Wl,--gc-sections,-z,relro,-z,now,-z,noexecstack,-Bsymbolic-functions,--hash-style=gnu,--no-undefined-version)
 endif()
 set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
+
+# What is read-only once the library is relocated has to end at a page.  The linker has it end there in the file
+# as well and fills the file up in front of it, by up to a page.  Its own script with two lines changed lets the
+# data follow the code and fills the page up in memory only.
+function(oxa_close_gap_before_data target)
+  execute_process(COMMAND ${CMAKE_C_COMPILER} -shared -nostdlib -Wl,-z,relro,-z,now,--verbose
+    OUTPUT_VARIABLE script ERROR_QUIET)
+  string(REGEX REPLACE ".*=====\n(.*)\n=====.*" "\\1" script "${script}")
+  set(start ". = DATA_SEGMENT_ALIGN (CONSTANT (MAXPAGESIZE), CONSTANT (COMMONPAGESIZE));")
+  set(end ". = DATA_SEGMENT_RELRO_END (0, .);")
+  string(REPLACE "${start}" ". = ALIGN (CONSTANT (MAXPAGESIZE)) + (. & (CONSTANT (MAXPAGESIZE) - 1));
+  . = DATA_SEGMENT_ALIGN (4, 4);" changed "${script}")
+  string(REPLACE "${end}" ".relro_padding (TYPE = SHT_NOBITS) : { . = ALIGN (CONSTANT (COMMONPAGESIZE)); }
+  ${end}" changed "${changed}")
+  if(NOT changed MATCHES "relro_padding" OR NOT changed MATCHES "DATA_SEGMENT_ALIGN \\(4, 4\\)")
+    message(STATUS "The linker's script is not the one that is known; the shared object keeps its gap")
+    return()
+  endif()
+  set(path ${CMAKE_CURRENT_BINARY_DIR}/library.ld)
+  file(CONFIGURE OUTPUT ${path} CONTENT "${changed}" @ONLY)
+  target_link_options(${target} PRIVATE -Wl,-T,${path})
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${path})
+endfunction()
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL "arm" AND NOT OXA_SANITIZE)
+  oxa_close_gap_before_data(oxaspecificsensorinfo)
+endif()
