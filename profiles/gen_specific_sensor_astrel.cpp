@@ -71,7 +71,7 @@ constexpr DiskNames kDiskNames = {.acStatus = "Disk%d_Status",
                                   .bSystemInstance = true,
                                   .acNullText = "%s failed! pucSDRRec == NULL."};
 
-OXA_GENERATOR_ENTRY(kProfile.tHead)
+OXA_GENERATOR_ENTRY(kProfile)
 
 } // namespace
 
@@ -112,11 +112,10 @@ OXA_INDEXED_GENERATOR(Astrel_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Astrel_GenSwitchBoardInOROutletTempSDR)
 
 int32_t Astrel_ModifyDiskSensorName(uint8_t *pucSDRRec, uint8_t ucSlotOffset) {
-    return oxa::RenameDisk(kProfile.tHead.tName, kDiskNames, pucSDRRec, ucSlotOffset);
+    return oxa::RenameDisk(kProfile.tBase.tHead.tName, kDiskNames, pucSDRRec, ucSlotOffset);
 }
 
 void OXA_AddAstrelStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
-    tPass.tTables = {atGenAstrelStaticSDRTab, ucAstrelStaticSDRCnt};
-    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::RunStaticPass(pucSDRRec, ptDEVTab, pucSensorCnt, kProfile.tBase,
+                       {atGenAstrelStaticSDRTab, ucAstrelStaticSDRCnt});
 }

@@ -109,7 +109,7 @@ constexpr auto kRows = ProfileRows(
 
 constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
 
-OXA_GENERATOR_ENTRY(kProfile.tHead)
+OXA_GENERATOR_ENTRY(kProfile)
 
 } // namespace
 
@@ -175,8 +175,7 @@ OXA_INDEXED_GENERATOR(Default_GenCDUFanSpeedSDR)
 OXA_INDEXED_GENERATOR(Default_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddDefaultStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
-    tPass.tTables = {atGenDefaultStaticSDRTab, ucDefaultStaticSDRCnt, atGenDefaultCDUSDRTab,
-                     ucDefaultCDUSDRCnt};
-    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::RunStaticPass(
+        pucSDRRec, ptDEVTab, pucSensorCnt, kProfile.tBase,
+        {atGenDefaultStaticSDRTab, ucDefaultStaticSDRCnt, atGenDefaultCDUSDRTab, ucDefaultCDUSDRCnt});
 }

@@ -63,7 +63,7 @@ constexpr auto kRows = ProfileRows(
 
 constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
 
-OXA_GENERATOR_ENTRY(kProfile.tHead)
+OXA_GENERATOR_ENTRY(kProfile)
 
 } // namespace
 
@@ -100,7 +100,6 @@ OXA_INDEXED_GENERATOR(Durnow_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Durnow_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddDurnowStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
-    tPass.tTables = {atGenDurnowStaticSDRTab, ucDurnowStaticSDRCnt};
-    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::RunStaticPass(pucSDRRec, ptDEVTab, pucSensorCnt, kProfile.tBase,
+                       {atGenDurnowStaticSDRTab, ucDurnowStaticSDRCnt});
 }

@@ -69,7 +69,7 @@ constexpr auto kRows = ProfileRows(
 
 constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
 
-OXA_GENERATOR_ENTRY(kProfile.tHead)
+OXA_GENERATOR_ENTRY(kProfile)
 
 } // namespace
 
@@ -114,7 +114,6 @@ OXA_INDEXED_GENERATOR(Ferrisk_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Ferrisk_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddFerriskStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
-    tPass.tTables = {atGenFerriskStaticSDRTab, ucFerriskStaticSDRCnt};
-    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::RunStaticPass(pucSDRRec, ptDEVTab, pucSensorCnt, kProfile.tBase,
+                       {atGenFerriskStaticSDRTab, ucFerriskStaticSDRCnt});
 }

@@ -128,7 +128,7 @@ constexpr auto kRows = ProfileRows(
 
 constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
 
-OXA_GENERATOR_ENTRY(kProfile.tHead)
+OXA_GENERATOR_ENTRY(kProfile)
 
 } // namespace
 
@@ -212,8 +212,7 @@ OXA_INDEXED_GENERATOR(Kestrin_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Kestrin_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddKestrinStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
-    tPass.tTables = {atGenKestrinStaticSDRTab, ucKestrinStaticSDRCnt,       atKestrinCDUSDRTab,
-                     ucKestrinCDUSDRCnt,       atGenKestrinRMCStaticSDRTab, ucKestrinRMCStaticSDRCnt};
-    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::RunStaticPass(pucSDRRec, ptDEVTab, pucSensorCnt, kProfile.tBase,
+                       {atGenKestrinStaticSDRTab, ucKestrinStaticSDRCnt, atKestrinCDUSDRTab,
+                        ucKestrinCDUSDRCnt, atGenKestrinRMCStaticSDRTab, ucKestrinRMCStaticSDRCnt});
 }

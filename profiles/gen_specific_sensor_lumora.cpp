@@ -72,7 +72,7 @@ constexpr auto kRows = ProfileRows(
 
 constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
 
-OXA_GENERATOR_ENTRY(kProfile.tHead)
+OXA_GENERATOR_ENTRY(kProfile)
 
 } // namespace
 
@@ -119,7 +119,6 @@ OXA_INDEXED_GENERATOR(Lumora_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Lumora_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddLumoraStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
-    tPass.tTables = {atGenLumoraStaticSDRTab, ucLumoraStaticSDRCnt};
-    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::RunStaticPass(pucSDRRec, ptDEVTab, pucSensorCnt, kProfile.tBase,
+                       {atGenLumoraStaticSDRTab, ucLumoraStaticSDRCnt});
 }

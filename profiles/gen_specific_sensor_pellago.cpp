@@ -74,7 +74,7 @@ constexpr DiskNames kDiskNames = {.acStatus = "Disk%d_Status",
                                   .bSystemInstance = false,
                                   .acNullText = "%s failed! The input parameter pucSDRRec is null."};
 
-OXA_GENERATOR_ENTRY(kProfile.tHead)
+OXA_GENERATOR_ENTRY(kProfile)
 
 } // namespace
 
@@ -116,11 +116,10 @@ OXA_INDEXED_GENERATOR(Pellago_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Pellago_GenSwitchBoardInOROutletTempSDR)
 
 int32_t Pellago_ModifyDiskSensorName(uint8_t *pucSDRRec, uint8_t ucSlotOffset) {
-    return oxa::RenameDisk(kProfile.tHead.tName, kDiskNames, pucSDRRec, ucSlotOffset);
+    return oxa::RenameDisk(kProfile.tBase.tHead.tName, kDiskNames, pucSDRRec, ucSlotOffset);
 }
 
 void OXA_AddPellagoStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
-    tPass.tTables = {atGenPellagoStaticSDRTab, ucPellagoStaticSDRCnt};
-    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::RunStaticPass(pucSDRRec, ptDEVTab, pucSensorCnt, kProfile.tBase,
+                       {atGenPellagoStaticSDRTab, ucPellagoStaticSDRCnt});
 }

@@ -88,7 +88,7 @@ constexpr DiskNames kDiskNames = {.acStatus = "HDD%d_Status",
                                   .bSystemInstance = true,
                                   .acNullText = "%s failed! pucSDRRec == NULL."};
 
-OXA_GENERATOR_ENTRY(kProfile.tHead)
+OXA_GENERATOR_ENTRY(kProfile)
 
 } // namespace
 
@@ -138,11 +138,10 @@ OXA_INDEXED_GENERATOR(Quorral_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Quorral_GenSwitchBoardInOROutletTempSDR)
 
 int32_t Quorral_ModifyDiskSensorName(uint8_t *pucSDRRec, uint8_t ucSlotOffset) {
-    return oxa::RenameDisk(kProfile.tHead.tName, kDiskNames, pucSDRRec, ucSlotOffset);
+    return oxa::RenameDisk(kProfile.tBase.tHead.tName, kDiskNames, pucSDRRec, ucSlotOffset);
 }
 
 void OXA_AddQuorralStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
-    tPass.tTables = {atGenQuorralStaticSDRTab, ucQuorralStaticSDRCnt};
-    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::RunStaticPass(pucSDRRec, ptDEVTab, pucSensorCnt, kProfile.tBase,
+                       {atGenQuorralStaticSDRTab, ucQuorralStaticSDRCnt});
 }

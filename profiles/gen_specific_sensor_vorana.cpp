@@ -74,7 +74,7 @@ constexpr auto kRows = ProfileRows(
 
 constexpr auto kProfile = MakeProfile<OwnSize(kRows)>(kHead, kRows);
 
-OXA_GENERATOR_ENTRY(kProfile.tHead)
+OXA_GENERATOR_ENTRY(kProfile)
 
 } // namespace
 
@@ -126,7 +126,6 @@ OXA_INDEXED_GENERATOR(Vorana_GenSwitchBoardTempSDR)
 OXA_INDEXED_GENERATOR(Vorana_GenSwitchBoardInOROutletTempSDR)
 
 void OXA_AddVoranaStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {
-    oxa::StaticPass tPass(kProfile.tHead, kProfile.tGroups, kProfile.tRows.auc);
-    tPass.tTables = {atGenVoranaStaticSDRTab, ucVoranaStaticSDRCnt};
-    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
+    oxa::RunStaticPass(pucSDRRec, ptDEVTab, pucSensorCnt, kProfile.tBase,
+                       {atGenVoranaStaticSDRTab, ucVoranaStaticSDRCnt});
 }

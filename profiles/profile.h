@@ -57,12 +57,27 @@ struct GroupIndex {
 };
 inline constexpr uint16_t kInShared = 0x8000;
 
-// Rows end with a row of length 0 in no group.
-template <size_t N> struct Profile {
+// The rows that a profile has to itself stand behind it and end with a row of length 0 in no group.
+struct ProfileBase {
     ProfileHead tHead;
     GroupIndex tGroups;
+};
+template <size_t N> struct Profile {
+    ProfileBase tBase;
     Rows<N> tRows;
 };
+static_assert(offsetof(Profile<1>, tRows) == sizeof(ProfileBase));
+
+inline RowView RowAt(const ProfileBase &t, uint32_t dwPlace) {
+    const uint8_t *pucOwn = reinterpret_cast<const uint8_t *>(&t) + sizeof(ProfileBase);
+    return {(dwPlace & kInShared) != 0 ? kSharedRowData.auc + (dwPlace & ~uint32_t{kInShared})
+                                       : pucOwn + dwPlace};
+}
+
+// One record of the row at that place: alone, or for an index that stands in the low byte before the place.
+uint8_t BuildAlone(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint32_t dwPlace, const ProfileBase &tProfile);
+uint8_t BuildIndexed(uint32_t dwIndexAndPlace, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab,
+                     const ProfileBase &tProfile);
 
 // ---- checks and look-ups by the compiler ------------------------------------------------------------------
 
@@ -155,51 +170,59 @@ template <size_t N> constexpr bool IsShared(const Rows<N> &t, size_t nRow) {
                                                  : IsSharedGroup(t, FirstOfGroup(t, nRow));
 }
 
-// Bytes of the rows that a profile has to itself.
+// Bytes of the rows that a profile has to itself, as they are stored.
 template <size_t N> constexpr size_t OwnSize(const Rows<N> &t) {
-    size_t nOwn = sizeof(kEndOfRows.auc);
+    size_t nOwn = kStoredEndSize;
     for (size_t nRow = 0; t.auc[nRow] != 0; nRow += t.auc[nRow])
-        nOwn += IsShared(t, nRow) ? 0u : t.auc[nRow];
+        nOwn += IsShared(t, nRow) ? 0u : StoredSize(t.auc + nRow);
     return nOwn;
 }
 
-template <size_t N> constexpr size_t OffsetOfGroup(const Rows<N> &t, size_t nGroup) {
-    size_t nRow = 0;
-    while (t.auc[nRow] != 0 && t.auc[nRow + kRowGroup] != nGroup)
-        nRow += t.auc[nRow];
-    return nRow;
+// Where a profile's row is stored.  The rows of a list and the stored ones are walked side by side.
+template <size_t N> constexpr uint16_t PlaceOfShared(const Rows<N> &t, size_t nRow) {
+    size_t nStored = 0;
+    for (size_t n = 0; kSharedRows.auc[n] != 0; n += kSharedRows.auc[n]) {
+        if (SameRow(t, nRow, kSharedRows, n))
+            return static_cast<uint16_t>(nStored | kInShared);
+        nStored += kSharedRowsStored.auc[nStored];
+    }
+    no_row_of_that_generator();
+    return 0;
 }
-
-// How many rows a profile lists of each group.
-template <size_t N> constexpr GroupIndex CountGroups(const Rows<N> &t) {
-    GroupIndex tCounts = {};
-    for (size_t nRow = 0; t.auc[nRow] != 0; nRow += t.auc[nRow])
-        ++tCounts.aw[t.auc[nRow + kRowGroup]];
-    return tCounts;
+template <size_t N, size_t O> constexpr uint16_t PlaceOf(const Rows<N> &t, const Rows<O> &tOwn, size_t nRow) {
+    if (IsShared(t, nRow))
+        return PlaceOfShared(t, nRow);
+    size_t nStored = 0;
+    for (size_t n = 0; n < nRow; n += t.auc[n])
+        nStored += IsShared(t, n) ? 0u : tOwn.auc[nStored];
+    return static_cast<uint16_t>(nStored);
 }
 
 // A group that a profile does not have leads to the end of its rows.
-template <size_t N> constexpr GroupIndex IndexGroups(const Rows<N> &tOwn, const GroupIndex &tListed) {
-    GroupIndex t = {};
-    for (size_t nGroup = 0; nGroup < static_cast<size_t>(Group::kCount); ++nGroup) {
-        const size_t nOwn = OffsetOfGroup(tOwn, nGroup);
-        const bool bShared = tOwn.auc[nOwn] == 0 && tListed.aw[nGroup] != 0;
-        t.aw[nGroup] = static_cast<uint16_t>(bShared ? OffsetOfGroup(kSharedRows, nGroup) | kInShared : nOwn);
-    }
-    return t;
+template <size_t N, size_t O> constexpr GroupIndex IndexGroups(const Rows<N> &t, const Rows<O> &tOwn) {
+    GroupIndex tIndex = {};
+    for (uint16_t &w : tIndex.aw)
+        w = static_cast<uint16_t>(O - kStoredEndSize);
+    uint8_t ucLast = 0;
+    for (size_t nRow = 0; t.auc[nRow] != 0; nRow += t.auc[nRow])
+        if (t.auc[nRow + kRowGroup] != ucLast) {
+            ucLast = t.auc[nRow + kRowGroup];
+            tIndex.aw[ucLast] = PlaceOf(t, tOwn, nRow);
+        }
+    return tIndex;
 }
 
 template <size_t O, size_t N> constexpr Profile<O> MakeProfile(const ProfileHead &tHead, const Rows<N> &t) {
-    Profile<O> tProfile = {tHead, {}, {}};
-    size_t nTo = 0;
+    Profile<O> tProfile = {{tHead, {}}, {}};
+    uint8_t *pucTo = tProfile.tRows.auc;
     for (size_t nRow = 0; t.auc[nRow] != 0; nRow += t.auc[nRow])
-        for (size_t n = 0; !IsShared(t, nRow) && n < t.auc[nRow]; ++n)
-            tProfile.tRows.auc[nTo++] = t.auc[nRow + n];
-    tProfile.tGroups = IndexGroups(tProfile.tRows, CountGroups(t));
+        if (!IsShared(t, nRow))
+            pucTo = StoreRow(pucTo, t.auc + nRow);
+    tProfile.tBase.tGroups = IndexGroups(t, tProfile.tRows);
     return tProfile;
 }
 
-// Where the row of an exported generator stands, by the function's name "<Profile>_<generator>".
+// Where the row of an exported generator is listed, by the function's name "<Profile>_<generator>".
 inline constexpr size_t kNowhere = ~size_t{0};
 template <size_t N> constexpr size_t FindGenerator(const Rows<N> &t, const char *pcGenerator) {
     for (size_t nRow = 0; t.auc[nRow] != 0; nRow += t.auc[nRow])
@@ -217,54 +240,43 @@ constexpr const char *AfterProfile(const ProfileName &tProfile, const char *pcFu
     return pcFunction;
 }
 
-// The row that will be built is word by word the one that the profile lists.
+// Where the row of an exported generator is stored.
 template <size_t N, size_t O>
-constexpr bool BuildsListedRow(const Rows<N> &tAll, const Profile<O> &tProfile, const char *pcFunction) {
-    const char *pcGenerator = AfterProfile(tProfile.tHead.tName, pcFunction);
-    const size_t nListed = FindGenerator(tAll, pcGenerator);
+constexpr uint16_t PlaceOfGenerator(const Rows<N> &tAll, const Profile<O> &tProfile, const char *pcFunction) {
+    const size_t nListed = FindGenerator(tAll, AfterProfile(tProfile.tBase.tHead.tName, pcFunction));
     if (nListed == kNowhere)
         no_row_of_that_generator();
-    const size_t nOwn = FindGenerator(tProfile.tRows, pcGenerator);
-    return nOwn != kNowhere ? SameRow(tAll, nListed, tProfile.tRows, nOwn)
-                            : SameRow(tAll, nListed, kSharedRows, FindGenerator(kSharedRows, pcGenerator));
+    return PlaceOf(tAll, tProfile.tRows, nListed);
 }
 
 } // namespace oxa
 
 // Exported generators.  A profile's file names its constants kHead, kRows and kProfile, and says for each
 // function of its contract that it builds the row of the same name: alone, or one record per index.
-#define OXA_GENERATOR_ENTRY(head)                                                                            \
-    [[gnu::noinline]] uint8_t BuildOne(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, const uint8_t *pucRow) {   \
-        return oxa::BuildSensor(head.tName, oxa::kSensorKinds.at[pucRow[oxa::kRowKind]], {pucRow},           \
-                                oxa::At(), pucSDRRec, ptDEVTab);                                             \
+#define OXA_GENERATOR_ENTRY(profile)                                                                         \
+    [[gnu::noinline]] uint8_t BuildOne(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint32_t dwPlace) {        \
+        return oxa::BuildAlone(pucSDRRec, ptDEVTab, dwPlace, profile.tBase);                                 \
     }                                                                                                        \
     [[gnu::noinline]] uint8_t BuildOneOf(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab,         \
-                                         const uint8_t *pucRow) {                                            \
-        return oxa::BuildSensor(head.tName, oxa::kSensorKinds.at[pucRow[oxa::kRowKind]], {pucRow},           \
-                                oxa::At(ucIndex), pucSDRRec, ptDEVTab);                                      \
+                                         uint32_t dwPlace) {                                                 \
+        return oxa::BuildIndexed(ucIndex | dwPlace << 8, pucSDRRec, ptDEVTab, profile.tBase);                \
     }
-// The row is looked up by the compiler: its own or a shared one, and where.
-#define OXA_ROW_OF(function)                                                                                 \
-    static_assert(oxa::BuildsListedRow(kRows, kProfile, #function));                                         \
-    constexpr size_t nOwn = oxa::FindGenerator(kProfile.tRows, oxa::AfterProfile(kHead.tName, #function));   \
-    constexpr size_t nShared =                                                                               \
-        oxa::FindGenerator(oxa::kSharedRows, oxa::AfterProfile(kHead.tName, #function));                     \
-    const uint8_t *pucRow =                                                                                  \
-        nOwn != oxa::kNowhere ? kProfile.tRows.auc + nOwn : oxa::kSharedRowData.auc + nShared;
+// The row is looked up by the compiler.
+#define OXA_PLACE_OF(function) constexpr uint16_t wPlace = oxa::PlaceOfGenerator(kRows, kProfile, #function)
 #define OXA_STATIC_GENERATOR(function)                                                                       \
     uint8_t function(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab) {                                            \
-        OXA_ROW_OF(function)                                                                                 \
-        return BuildOne(pucSDRRec, ptDEVTab, pucRow);                                                        \
+        OXA_PLACE_OF(function);                                                                              \
+        return BuildOne(pucSDRRec, ptDEVTab, wPlace);                                                        \
     }
 #define OXA_INDEXED_GENERATOR(function)                                                                      \
     uint8_t function(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab) {                           \
-        OXA_ROW_OF(function)                                                                                 \
-        return BuildOneOf(ucIndex, pucSDRRec, ptDEVTab, pucRow);                                             \
+        OXA_PLACE_OF(function);                                                                              \
+        return BuildOneOf(ucIndex, pucSDRRec, ptDEVTab, wPlace);                                             \
     }
 #define OXA_INDEX_LAST_GENERATOR(function)                                                                   \
     uint8_t function(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint8_t ucIndex) {                           \
-        OXA_ROW_OF(function)                                                                                 \
-        return BuildOneOf(ucIndex, pucSDRRec, ptDEVTab, pucRow);                                             \
+        OXA_PLACE_OF(function);                                                                              \
+        return BuildOneOf(ucIndex, pucSDRRec, ptDEVTab, wPlace);                                             \
     }
 
 #endif

@@ -7,10 +7,16 @@
 
 namespace oxa {
 
-// Compile-time fault: a kind of the list has no definition.
+// Compile-time faults.
 void sensor_kind_without_definition();
+void more_heads_than_a_kind_can_name();
+void flag_of_a_device_or_a_sensor_that_is_not_stored();
 
 namespace {
+
+struct ListedKinds {
+    SensorKind at[kKindCount];
+};
 
 // IPMI entity ids.
 enum Entity : uint8_t {
@@ -41,7 +47,6 @@ enum Entity : uint8_t {
     kEntityCdu = 0xE4
 };
 
-constexpr uint8_t kScanned = 0x80;
 constexpr uint8_t kDiskMark = 0x25;
 constexpr uint8_t k54VMark = 0x28;
 constexpr uint8_t kRelativeBase = kInstanceBase | kInstanceRelative;
@@ -76,7 +81,7 @@ constexpr SensorKind System(uint8_t ucItem, uint8_t ucEntityId, uint8_t ucType, 
 
 // ---- the sensors ------------------------------------------------------------------------------------------
 
-constexpr void Air(KindTable &t) {
+constexpr void Air(ListedKinds &t) {
     t.at[kInletTemp] = Full({.ucEntityId = kEntityAirInlet,
                              .tReading = kCelsius,
                              .tLimits = {.ucUNR = 52, .ucUC = 50, .ucUNC = 45}},
@@ -99,7 +104,7 @@ constexpr void Air(KindTable &t) {
               .eKnown = Known::kInfo});
 }
 
-constexpr void BoardTemps(KindTable &t) {
+constexpr void BoardTemps(ListedKinds &t) {
     t.at[kPchTemp] =
         Full({.ucEntityId = kEntitySystemBoard, .tReading = kCelsius},
              {.tDevice = {0x43}, .eGate = Gate::kPch, .ucGateId = SENSOR_PCH_TEMP, .eKnown = Known::kInfo});
@@ -116,7 +121,7 @@ constexpr void BoardTemps(KindTable &t) {
               .eKnown = Known::kInfo});
 }
 
-constexpr void Rails(KindTable &t) {
+constexpr void Rails(ListedKinds &t) {
     constexpr FullFields tRail = {.ucEntityId = kEntitySystemBoard,
                                   .tReading = Volts(100, -3),
                                   .tLimits = {.ucUC = 144, .ucUNC = 132, .ucLC = 96, .ucLNC = 108}};
@@ -126,7 +131,7 @@ constexpr void Rails(KindTable &t) {
     t.at[kRail12VStandby] = Full(tRail, {.tDevice = {0x44, 2, kScanned}, .eKnown = Known::kInfo});
 }
 
-constexpr void Powers(KindTable &t) {
+constexpr void Powers(ListedKinds &t) {
     t.at[kBoardPower] =
         Full({.ucEntityId = kEntitySystemBoard, .tReading = Watts(17)},
              {.tDevice = {0x9E, 0, kScanned}, .eGate = Gate::kBoardPower, .eKnown = Known::kInfo});
@@ -141,7 +146,7 @@ constexpr void Powers(KindTable &t) {
                            {.tDevice = {0xD9, 5}, .eGate = Gate::kFanAccuracy, .eKnown = Known::kInfo});
 }
 
-constexpr void CpuTemps(KindTable &t) {
+constexpr void CpuTemps(ListedKinds &t) {
     constexpr FullFields tTemp = {.ucEntityId = kEntityProcessor, .tReading = kCelsius};
     t.at[kCpuTemp] = Full(tTemp, {.tDevice = {0x49, 1},
                                   .ePlace = Place::kCpu,
@@ -161,7 +166,7 @@ constexpr void CpuTemps(KindTable &t) {
                                     .ucFlags = kSilkReread | kRefusalWarns});
 }
 
-constexpr void CpuVolts(KindTable &t) {
+constexpr void CpuVolts(ListedKinds &t) {
     t.at[kCpuCoreVolts] = Full({.ucEntityId = kEntityProcessor,
                                 .tReading = Volts(100, -4),
                                 .tLimits = {0xF0, 0xEB, 0xE6, 0x78, 0x7D, 0x82}},
@@ -181,13 +186,13 @@ constexpr void CpuVolts(KindTable &t) {
                                                                              .ePlace = Place::kCpuClientOnly,
                                                                              .eClient = Client::kCpuRegulator,
                                                                              .ucFlags = kSilkReread});
-    Traits &tFirst = t.at[kCpu0Domain0Volts].tTraits;
+    Behaviour &tFirst = t.at[kCpu0Domain0Volts].tDoes;
     tFirst.eBoardLine = BoardLine::kOwn;
     tFirst.eNaming = Naming::kSmallBoard;
     tFirst.ucFlags = kSilkReread | kRelativeOnSmallBoard;
 }
 
-constexpr void CpuDiscrete(KindTable &t) {
+constexpr void CpuDiscrete(ListedKinds &t) {
     constexpr Behaviour tStatus = {.tDevice = {0x4D, 1},
                                    .ePlace = Place::kCpu,
                                    .eBoardLine = BoardLine::kOwn,
@@ -202,7 +207,7 @@ constexpr void CpuDiscrete(KindTable &t) {
     t.at[kCpuProchot] = Discrete(kEntityProcessor, 0x07, 0x6F, 0x0400, tProchot); // automatically throttled
 }
 
-constexpr void Memory(KindTable &t) {
+constexpr void Memory(ListedKinds &t) {
     t.at[kDimmTemp] = Full(
         {.ucEntityId = kEntityMemoryDevice, .tReading = kCelsius},
         {.tDevice = {0x4E, 1}, .eGate = Gate::kDimmName, .ePlace = Place::kAdd, .eNaming = Naming::kText});
@@ -221,7 +226,7 @@ constexpr void Memory(KindTable &t) {
                                 {.tDevice = {0x4E, 2}, .ePlace = Place::kAdd});
 }
 
-constexpr void PsuReadings(KindTable &t) {
+constexpr void PsuReadings(ListedKinds &t) {
     Behaviour tDoes = {.tDevice = {0x4F, 1, kScanned},
                        .eGate = Gate::kKindWanted,
                        .ucGateId = SENSOR_KIND_INPUT_VOLTS,
@@ -243,7 +248,7 @@ constexpr void PsuReadings(KindTable &t) {
              {.tDevice = {0x52, 0, kScanned}, .ePlace = Place::kAddOrKeep, .eKnown = Known::kInfo});
 }
 
-constexpr void PsuOwn(KindTable &t) {
+constexpr void PsuOwn(ListedKinds &t) {
     t.at[kPsuPower] =
         Full({.ucEntityId = kEntityPowerSupply, .tReading = Watts(14)},
              {.tDevice = {0x50, 3, kScanned}, .ePlace = Place::kAddOrKeep, .eKnown = Known::kInfo});
@@ -268,7 +273,7 @@ constexpr void PsuOwn(KindTable &t) {
                 {.tDevice = {0x53, 3, kScanned}, .ePlace = Place::kAdd, .eKnown = Known::kInfo});
 }
 
-constexpr void PsuDiscrete(KindTable &t) {
+constexpr void PsuDiscrete(ListedKinds &t) {
     t.at[kPsuStatus] = Discrete(kEntityPowerSupply, 0x08, 0x6F, 0x004F,
                                 {.tDevice = {0x53, 1, kScanned},
                                  .eGate = Gate::kPsuStatus,
@@ -281,7 +286,7 @@ constexpr void PsuDiscrete(KindTable &t) {
                                      .eNaming = Naming::kSecondGroup});
 }
 
-constexpr void Fans(KindTable &t) {
+constexpr void Fans(ListedKinds &t) {
     t.at[kFanStatus] = Compact({.ucEntityId = kEntityFan,
                                 .ucSensorType = 0x04,
                                 .ucEventType = 0x08, // device present
@@ -290,7 +295,7 @@ constexpr void Fans(KindTable &t) {
                                 .wReading = 0x0003},
                                {.tDevice = {0x54, 1, kScanned}, .ePlace = Place::kAdd});
     t.at[kFanStatusHex] = t.at[kFanStatus];
-    t.at[kFanStatusHex].tTraits.eNaming = Naming::kLongNumber;
+    t.at[kFanStatusHex].tDoes.eNaming = Naming::kLongNumber;
     t.at[kFanRedundancy] =
         Discrete(kEntityCoolingUnit, 0x04, 0x0B, 0x0003,
                  {.tDevice = {0x54, 2, kScanned}, .eGate = Gate::kLiquidNot2, .eKnown = Known::kInfo});
@@ -304,7 +309,7 @@ constexpr void Fans(KindTable &t) {
                 {.tDevice = {0x5E, 0, kScanned}, .eGate = Gate::kLiquidIs1, .eKnown = Known::kInfo});
 }
 
-constexpr void Disks(KindTable &t) {
+constexpr void Disks(ListedKinds &t) {
     t.at[kDiskStatus] =
         Compact({.ucEntityId = kEntityDisk,
                  .ucEntityInstance = 0,
@@ -325,7 +330,7 @@ constexpr void Disks(KindTable &t) {
                                 {.tDevice = {0x56, 1}, .ePlace = Place::kAdd});
 }
 
-constexpr void Cards(KindTable &t) {
+constexpr void Cards(ListedKinds &t) {
     t.at[kOcpTemp] = Full({.ucEntityId = kEntityOcp, .tReading = kCelsius},
                           {.tDevice = {0xCD, 0, kScanned}, .ePlace = Place::kAdd});
     t.at[kOcpError] = Compact({.ucEntityId = kEntityOcp,
@@ -343,7 +348,7 @@ constexpr void Cards(KindTable &t) {
                                  {.tDevice = {0x57}, .ePlace = Place::kAdd, .eKnown = Known::kInfo});
 }
 
-constexpr void CardsOwn(KindTable &t) {
+constexpr void CardsOwn(ListedKinds &t) {
     t.at[kMotherBoard] = Compact({.ucEntityId = kEntitySystemBoard,
                                   .ucInit = 0x63,
                                   .ucSensorType = 0x15,
@@ -358,7 +363,7 @@ constexpr void CardsOwn(KindTable &t) {
                               {.tDevice = {0x56, 2}, .eKnown = Known::kInfo});
 }
 
-constexpr void SwitchBoard(KindTable &t) {
+constexpr void SwitchBoard(ListedKinds &t) {
     t.at[kSwitchVolts] =
         Full({.ucEntityId = kEntitySwitchBoard, .tReading = Volts(200, -3)},
              {.tDevice = {0x45}, .ePlace = Place::kAdd, .eClient = Client::kSwitch, .eKnown = Known::kInfo});
@@ -377,7 +382,7 @@ constexpr void SwitchBoard(KindTable &t) {
                                                                         .ucFlags = kIndexInItem});
 }
 
-constexpr void SwitchChips(KindTable &t) {
+constexpr void SwitchChips(ListedKinds &t) {
     constexpr FullFields tChip = {.ucEntityId = kEntitySwitchBoard, .tReading = kCelsius};
     t.at[kSwitchChipTemp] = Full(tChip, {.tDevice = {0x5A, 1}, .ePlace = Place::kAdd});
     t.at[kSwitchGroupTemp] = Full(tChip, {.tDevice = {0x5A, 2}});
@@ -386,7 +391,7 @@ constexpr void SwitchChips(KindTable &t) {
              {.tDevice = {0x5B}, .eKnown = Known::kSwitchVolts});
 }
 
-constexpr void SystemEvents(KindTable &t) {
+constexpr void SystemEvents(ListedKinds &t) {
     t.at[kPowerButton] =
         System(1, kEntityFrontPanel, 0x14, 0x6F, 0x0001, Gate::kBoardHas, SENSOR_POWER_BUTTON);
     t.at[kUidButton] = System(2, kEntityFrontPanel, 0x14, 0x03, 0x0002, Gate::kBoardHas, SENSOR_UID_BUTTON);
@@ -405,7 +410,7 @@ constexpr void SystemEvents(KindTable &t) {
         System(14, kEntityPowerUnit, 0x08, 0x6F, 0x0002, Gate::kPowerFault, SENSOR_POWER_FAULT);
 }
 
-constexpr void SystemEventsOwn(KindTable &t) {
+constexpr void SystemEventsOwn(ListedKinds &t) {
     t.at[kFirmwareProgress] = System(15, kEntityBios, 0x0F, 0x6F, 0x0007); // error, hang, progress
     t.at[kBiosBootUp] = System(16, kEntityBios, 0x0F, 0x6F, 0x0004);
     t.at[kSystemEvent] = System(17, kEntitySystemBoard, 0x12, 0x6F, 0x001F);
@@ -422,7 +427,7 @@ constexpr void SystemEventsOwn(KindTable &t) {
 }
 
 // The same reading under the sensor type of other units.
-constexpr void AsOtherUnits(KindTable &t) {
+constexpr void AsOtherUnits(ListedKinds &t) {
     constexpr Kind aePair[][2] = {
         {kCpuPower, kCpuPowerOther},           {kMemPower, kMemPowerOther},
         {kDiskPower, kDiskPowerOther},         {kFanPower, kFanPowerOther},
@@ -433,7 +438,7 @@ constexpr void AsOtherUnits(KindTable &t) {
     }
 }
 
-constexpr void CpuOwn(KindTable &t) {
+constexpr void CpuOwn(ListedKinds &t) {
     t.at[kCpuSinglePower] =
         Full({.ucEntityId = kEntityProcessor, .ucEntityInstance = kRelativeBase, .tReading = Watts(3)},
              {.tDevice = {0xD9, 3}, .ePlace = Place::kCpuIndexOnly, .ucFlags = kSilkReread | kDropBelowSilk});
@@ -462,7 +467,7 @@ constexpr void CpuOwn(KindTable &t) {
                             {.tDevice = {0x4D, 3}, .ePlace = Place::kCpuIndexOnly, .ucFlags = kSilkReread});
 }
 
-constexpr void BoardOwn(KindTable &t) {
+constexpr void BoardOwn(ListedKinds &t) {
     t.at[kTotalPower] = Full({.ucEntityId = kEntitySystemBoard,
                               .ucEntityInstance = kRelativeBase,
                               .tReading = Watts(17, kOtherUnits)},
@@ -486,7 +491,7 @@ constexpr SensorKind BoardPowerItem(uint8_t ucItem, uint8_t ucEntityId, uint8_t 
                 {.tDevice = {0x93, ucItem}, .eGate = Gate::kBoardHas, .ucGateId = ucSensorId});
 }
 
-constexpr void PowerOwn(KindTable &t) {
+constexpr void PowerOwn(ListedKinds &t) {
     t.at[kNicPower] = BoardPowerItem(1, kEntityAddInCard, 2, SENSOR_NIC_POWER);
     t.at[kPdbBoardPower] = BoardPowerItem(2, kEntityPowerUnit, 9, SENSOR_PDB_BOARD_POWER);
     t.at[kGpuBoardPower] = BoardPowerItem(3, kEntityGpuBoard, 8, SENSOR_GPU_BOARD_POWER);
@@ -507,7 +512,7 @@ constexpr void PowerOwn(KindTable &t) {
 }
 
 // The rack management board: two sensors.
-constexpr void Rack(KindTable &t) {
+constexpr void Rack(ListedKinds &t) {
     t.at[kRackInletTemp] = Full({.ucEntityId = kEntityAirInlet,
                                  .ucEntityInstance = kRelativeBase,
                                  .tReading = kCelsius,
@@ -521,7 +526,7 @@ constexpr void Rack(KindTable &t) {
              {.tDevice = {0x3B, 0, kScanned}, .ePlace = Place::kAllOnes});
 }
 
-constexpr void Backplanes(KindTable &t) {
+constexpr void Backplanes(ListedKinds &t) {
     FullFields tVolts = {.ucEntityId = kEntityAddInCard,
                          .ucEntityInstance = kRelativeBase,
                          .tReading = Volts(100, -3),
@@ -565,7 +570,7 @@ constexpr SensorKind Cdu(uint8_t ucCode, uint8_t ucItem, const Reading &tReading
                 {.tDevice = {ucCode, ucItem, kScanned}, .ePlace = ePlace});
 }
 
-constexpr void DefaultCdu(KindTable &t) {
+constexpr void DefaultCdu(ListedKinds &t) {
     constexpr uint8_t kCode = 0xA6;
     t.at[kCduInletTemp] = Cdu(kCode, 1, kCelsius);
     t.at[kCduDewTemp] = Cdu(kCode, 2, kCelsius);
@@ -585,7 +590,7 @@ constexpr void DefaultCdu(KindTable &t) {
 
 constexpr uint8_t kKestrinCduCode = 0x8F;
 
-constexpr void KestrinCdu(KindTable &t) {
+constexpr void KestrinCdu(ListedKinds &t) {
     constexpr uint8_t kCode = kKestrinCduCode;
     Reading tCoolant = kCelsius;
     tCoolant.ucM = 7;
@@ -611,7 +616,7 @@ constexpr void KestrinCdu(KindTable &t) {
 }
 
 // Leak detectors of the unit, items of the same device.
-constexpr void KestrinCduDetectors(KindTable &t) {
+constexpr void KestrinCduDetectors(ListedKinds &t) {
     constexpr Kind aeDetector[] = {kCdu2Leakage, kCdu2Level, kCdu2Flow, kCdu2PressureHigh, kCdu2PressureLow};
     for (uint8_t uc = 0; uc < 5; ++uc)
         t.at[aeDetector[uc]] =
@@ -623,8 +628,8 @@ constexpr void KestrinCduDetectors(KindTable &t) {
                     {.tDevice = {kKestrinCduCode, static_cast<uint8_t>(14 + uc), kScanned}});
 }
 
-constexpr KindTable AllKinds() {
-    KindTable t = {};
+constexpr ListedKinds AllKinds() {
+    ListedKinds t = {};
     Air(t);
     BoardTemps(t);
     Rails(t);
@@ -659,16 +664,12 @@ constexpr KindTable AllKinds() {
     return t;
 }
 
-} // namespace
-
-constexpr KindTable kSensorKinds = AllKinds();
-
-namespace {
+constexpr ListedKinds kKinds = AllKinds();
 
 // ---- the numbers as they stand in the printed tables ------------------------------------------------------
 
 constexpr uint16_t Word(Kind eKind, uint8_t ucOffset) {
-    const uint8_t *puc = kSensorKinds.at[eKind].tHead.auc + ucOffset;
+    const uint8_t *puc = kKinds.at[eKind].tHead.auc + ucOffset;
     return static_cast<uint16_t>(puc[0] | puc[1] << 8);
 }
 constexpr bool Masks(Kind eKind, uint16_t wAssert, uint16_t wDeassert, uint16_t wReading) {
@@ -681,10 +682,110 @@ static_assert(Masks(kRail12V, 0x3285, 0x3285, 0x1B1B));
 static_assert(Masks(kCpuCoreVolts, 0x7A95, 0x7A95, 0x3F3F));
 static_assert(Masks(kNvmeTemp, 0x0200, 0x2200, 0x1010));
 static_assert(Masks(kCpu0Domain0Volts, 0, 0, 0));
-static_assert(kSensorKinds.at[kCpuCoreVolts].tHead.auc[FULL_SDR_EXPONENTS] == 0xC0);
-static_assert(kSensorKinds.at[kPsuInputVolts].tHead.auc[FULL_SDR_EXPONENTS] == 0xE0);
-static_assert(kSensorKinds.at[kNvmeTemp].tHead.auc[FULL_SDR_SENSOR_MAX] == 0x7F);
-static_assert(kSensorKinds.at[kNvmeTemp].tHead.auc[FULL_SDR_SENSOR_MIN] == 0x80);
+static_assert(kKinds.at[kCpuCoreVolts].tHead.auc[FULL_SDR_EXPONENTS] == 0xC0);
+static_assert(kKinds.at[kPsuInputVolts].tHead.auc[FULL_SDR_EXPONENTS] == 0xE0);
+static_assert(kKinds.at[kNvmeTemp].tHead.auc[FULL_SDR_SENSOR_MAX] == 0x7F);
+static_assert(kKinds.at[kNvmeTemp].tHead.auc[FULL_SDR_SENSOR_MIN] == 0x80);
+
+// ---- the sensors as they are stored -----------------------------------------------------------------------
+
+constexpr bool IsFull(const SensorKind &t) {
+    return t.tHead.auc[SDR_RECORD_TYPE] == kRecordFull;
+}
+constexpr size_t HeadSize(const SensorKind &t) {
+    return IsFull(t) ? kFullHeadSize : kCompactHeadSize;
+}
+
+// A head without what each kind says itself.
+constexpr SdrHead SharedHead(const SensorKind &t) {
+    SdrHead tHead = t.tHead;
+    tHead.auc[SDR_ENTITY_ID] = tHead.auc[SDR_ENTITY_INSTANCE] = tHead.auc[FULL_SDR_M_VALUE_LS_8_BITS] = 0;
+    return tHead;
+}
+
+// Heads behind one another, each once.
+struct HeadPool {
+    uint8_t auc[kKindCount * sizeof(SdrHead)] = {};
+    size_t nUsed = 0;
+
+    constexpr bool Stands(const SdrHead &tHead, size_t nSize, size_t nAt) const {
+        for (size_t n = 0; n < nSize; ++n)
+            if (auc[nAt + n] != tHead.auc[n])
+                return false;
+        return true;
+    }
+    constexpr size_t Put(const SdrHead &tHead, size_t nSize) {
+        for (size_t nAt = 0; nAt + nSize <= nUsed; nAt += kHeadStep)
+            if (Stands(tHead, nSize, nAt))
+                return nAt;
+        for (size_t n = 0; n < nSize; ++n)
+            auc[nUsed++] = tHead.auc[n];
+        return nUsed - nSize;
+    }
+};
+
+constexpr StoredKind Store(const SensorKind &t, size_t nHead) {
+    const Behaviour &tDoes = t.tDoes;
+    const Device &tDevice = tDoes.tDevice;
+    if (nHead / kHeadStep > 255)
+        more_heads_than_a_kind_can_name();
+    if ((tDevice.ucScanFlag != 0 && tDevice.ucScanFlag != kScanned) || tDoes.ucFlags >= kScanned)
+        flag_of_a_device_or_a_sensor_that_is_not_stored();
+    StoredKind tStored = {};
+    tStored.ucHead = static_cast<uint8_t>(nHead / kHeadStep);
+    tStored.ucByte24 = t.tHead.auc[FULL_SDR_M_VALUE_LS_8_BITS];
+    tStored.aucEntity[0] = t.tHead.auc[SDR_ENTITY_ID];
+    tStored.aucEntity[1] = t.tHead.auc[SDR_ENTITY_INSTANCE];
+    tStored.aucDevice[0] = tDevice.ucCode;
+    tStored.aucDevice[1] = tDevice.ucItem;
+    tStored.ucMark = tDevice.ucMark;
+    tStored.ucGateId = tDoes.ucGateId;
+    tStored.eGate = tDoes.eGate;
+    tStored.bAsks = Asks(tDoes);
+    tStored.bChanges = Changes(tDoes);
+    tStored.bFull = IsFull(t);
+    tStored.ePlace = tDoes.ePlace;
+    tStored.eClient = tDoes.eClient;
+    tStored.eBoardLine = tDoes.eBoardLine;
+    tStored.eNaming = tDoes.eNaming;
+    tStored.eKnown = tDoes.eKnown;
+    tStored.ucFlags = static_cast<uint8_t>(tDoes.ucFlags | tDevice.ucScanFlag);
+    return tStored;
+}
+
+struct AllStored {
+    StoredKind at[kKindCount] = {};
+    HeadPool tHeads;
+};
+constexpr AllStored StoreAll() {
+    AllStored t;
+    for (size_t n = 0; n < kKindCount; ++n) {
+        const SensorKind &tKind = kKinds.at[n];
+        t.at[n] = Store(tKind, t.tHeads.Put(SharedHead(tKind), HeadSize(tKind)));
+    }
+    return t;
+}
+constexpr AllStored kStored = StoreAll();
+
+// A full head's length is copied whatever the head is: behind the last one stands what a compact head lacks.
+template <size_t kNeeded, size_t kGiven> constexpr bool RoomForHeads() {
+    static_assert(kNeeded == kGiven,
+                  "kHeadBytes in sensor_kinds.h is the second number and must be the first");
+    return true;
+}
+static_assert(RoomForHeads<kStored.tHeads.nUsed + kFullHeadSize - kCompactHeadSize, kHeadBytes>());
+
+constexpr KindTable StoredTable() {
+    KindTable t = {};
+    for (size_t n = 0; n < kKindCount; ++n)
+        t.at[n] = kStored.at[n];
+    for (size_t n = 0; n < kStored.tHeads.nUsed; ++n)
+        t.aucHeads[n] = kStored.tHeads.auc[n];
+    return t;
+}
 
 } // namespace
+
+constinit const KindTable kSensorKinds = StoredTable();
+
 } // namespace oxa

@@ -171,8 +171,11 @@ enum Kind : uint8_t {
     kKindCount
 };
 
+// All sensors as they are stored, and the heads of their records.
+inline constexpr size_t kHeadBytes = 2480; // sensor_kinds.cpp works it out and compares
 struct KindTable {
-    SensorKind at[kKindCount];
+    StoredKind at[kKindCount];
+    uint8_t aucHeads[kHeadBytes];
 };
 [[gnu::visibility("hidden")]] extern const KindTable kSensorKinds;
 

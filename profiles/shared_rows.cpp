@@ -3,6 +3,6 @@
 
 namespace oxa {
 
-constexpr Rows<sizeof(kSharedRows.auc)> kSharedRowData = kSharedRows;
+constexpr Rows<sizeof(kSharedRowsStored.auc)> kSharedRowData = kSharedRowsStored;
 
 } // namespace oxa

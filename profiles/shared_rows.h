@@ -6,6 +6,7 @@
 #define OXA_PROFILES_SHARED_ROWS_H
 
 #include "profiles/profile_rows.h"
+#include "sdr/sensor_row_stored.h"
 
 namespace oxa {
 
@@ -92,9 +93,9 @@ inline constexpr auto kSharedRows =
          kCommonDisks, kCommonNvmes, kCommonDiskGroups, kCommonOcps, kCommonOcpErrors, kCommonPcie,
          kCommonSwitchPower, kCommonSwitchTemps, kCommonSwitchAir, kEndOfRows);
 
-// The same bytes in the shared object.  (An inline constant would be reached through the offset table by each
-// thunk.)
-[[gnu::visibility("hidden")]] extern const Rows<sizeof(kSharedRows.auc)> kSharedRowData;
+// The same as they are stored.  (An inline constant would be reached through the offset table.)
+inline constexpr auto kSharedRowsStored = StoreRows<StoredSizeOf(kSharedRows)>(kSharedRows);
+[[gnu::visibility("hidden")]] extern const Rows<sizeof(kSharedRowsStored.auc)> kSharedRowData;
 
 } // namespace oxa
 #endif

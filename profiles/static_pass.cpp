@@ -6,23 +6,46 @@
 
 namespace oxa {
 
-RowView StaticPass::First(Group eGroup) const {
-    const uint16_t w = tGroups.aw[static_cast<size_t>(eGroup)];
-    return {(w & kInShared) != 0 ? kSharedRowData.auc + (w & ~kInShared) : pucRows + w};
+uint8_t BuildAlone(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint32_t dwPlace, const ProfileBase &tProfile) {
+    return BuildSensor(tProfile.tHead.tName, RowAt(tProfile, dwPlace), At(), pucSDRRec, ptDEVTab);
 }
 
-[[gnu::noinline]] void StaticPass::Announce(RowView tRow, uint8_t ucIndex) const {
+uint8_t BuildIndexed(uint32_t dwIndexAndPlace, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab,
+                     const ProfileBase &tProfile) {
+    return BuildSensor(tProfile.tHead.tName, RowAt(tProfile, dwIndexAndPlace >> 8),
+                       At(static_cast<uint8_t>(dwIndexAndPlace)), pucSDRRec, ptDEVTab);
+}
+
+void Say(const StaticPass &tPass, Remark tRemark, const char *pcFormat, int sdw) {
+    Say(PASS_SPEAKER(tPass), tRemark, pcFormat, sdw);
+}
+void SayNamed(const StaticPass &tPass, Remark tRemark, const char *pcFormat, int sdw) {
+    SayNamed(PASS_SPEAKER(tPass), tRemark, pcFormat, sdw);
+}
+void SayNamed(const StaticPass &tPass, Remark tRemark, const char *pcFormat, int sdwA, int sdwB, int sdwC,
+              int sdwD) {
+    SayNamed(PASS_SPEAKER(tPass), tRemark, pcFormat, sdwA, sdwB, sdwC, sdwD);
+}
+
+RowView StaticPass::First(Group eGroup) const {
+    return RowAt(tBase, tBase.tGroups.aw[static_cast<size_t>(eGroup)]);
+}
+
+[[gnu::noinline]] void StaticPass::Announce(RowView tRow, At tAt) const {
     SayNamedText(tProfile.tName, "", OXA_REMARK(kInfo, kModuleSdr), "%s for %s: ucIndex = %d, ucCnt = %d!",
-                 tRow.Announced(), ucIndex, wCnt);
+                 tRow.Announced(), tAt.Index(), wCnt);
 }
 
 void StaticPass::AddGroup(RowView tFirst, At tAt) {
-    const uint8_t ucGroup = tFirst.puc[kRowGroup];
-    for (RowView tRow = tFirst; tRow.puc[kRowGroup] == ucGroup && !tRow.IsEnd(); tRow = tRow.Next()) {
+    if (tFirst.IsEnd())
+        return;
+    RowView tRow = tFirst;
+    do { // the end row is in no group
         if (tRow.IsAnnounced())
-            Announce(tRow, tAt.Index());
+            Announce(tRow, tAt);
         Add(tRow, tAt);
-    }
+        tRow = tRow.Next();
+    } while (tRow.GroupOf() == tFirst.GroupOf());
 }
 
 uint8_t StaticPass::AddEach(Group eGroup, uint8_t ucLast) {
@@ -186,6 +209,12 @@ void StaticPass::Run(uint8_t *pucSlots, DevTabEntry *ptEntries, uint16_t *pucSen
     if (eOutcome == Outcome::kGoOn)
         LogCount(*this);
     *pucSensorCnt = wCnt;
+}
+
+void RunStaticPass(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt,
+                   const ProfileBase &tProfile, const StaticTables &tTables) {
+    StaticPass tPass(tProfile, tTables);
+    tPass.Run(pucSDRRec, ptDEVTab, pucSensorCnt);
 }
 
 } // namespace oxa

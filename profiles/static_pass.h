@@ -37,17 +37,16 @@ struct StaticFacts {
 enum class Outcome : uint8_t { kGoOn, kEndWithoutCount, kEndWithCount };
 
 struct StaticPass {
+    const ProfileBase &tBase;
     const ProfileHead &tProfile;
-    const GroupIndex &tGroups;
-    const uint8_t *pucRows;
-    StaticTables tTables = {};
+    const StaticTables &tTables;
     uint8_t *pucSDRRec = nullptr;
     DevTabEntry *ptDEVTab = nullptr;
     uint16_t wCnt = 0; // wraps at 16 bits
     StaticFacts tFacts = {};
 
-    StaticPass(const ProfileHead &tHead, const GroupIndex &tIndex, const uint8_t *pucOwnRows)
-        : tProfile(tHead), tGroups(tIndex), pucRows(pucOwnRows) {}
+    StaticPass(const ProfileBase &t, const StaticTables &tGenerators)
+        : tBase(t), tProfile(t.tHead), tTables(tGenerators) {}
 
     // The whole pass: null check, the profile's steps, count.
     void Run(uint8_t *pucSlots, DevTabEntry *ptEntries, uint16_t *pucSensorCnt);
@@ -68,15 +67,19 @@ struct StaticPass {
 
     RowView First(Group eGroup) const; // of the group, or the end row
     bool Add(RowView tRow, At tAt) {
-        return Count(BuildSensor(tProfile.tName, kSensorKinds.at[tRow.Kind()], tRow, tAt, Slot(), Entry()));
+        return Count(BuildSensor(tProfile.tName, tRow, tAt, Slot(), Entry()));
     }
     void AddGroup(RowView tFirst, At tAt);         // it and the rest of its group, in order
     uint8_t AddEach(Group eGroup, uint8_t ucLast); // the group for index 1 to ucLast; how many were added
-    void Announce(RowView tRow, uint8_t ucIndex) const;
+    void Announce(RowView tRow, At tAt) const;
     bool Has(ProfileFlag eFlag) const {
         return (tProfile.ucFlags & eFlag) != 0;
     }
 };
+
+// A whole pass over a profile.  One place for what all profiles' drivers have in common.
+void RunStaticPass(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt,
+                   const ProfileBase &tProfile, const StaticTables &tTables);
 
 // The steps, in files by what they are about.  GatherFacts applies the rules of single boards as well.
 Outcome AddRackBoard(StaticPass &tPass);
@@ -99,13 +102,16 @@ Outcome AddSwitchChips(StaticPass &tPass);
 Outcome AddGpuRails(StaticPass &tPass);
 Outcome AddLanSwitch(StaticPass &tPass);
 
-// Lines under the driver's name, and such that begin with it.
+// Lines under the driver's name, and such that begin with it.  (Few arguments: all of them go in registers.)
+void Say(const StaticPass &tPass, Remark tRemark, const char *pcFormat, int sdw = 0);
+void SayNamed(const StaticPass &tPass, Remark tRemark, const char *pcFormat, int sdw = 0);
+void SayNamed(const StaticPass &tPass, Remark tRemark, const char *pcFormat, int sdwA, int sdwB, int sdwC = 0,
+              int sdwD = 0);
 #define PASS_SPEAKER(tPass) (tPass).tProfile.tName, ""
-#define PASS_INFO(tPass, ...) Say(PASS_SPEAKER(tPass), OXA_REMARK(kInfo, kModuleSdr), __VA_ARGS__)
-#define PASS_WARN(module, tPass, ...) Say(PASS_SPEAKER(tPass), OXA_REMARK(kWarn, module), __VA_ARGS__)
-#define PASS_ERROR(tPass, ...) Say(PASS_SPEAKER(tPass), OXA_REMARK(kError, kModuleSdr), __VA_ARGS__)
-#define PASS_NAMED(severity, module, tPass, ...)                                                             \
-    SayNamed(PASS_SPEAKER(tPass), OXA_REMARK(severity, module), __VA_ARGS__)
+#define PASS_INFO(tPass, ...) Say(tPass, OXA_REMARK(kInfo, kModuleSdr), __VA_ARGS__)
+#define PASS_WARN(module, tPass, ...) Say(tPass, OXA_REMARK(kWarn, module), __VA_ARGS__)
+#define PASS_ERROR(tPass, ...) Say(tPass, OXA_REMARK(kError, kModuleSdr), __VA_ARGS__)
+#define PASS_NAMED(severity, module, tPass, ...) SayNamed(tPass, OXA_REMARK(severity, module), __VA_ARGS__)
 
 } // namespace oxa
 #endif

@@ -166,7 +166,7 @@ Outcome AddFans(StaticPass &tPass) {
         if (!ReadFanSilk(tPass, ucIndex, ucSilk))
             continue;
         if (tRow.IsAnnounced())
-            tPass.Announce(tRow, ucIndex);
+            tPass.Announce(tRow, At(ucIndex));
         tPass.Add(tRow, At(ucSilk));
     }
     return Outcome::kGoOn;

@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstring>
 
+#include "profiles/sensor_kinds.h"
 #include "sdr/sensor_engine_draft.h"
 
 namespace oxa {
@@ -56,7 +57,7 @@ bool Settle(Draft &tDraft, Place ePlace) {
         ucOffset3 = tDraft.tAt.Offset3();
         return AddToInstance(tDraft, tDraft.tAt.Index());
     }
-    return false;
+    __builtin_unreachable(); // the compiler has checked every kind
 }
 
 int PrintName(Draft &tDraft, char *pcName, Naming eNaming) {
@@ -76,7 +77,7 @@ bool PutName(Draft &tDraft, uint8_t ucHead, Naming eNaming) {
     if (PrintName(tDraft, reinterpret_cast<char *>(pucName), eNaming) < 0)
         return false;
     const uint32_t dwNameLen = static_cast<uint8_t>(strnlen_s(reinterpret_cast<char *>(pucName), kNameMax));
-    if ((~dwNameLen & 0xFF) < kIdTypeAscii) {
+    if (dwNameLen > 0xFF - kIdTypeAscii) {
         OXA_DEBUG(kDebugChannel, tDraft.tProfile.acFile, "ucNameLen + 0xC0 may wrap!\n");
         return false;
     }
@@ -89,11 +90,11 @@ bool PutName(Draft &tDraft, uint8_t ucHead, Naming eNaming) {
 
 // The entry repeats what the scanner needs of the record: bytes 8 to 10 and 12, 13 stand in offsets 21 to 25,
 // behind the mark, so they are copied as words.
-void FillEntry(Draft &tDraft, const Device &tDevice, bool bFull) {
+void FillEntry(Draft &tDraft, uint8_t ucMark, bool bFull) {
     uint8_t *pucEntry = reinterpret_cast<uint8_t *>(&tDraft.tEntry);
     uint32_t dwEntity;
     memcpy(&dwEntity, tDraft.aucSDR + SDR_ENTITY_ID, sizeof(dwEntity));
-    dwEntity = dwEntity << 8 | tDevice.ucMark;
+    dwEntity = dwEntity << 8 | ucMark;
     memcpy(pucEntry + offsetof(DevTabEntry, ucMark), &dwEntity, sizeof(dwEntity));
     memcpy(pucEntry + offsetof(DevTabEntry, ucSensorType), tDraft.aucSDR + SDR_SENSOR_TYPE, 2);
     if (bFull)
@@ -114,6 +115,19 @@ uint8_t Publish(const Draft &tDraft, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab) 
     return static_cast<uint8_t>(tDraft.aucSDR[SDR_RECORD_LENGTH] + kSdrHeaderSize);
 }
 
+// The entry, and of the slot what a compact record leaves empty; a full one has its name there.
+void ClearBehindHead(Result &tResult) {
+    memset(reinterpret_cast<uint8_t *>(&tResult) + FULL_SDR_NAME, 0, sizeof(tResult) - FULL_SDR_NAME);
+}
+static_assert(offsetof(Result, aucSDR) == 0 &&
+              offsetof(Result, tEntry) + sizeof(DevTabEntry) == sizeof(Result));
+
+// An address in a register.  The compiler would rather work out that of a constant at each use.
+template <typename T> T *Pinned(T *pt) {
+    asm("" : "+r"(pt));
+    return pt;
+}
+
 [[gnu::noinline]] uint8_t SayNull(const Draft &tDraft) {
     DRAFT_NAMED(kError, kModuleSdr, tDraft, "%s failed! The input parameter is null.");
     return 0;
@@ -121,31 +135,33 @@ uint8_t Publish(const Draft &tDraft, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab) 
 
 } // namespace
 
-uint8_t BuildSensor(const ProfileName &tProfile, const SensorKind &tKind, RowView tRow, At tAt,
-                    uint8_t *pucSDRRec, DevTabEntry *ptDEVTab) {
-    const Traits &tDoes = tKind.tTraits;
+uint8_t BuildSensor(const ProfileName &tProfile, RowView tRow, At tAt, uint8_t *pucSDRRec,
+                    DevTabEntry *ptDEVTab) {
+    const KindTable &tKinds = *Pinned(&kSensorKinds);
+    const StoredKind &tKind = *Pinned(&tKinds.at[tRow.Kind()]);
     Draft tDraft(tProfile, tKind, tRow, tAt);
     if (pucSDRRec == nullptr || ptDEVTab == nullptr)
         return SayNull(tDraft);
-    if ((tDoes.ucOdd & kAsks) != 0 && !Ask(tDraft))
+    if (tKind.bAsks && !Ask(tDraft))
         return 0;
-    if (memcpy_s(tDraft.aucSDR, SDR_SLOT_SIZE, tKind.tHead.auc, sizeof(tKind.tHead)) != 0)
+    if (memcpy_s(tDraft.aucSDR, SDR_SLOT_SIZE, tKinds.aucHeads + kHeadStep * tKind.ucHead, sizeof(SdrHead)) !=
+        0)
         return 0;
-    memset(tDraft.aucSDR + FULL_SDR_NAME, tDoes.ucTail, kNameMax);
-    memset(&tDraft.tEntry, 0, sizeof(tDraft.tEntry));
-    memcpy(&tDraft.tEntry, &tKind.tDevice, 2); // code and item
-    tDraft.tEntry.ucScanFlag = tKind.tDevice.ucScanFlag;
-    if (!Settle(tDraft, tDoes.ePlace))
+    memcpy(tDraft.aucSDR + SDR_ENTITY_ID, tKind.aucEntity, sizeof(tKind.aucEntity));
+    tDraft.aucSDR[FULL_SDR_M_VALUE_LS_8_BITS] = tKind.ucByte24;
+    const bool bFull = tKind.bFull;
+    ClearBehindHead(tDraft);
+    memcpy(&tDraft.tEntry, tKind.aucDevice, sizeof(tKind.aucDevice)); // code and item
+    tDraft.tEntry.ucScanFlag = tKind.ucFlags & kScanned;
+    if (!Settle(tDraft, tKind.ePlace))
         return 0;
-    if ((tDoes.ucOdd & kChanges) != 0 && !ChangeTemplate(tDraft))
+    if (tKind.bChanges && !ChangeTemplate(tDraft))
         return 0;
-    const bool bFull = tDoes.ucTail != 0;
-    FillEntry(tDraft, tKind.tDevice, bFull);
-    if (!PutName(tDraft, bFull ? kFullHeadSize : kCompactHeadSize, tDoes.eNaming))
+    FillEntry(tDraft, tKind.ucMark, bFull);
+    if (!PutName(tDraft, bFull ? kFullHeadSize : kCompactHeadSize, tKind.eNaming))
         return 0;
     return Publish(tDraft, pucSDRRec, ptDEVTab);
 }
-static_assert(offsetof(Device, ucCode) == 0 && offsetof(Device, ucItem) == 1);
 static_assert(offsetof(DevTabEntry, ucDevCode) == 0 && offsetof(DevTabEntry, ucItem) == 1);
 
 } // namespace oxa

@@ -5,7 +5,7 @@
 #define OXA_SDR_SENSOR_ENGINE_H
 
 #include "sdr/sensor_log.h"
-#include "sdr/sensor_row.h"
+#include "sdr/sensor_row_stored.h"
 
 namespace oxa {
 
@@ -35,8 +35,8 @@ private:
 
 // Builds the record of tRow into the slot and the entry; the generator contract: (record length byte + 5)
 // modulo 256 when a record was written, 0 when not.
-uint8_t BuildSensor(const ProfileName &tProfile, const SensorKind &tKind, RowView tRow, At tAt,
-                    uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+uint8_t BuildSensor(const ProfileName &tProfile, RowView tRow, At tAt, uint8_t *pucSDRRec,
+                    DevTabEntry *ptDEVTab);
 
 } // namespace oxa
 #endif

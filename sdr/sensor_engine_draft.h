@@ -8,9 +8,15 @@
 
 namespace oxa {
 
-struct Draft {
+// What becomes of it.  A full name of 16 characters is printed in place, with its NUL behind the slot.
+struct Result {
+    alignas(4) uint8_t aucSDR[SDR_SLOT_SIZE + 1];
+    alignas(4) DevTabEntry tEntry;
+};
+
+struct Draft : Result {
     const ProfileName &tProfile;
-    const SensorKind &tKind;
+    const StoredKind &tKind;
     RowView tRow;
     At tAt;
     uint8_t ucCpu = 0;       // CPU number counted from 0
@@ -22,29 +28,27 @@ struct Draft {
         char acText[SENSOR_NAME_SIZE]; // text of the name, where it has one
         HalCpuVoltSdrInfo tVoltage;    // conversion and limits, where the platform describes them
     };
-    alignas(4) DevTabEntry tEntry;
-    uint8_t
-        aucSDR[SDR_SLOT_SIZE + 1]; // and the NUL of a full name of 16 characters, which is printed in place
 
-    Draft(const ProfileName &tWhose, const SensorKind &tWhat, RowView tWhich, At tWhere)
+    Draft(const ProfileName &tWhose, const StoredKind &tWhat, RowView tWhich, At tWhere)
         : tProfile(tWhose), tKind(tWhat), tRow(tWhich), tAt(tWhere) {}
 
-    const Traits &Does() const {
-        return tKind.tTraits;
+    const StoredKind &Does() const {
+        return tKind;
     }
     bool Has(KindFlag eFlag) const {
         return (Does().ucFlags & eFlag) != 0;
     }
 };
 
-// Lines under the generator's name, from the profile's file.
+// Lines under the generator's name, from the profile's file, and such that begin with it.
+void Say(const Draft &tDraft, Remark tRemark, const char *pcFormat, int sdw = 0);
+void SayNamed(const Draft &tDraft, Remark tRemark, const char *pcFormat, int sdw = 0);
+void SayNamed(const Draft &tDraft, Remark tRemark, const char *pcFormat, int sdwA, int sdwB);
 #define DRAFT_SPEAKER(tDraft) (tDraft).tProfile, (tDraft).tRow.Generator()
-#define DRAFT_INFO(tDraft, ...) Say(DRAFT_SPEAKER(tDraft), OXA_REMARK(kInfo, kModuleSdr), __VA_ARGS__)
-#define DRAFT_WARN(module, tDraft, ...) Say(DRAFT_SPEAKER(tDraft), OXA_REMARK(kWarn, module), __VA_ARGS__)
-#define DRAFT_ERROR(module, tDraft, ...) Say(DRAFT_SPEAKER(tDraft), OXA_REMARK(kError, module), __VA_ARGS__)
-// The same where the text begins with that name.
-#define DRAFT_NAMED(severity, module, tDraft, ...)                                                           \
-    SayNamed(DRAFT_SPEAKER(tDraft), OXA_REMARK(severity, module), __VA_ARGS__)
+#define DRAFT_INFO(tDraft, ...) Say(tDraft, OXA_REMARK(kInfo, kModuleSdr), __VA_ARGS__)
+#define DRAFT_WARN(module, tDraft, ...) Say(tDraft, OXA_REMARK(kWarn, module), __VA_ARGS__)
+#define DRAFT_ERROR(module, tDraft, ...) Say(tDraft, OXA_REMARK(kError, module), __VA_ARGS__)
+#define DRAFT_NAMED(severity, module, tDraft, ...) SayNamed(tDraft, OXA_REMARK(severity, module), __VA_ARGS__)
 
 bool Ask(Draft &tDraft);            // what comes before the template; false: refused, said why
 bool PassGate(Draft &tDraft);       // the gate of it

@@ -48,10 +48,31 @@ constexpr SensorIdName kSensorIdNames[] = {
     {SENSOR_UBB_RT_TEMP, "UBB_RT_TEMP"},
 };
 
-const char *SensorIdText(uint8_t ucId) {
+// The same without the room that short names leave: identifier, name, NUL.
+constexpr size_t SizeOfIdTexts() {
+    size_t nSize = 0;
     for (const SensorIdName &t : kSensorIdNames)
-        if (t.ucId == ucId)
-            return t.acName;
+        nSize += 1 + TextSize(t.acName);
+    return nSize;
+}
+struct IdTexts {
+    char ac[SizeOfIdTexts()] = {};
+
+    constexpr IdTexts() {
+        char *pcTo = ac;
+        for (const SensorIdName &t : kSensorIdNames) {
+            *pcTo++ = static_cast<char>(t.ucId);
+            for (size_t n = 0; n < TextSize(t.acName); ++n)
+                *pcTo++ = t.acName[n];
+        }
+    }
+};
+constexpr IdTexts kIdTexts;
+
+const char *SensorIdText(uint8_t ucId) {
+    for (const char *pc = kIdTexts.ac; pc != kIdTexts.ac + sizeof(kIdTexts.ac); pc = Behind(pc + 1))
+        if (static_cast<uint8_t>(*pc) == ucId)
+            return pc + 1;
     return "";
 }
 
@@ -429,7 +450,7 @@ const char *PickName(Draft &tDraft, uint8_t &ucNumber) {
         ucNumber = static_cast<uint8_t>('1' + ucIndex % 2);
         return ucIndex < 2 ? tRow.Name() : tRow.Variant();
     }
-    return nullptr;
+    __builtin_unreachable(); // the compiler has checked every kind
 }
 
 } // namespace oxa

@@ -1,7 +1,66 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdr/sensor_log.h"
 
+#include "sdr/sensor_engine_draft.h"
+
 namespace oxa {
+
+namespace {
+
+// The letters of a text, those of the words that it is coded in among them.
+class Letters {
+public:
+    explicit Letters(const char *pcText) : pc(pcText) {}
+
+    char Next() { // NUL at the end
+        for (;;) {
+            if (bNamed)
+                pc = NextSaid(pc);
+            const uint8_t uc = static_cast<uint8_t>(*pc++);
+            if (uc == kSdrAndEnd)
+                pc = "SDR";
+            else if (uc >= kFirstWord)
+                Enter(uc);
+            else if (uc != 0)
+                return static_cast<char>(uc);
+            else if (!Leave())
+                return '\0';
+        }
+    }
+
+private:
+    void Enter(uint8_t ucWord) {
+        pcBehindWord = pc;
+        bNamed = ucWord == kAsNamed;
+        if (bNamed)
+            ucWord = kFirstWord; // "Gen"
+        for (pc = kNameWords; ucWord > kFirstWord; --ucWord)
+            pc = Behind(pc);
+    }
+    // At the end of a word, of the name, of all; false then.
+    bool Leave() {
+        if (*pcBehindWord == '\0' && !bNamed)
+            return false;
+        if (*pcBehindWord == '\0')
+            bNamed = false;
+        pc = *pcBehindWord != '\0' ? pcBehindWord : "SDR";
+        pcBehindWord = "";
+        return true;
+    }
+
+    const char *pc;
+    const char *pcBehindWord = "";
+    bool bNamed = false; // in the row's name, or in the word before it
+};
+
+} // namespace
+
+const char *RowView::Variant() const {
+    return Behind(Name());
+}
+const char *RowView::Announced() const {
+    return HasVariant() ? Behind(Variant()) : Variant();
+}
 
 // Longest: "Default_GenSwitchBoardInOROutletTempSDR"; 39 characters and a NUL.
 Label::Label(const ProfileName &tProfile, const char *pcGenerator) {
@@ -9,9 +68,11 @@ Label::Label(const ProfileName &tProfile, const char *pcGenerator) {
     const char *const apc[] = {bDriver ? "OXA_Add" : "", tProfile.acName, bDriver ? "StaticSensor" : "_",
                                pcGenerator};
     size_t n = 0;
-    for (const char *pc : apc)
-        while (*pc != '\0' && n < sizeof(ac) - 1)
-            ac[n++] = *pc++;
+    for (const char *pc : apc) {
+        Letters tLetters(pc);
+        for (char c; (c = tLetters.Next()) != '\0' && n < sizeof(ac) - 1;)
+            ac[n++] = c;
+    }
     ac[n] = '\0';
 }
 
@@ -105,6 +166,16 @@ void SayRefusal(const ProfileName &tProfile, RowView tRow, Remark tRemark, uint8
         pfnLog(ModuleOf(tRemark), tProfile.acFile, LineOf(tRemark), tLabel.ac,
                "The board does not support adding sensor %.*s%u%s.", nBefore, pcText, ucIndex,
                pcText + nBefore + 2);
+}
+
+void Say(const Draft &tDraft, Remark tRemark, const char *pcFormat, int sdw) {
+    Say(DRAFT_SPEAKER(tDraft), tRemark, pcFormat, sdw);
+}
+void SayNamed(const Draft &tDraft, Remark tRemark, const char *pcFormat, int sdw) {
+    SayNamed(DRAFT_SPEAKER(tDraft), tRemark, pcFormat, sdw);
+}
+void SayNamed(const Draft &tDraft, Remark tRemark, const char *pcFormat, int sdwA, int sdwB) {
+    SayNamed(DRAFT_SPEAKER(tDraft), tRemark, pcFormat, sdwA, sdwB);
 }
 
 } // namespace oxa

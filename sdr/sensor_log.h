@@ -7,7 +7,7 @@
 
 #include "oxa/platform.h"
 #include "sdr/oxa_log.h"
-#include "sdr/sensor_row.h"
+#include "sdr/sensor_row_stored.h"
 
 namespace oxa {
 

@@ -2,9 +2,16 @@
 //
 // Sensors as data.  A kind says what a sensor's record looks like and what is asked of the board before it is
 // built; a row gives a kind a name in one profile.  A profile is one constant: its head and its rows, packed
-// one behind the other without a pointer, so that it costs no relocation:
+// one behind the other without a pointer, so that it costs no relocation.
 //
-//     row = length, group, kind, offsets of name, variant, announcement; generator\0 name\0 variant\0 ...
+// Both are written down readably and stored small; the compiler turns one form into the other.  A row as it
+// is listed:
+//
+//     length, group, kind, offsets of name, variant, announcement; generator\0 name\0 variant\0 ...
+//
+// and as it is stored (sensor_row_stored.h):
+//
+//     length, group and what follows the name, kind, offset of name; coded generator, name\0 variant\0 ...
 //
 // The generator is the exported function's name without "<Profile>_"; records that the driver builds under
 // its own name have an empty one.  Variant and announcement may be missing (offset 0).
@@ -92,11 +99,12 @@ enum KindFlag : uint8_t {
     kIndexInItem = 0x10,          // the entry's item number (offset 1) counts on with the index
     kDropBelowSilk = 0x20         // not built for a printed CPU number below the first one
 };
+inline constexpr uint8_t kScanned = 0x80; // of a device, and among the flags as they are stored
 
 struct Device { // device-table entry
     uint8_t ucCode = 0;
     uint8_t ucItem = 0;
-    uint8_t ucScanFlag = 0; // 0x80: scanned
+    uint8_t ucScanFlag = 0; // kScanned or none
     uint8_t ucMark = 0xFF;  // 0x25 disks, 0x28 54 V rails
 };
 
@@ -113,54 +121,23 @@ struct Behaviour {
     uint8_t ucFlags = 0;
 };
 
-// The same as the engine reads it: most sensors do nothing odd, and two bits say so.
-enum OddBit : uint8_t {
-    kAsks = 0x01,   // gate, first CPU number or board id before anything is filled in
-    kChanges = 0x02 // the template is changed by what the board told, or a bus client is needed
-};
-struct Traits {
-    uint8_t ucOdd;
-    uint8_t ucTail; // what fills the 16 bytes at the slot's end: a full record's name field, else zero
-    Gate eGate;
-    uint8_t ucGateId;
-    Place ePlace;
-    Client eClient;
-    BoardLine eBoardLine;
-    Known eKnown;
-    Naming eNaming;
-    uint8_t ucFlags;
-};
-
+// A sensor as it is written down.
 struct SensorKind {
     SdrHead tHead;
-    Device tDevice;
-    Traits tTraits;
+    Behaviour tDoes;
 };
 
-constexpr bool ChangesTemplate(const Behaviour &t) {
-    return t.eGate == Gate::kCpuVoltage || t.eGate == Gate::kFanAccuracy || t.eGate == Gate::kDimmAccuracy ||
-           t.eGate == Gate::kDiskAccuracy ||
+constexpr bool Asks(const Behaviour &t) {
+    return t.eGate != Gate::kNone || (t.ucFlags & kSilkReread) != 0 || t.eBoardLine != BoardLine::kNone;
+}
+constexpr bool Changes(const Behaviour &t) {
+    return t.eClient != Client::kNone || t.eGate == Gate::kCpuVoltage || t.eGate == Gate::kFanAccuracy ||
+           t.eGate == Gate::kDimmAccuracy || t.eGate == Gate::kDiskAccuracy ||
            (t.ucFlags & (kSlotInRecord | kRelativeOnSmallBoard | kIndexInItem)) != 0;
 }
 
-constexpr Traits TraitsOf(const Behaviour &t, bool bFull) {
-    const bool bAsks =
-        t.eGate != Gate::kNone || (t.ucFlags & kSilkReread) != 0 || t.eBoardLine != BoardLine::kNone;
-    const bool bChanges = ChangesTemplate(t) || t.eClient != Client::kNone;
-    return {static_cast<uint8_t>((bAsks ? kAsks : 0) | (bChanges ? kChanges : 0)),
-            static_cast<uint8_t>(bFull ? kNameFill : 0),
-            t.eGate,
-            t.ucGateId,
-            t.ePlace,
-            t.eClient,
-            t.eBoardLine,
-            t.eKnown,
-            t.eNaming,
-            t.ucFlags};
-}
-
 constexpr SensorKind MakeKind(const SdrHead &tHead, const Behaviour &t) {
-    return {tHead, t.tDevice, TraitsOf(t, tHead.auc[SDR_RECORD_TYPE] == kRecordFull)};
+    return {tHead, t};
 }
 constexpr SensorKind Full(const FullFields &t, const Behaviour &tBehaviour) {
     return MakeKind(FullHead(t), tBehaviour);
@@ -171,6 +148,31 @@ constexpr SensorKind Compact(const CompactFields &t, const Behaviour &tBehaviour
         tHead.auc[COMPACT_SDR_NAME + uc] = kNameFill; // the name field
     return MakeKind(tHead, tBehaviour);
 }
+
+// The same as the engine reads it.  Many sensors share a head but for entity, instance and byte 24 (M of a
+// full record); heads stand behind one another without the part that a compact record has no use for.  Most
+// sensors do nothing odd, and two bits say so.
+struct StoredKind {
+    uint8_t ucHead; // where among the heads, in steps of kHeadStep
+    uint8_t ucByte24;
+    uint8_t aucEntity[2]; // id and instance
+    uint8_t aucDevice[2]; // the entry's code and item
+    uint8_t ucMark;
+    uint8_t ucGateId;
+    Gate eGate : 5;
+    bool bAsks : 1;    // gate, first CPU number or board id before anything is filled in
+    bool bChanges : 1; // the template is changed by what the board told, or a bus client is needed
+    bool bFull : 1;
+    Place ePlace : 4;
+    Client eClient : 2;
+    BoardLine eBoardLine : 2;
+    Naming eNaming : 3;
+    Known eKnown : 5;
+    uint8_t ucFlags; // and kScanned
+};
+static_assert(sizeof(StoredKind) == 12);
+inline constexpr uint8_t kHeadStep = 16;
+static_assert(kFullHeadSize % kHeadStep == 0 && kCompactHeadSize % kHeadStep == 0);
 
 // ---- rows -------------------------------------------------------------------------------------------------
 
@@ -297,43 +299,6 @@ constexpr bool SameText(const uint8_t *puc, const char *pc) {
             return true;
     return false;
 }
-
-// ---- a row as the engine reads it -------------------------------------------------------------------------
-
-struct RowView {
-    const uint8_t *puc;
-
-    Group GroupOf() const {
-        return static_cast<Group>(puc[kRowGroup]);
-    }
-    uint8_t Kind() const {
-        return puc[kRowKind];
-    }
-    const char *Generator() const {
-        return reinterpret_cast<const char *>(puc + kRowTexts);
-    }
-    const char *Name() const {
-        return reinterpret_cast<const char *>(puc + puc[kRowName]);
-    }
-    const char *Variant() const {
-        return reinterpret_cast<const char *>(puc + puc[kRowVariant]);
-    }
-    bool HasVariant() const {
-        return puc[kRowVariant] != 0;
-    }
-    const char *Announced() const {
-        return reinterpret_cast<const char *>(puc + puc[kRowAnnounced]);
-    }
-    bool IsAnnounced() const {
-        return puc[kRowAnnounced] != 0;
-    }
-    bool IsEnd() const {
-        return puc[kRowLength] == 0;
-    }
-    RowView Next() const {
-        return {puc + puc[kRowLength]};
-    }
-};
 
 } // namespace oxa
 #endif
