@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The steps for disks, the generator tables and the switch board.
+#include <cstddef>
 #include <cstring>
 
 #include "oxa/platform.h"
 #include "profiles/static_pass.h"
+#include "sdr/backpanels.h"
 #include "sdr/oxa_log.h"
 
 namespace oxa {
@@ -31,27 +33,18 @@ struct DiskRanges {
     }
 };
 
-// The platform's list is bigger than this pass may take from the stack, so it is borrowed from the image of
-// the extended store (which is read afresh before each use) and only the slot ranges are kept.
-static_assert(sizeof(HalHddBackpanelList) <= sizeof(g_extSdrData));
+// The platform's list is borrowed; only the slot ranges are kept.
 [[gnu::noinline]] bool ReadDiskRanges(DiskRanges &tRanges) {
-    const HalHddBackpanelService *ptService = HalHddBackpanelInst();
-    if (ptService == nullptr || ptService->GetBackPanelList == nullptr)
+    const Backpanels tPanels;
+    if (!tPanels.IsRead())
         return false;
-    memset(g_extSdrData, 0, sizeof(HalHddBackpanelList));
-    const bool bRead =
-        ptService->GetBackPanelList(reinterpret_cast<HalHddBackpanelList *>(g_extSdrData)) == 0;
-    if (bRead)
-        memcpy(&tRanges.dwCount, g_extSdrData + offsetof(HalHddBackpanelList, count),
-               sizeof(tRanges.dwCount));
-    for (uint32_t dw = 0; bRead && dw < tRanges.Walked(); ++dw) {
-        const uint8_t *pucRec =
-            g_extSdrData + offsetof(HalHddBackpanelList, atRec) + dw * sizeof(HalHddBackpanelRec);
+    tRanges.dwCount = tPanels.Told();
+    for (uint32_t dw = 0; dw < tRanges.Walked(); ++dw) {
+        const uint8_t *pucRec = tPanels.Record(dw);
         tRanges.at[dw] = {pucRec[offsetof(HalHddBackpanelRec, ucStartSlot)],
                           pucRec[offsetof(HalHddBackpanelRec, ucDiskCnt)]};
     }
-    memset(g_extSdrData, 0, sizeof(HalHddBackpanelList));
-    return bRead;
+    return true;
 }
 
 [[gnu::noinline]] bool IsNvme(const StaticPass &tPass, uint8_t ucSlot) {
