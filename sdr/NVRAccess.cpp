@@ -11,7 +11,7 @@
 namespace oxa {
 namespace {
 
-constexpr char kFile[] = "specific_sdr_file.c";
+constexpr const char *kFile = "specific_sdr_file.c";
 constexpr uint32_t kSemKey = 12313; // guards both files
 constexpr uint32_t kSemWait = 2000;
 constexpr uint32_t kFileMode = 0775;

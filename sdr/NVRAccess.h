@@ -9,8 +9,8 @@
 
 namespace oxa {
 
-constexpr char kExtSDRFile[] = "/var/tmp/extSDR.dat";
-constexpr char kExtDevTabFile[] = "/var/tmp/extDevTab.dat";
+constexpr const char *kExtSDRFile = "/var/tmp/extSDR.dat";
+constexpr const char *kExtDevTabFile = "/var/tmp/extDevTab.dat";
 
 // Reads up to dwLen bytes of the file into pucRead, or, when pucRead is null, replaces the file by the dwLen
 // bytes at pucWrite.  Returns the number of bytes read (0 = none) or 0 for a write; -1 without the semaphore.

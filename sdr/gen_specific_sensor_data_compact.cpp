@@ -13,7 +13,7 @@ using namespace oxa::snr;
 
 namespace {
 
-constexpr char kFile[] = "gen_specific_sensor_data.c";
+constexpr const char *kFile = "gen_specific_sensor_data.c";
 
 enum class CompactKind : uint8_t { kDisk, kCard, kMemory };
 

@@ -11,7 +11,7 @@ using namespace oxa::snr;
 
 namespace {
 
-constexpr char kFile[] = "gen_specific_sensor_data.c";
+constexpr const char *kFile = "gen_specific_sensor_data.c";
 
 // ---- FRU id offset ------------------------------------------------------------------------------
 

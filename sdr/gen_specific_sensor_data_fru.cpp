@@ -15,7 +15,7 @@ using namespace oxa;
 
 namespace {
 
-constexpr char kFile[] = "gen_specific_sensor_data.c";
+constexpr const char *kFile = "gen_specific_sensor_data.c";
 constexpr uint8_t kPsuFirstFruId = 16; // of a power supply 0, which there is not
 constexpr uint8_t kIdLengthMask = 0x3F;
 constexpr uint8_t kSubCardSlot = 15;

@@ -24,7 +24,7 @@ const PurchaseCardRow gPurchaseCardInfo[11] = {
 namespace oxa {
 namespace {
 
-constexpr char kFile[] = "gen_specific_sensor_data.c";
+constexpr const char *kFile = "gen_specific_sensor_data.c";
 constexpr char kFruIdFile[] = "/var/tmp/purchaseCardFruId";
 constexpr uint32_t kAuditLevel = 191;
 constexpr uint32_t kSectionSize = 32;

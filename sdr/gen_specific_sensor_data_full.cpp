@@ -15,7 +15,7 @@ using namespace oxa::snr;
 
 namespace {
 
-constexpr char kFile[] = "gen_specific_sensor_data.c";
+constexpr const char *kFile = "gen_specific_sensor_data.c";
 constexpr uint16_t kFanlessBoardId = 0x5497;
 constexpr uint8_t kLumoraPowerSensorType = 0x0B; // this profile's power sensors are "other units-based"
 constexpr uint8_t kWholeWatts = 1;

@@ -9,7 +9,7 @@
 namespace oxa {
 namespace {
 
-constexpr char kFile[] = "gen_specific_sensor_data.c";
+constexpr const char *kFile = "gen_specific_sensor_data.c";
 
 } // namespace
 

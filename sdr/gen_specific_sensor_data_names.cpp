@@ -5,6 +5,7 @@
 //
 // A name is at most 16 characters.  A longer one is cut where it is stored and reported by its length, which
 // the callers refuse; a length of 0 says that the sensor is not offered.
+#include <algorithm>
 #include <cstring>
 #include <iterator>
 
@@ -17,7 +18,7 @@ using namespace oxa::snr;
 
 namespace {
 
-constexpr char kFile[] = "gen_specific_sensor_data.c";
+constexpr const char *kFile = "gen_specific_sensor_data.c";
 constexpr uint16_t kSablinBoardId = 0x54E0;
 constexpr uint8_t kLocationFront = 1;
 constexpr uint8_t kSilkSize = 32;
@@ -58,8 +59,62 @@ constexpr NamePair kFrontNames[] = {
 };
 static_assert(std::size(kFrontNames) == 24);
 
+// All of them follow one rule, so that the left column is enough to keep: "*" becomes "F-*", and of a name
+// that is too long then "Temp" becomes "T".
+constexpr void MakeFrontName(char (&acTo)[SENSOR_NAME_SIZE], const char *pcFrom, size_t nFrom) {
+    const bool bTooLong = nFrom + 2 > kNameMax;
+    char *pcTo = acTo;
+    for (const char *pc = pcFrom; *pc != '\0'; ++pc) {
+        if (*pc == '*') {
+            *pcTo++ = 'F';
+            *pcTo++ = '-';
+        }
+        *pcTo++ = *pc;
+        if (bTooLong && *pc == 'T')
+            pc += 3;
+    }
+}
+
+constexpr size_t Length(const char *pc) {
+    size_t n = 0;
+    while (pc[n] != '\0')
+        ++n;
+    return n;
+}
+constexpr bool FollowTheRule() {
+    for (const NamePair &tPair : kFrontNames) {
+        char acMade[SENSOR_NAME_SIZE] = {};
+        MakeFrontName(acMade, tPair.acFrom, Length(tPair.acFrom));
+        if (!std::equal(std::begin(acMade), std::end(acMade), tPair.acTo))
+            return false;
+    }
+    return true;
+}
+static_assert(FollowTheRule());
+
+constexpr size_t SizeOfFrontPatterns() {
+    size_t n = 0;
+    for (const NamePair &tPair : kFrontNames)
+        n += Length(tPair.acFrom) + 1;
+    return n;
+}
+struct FrontPatterns { // one behind the other
+    char ac[SizeOfFrontPatterns()] = {};
+
+    constexpr FrontPatterns() {
+        char *pcTo = ac;
+        for (const NamePair &tPair : kFrontNames)
+            pcTo = std::copy_n(tPair.acFrom, Length(tPair.acFrom) + 1, pcTo);
+    }
+};
+constexpr FrontPatterns kFrontPatterns;
+
 // GPU units of board 0x54E0, named by row and place.
-constexpr NamePair kSablinGpuNames[] = {
+struct GpuName {
+    char acFrom[5];
+    char acTo[4];
+};
+constexpr GpuName kSablinGpuNames[] = {
     {"GU05", "RA3"}, {"GU04", "RA2"}, {"GU03", "RA1"}, {"GU08", "RB3"},
     {"GU07", "RB2"}, {"GU06", "RB1"}, {"GU10", "RC2"}, {"GU09", "RC1"},
 };
@@ -279,7 +334,11 @@ void getSilkInfo(const SnrQuery *ptInfo, char *pSilkInfo, uint8_t ucNumber, uint
 }
 
 uint8_t strrpc(char *pcOut, const char *pcSrc, const char *pcPattern, const char *pcReplacement) {
-    if (IsMissing(__func__, pcOut, pcSrc) || IsMissing(__func__, pcPattern, pcReplacement))
+    if (pcOut == nullptr) {
+        OXA_ERROR(kModuleSdr, kFile, __func__, "%s failed! The input parameter is null.", __func__);
+        return 0;
+    }
+    if (IsMissing(__func__, pcSrc, pcPattern) || IsMissing(__func__, pcReplacement))
         return 0;
     const size_t nSrc = strnlen_s(pcSrc, kNameMax);
     const size_t nPattern = strnlen_s(pcPattern, SENSOR_NAME_SIZE);
@@ -340,10 +399,13 @@ void modifyPcieSlotName(uint8_t *ucInstance, SnrQuery *ptInfo) {
     uint8_t ucFrontSlot = 0;
     if (!CanSitInFrontSlot(ptInfo->ucDeviceType) || getFSlotInfo(*ucInstance, &ucFrontSlot) != 0)
         return;
-    for (const NamePair &tPair : kFrontNames) {
-        if (memcmp(ptInfo->acName, tPair.acFrom, strnlen_s(tPair.acFrom, kNameMax) + 1) != 0)
+    size_t nSize;
+    for (const char *pc = kFrontPatterns.ac; pc != std::end(kFrontPatterns.ac); pc += nSize) {
+        nSize = strnlen_s(pc, kNameMax) + 1;
+        if (memcmp(ptInfo->acName, pc, nSize) != 0)
             continue;
-        memcpy(ptInfo->acName, tPair.acTo, sizeof(tPair.acTo));
+        memset(ptInfo->acName, 0, sizeof(ptInfo->acName));
+        MakeFrontName(ptInfo->acName, pc, nSize - 1);
         *ucInstance = ucFrontSlot;
         return;
     }
@@ -364,7 +426,7 @@ uint8_t modifySablinGpuSensorName(SnrQuery *ptInfo) {
         OXA_INFO(kModuleSdr, kFile, __func__, "The board does not support adding sensor RAx.");
         return 0;
     }
-    for (const NamePair &tPair : kSablinGpuNames) {
+    for (const GpuName &tPair : kSablinGpuNames) {
         if (Contains(ptInfo->acName, tPair.acFrom))
             return ReplaceInName(ptInfo, tPair.acFrom, tPair.acTo);
     }

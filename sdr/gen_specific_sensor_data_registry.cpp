@@ -19,7 +19,7 @@ using namespace oxa::snr;
 
 namespace {
 
-constexpr char kFile[] = "gen_specific_sensor_data.c";
+constexpr const char *kFile = "gen_specific_sensor_data.c";
 constexpr uint8_t kHddTracked = 1; // the only disk kind whose two sensors are told apart
 constexpr char kFront[] = "Front";
 

@@ -8,7 +8,7 @@
 namespace oxa {
 namespace {
 
-constexpr char kFile[] = "gen_specific_sensor_devtab.c";
+constexpr const char *kFile = "gen_specific_sensor_devtab.c";
 
 constexpr uint8_t kScanFlag = 0x80;
 constexpr uint8_t kPlainMark = 0xFF;

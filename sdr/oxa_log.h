@@ -2,7 +2,8 @@
 //
 // Log lines.  Every line names the unit's file as the firmware knows it (a constant, not __FILE__), and every
 // error is counted first.  A unit defines its file name once:
-//     namespace { constexpr char kFile[] = "specific_sdr_file.c"; }
+//     namespace { constexpr const char *kFile = "specific_sdr_file.c"; }
+// (a pointer, so that units of one name share its letters)
 #ifndef OXA_SDR_LOG_H
 #define OXA_SDR_LOG_H
 

@@ -17,7 +17,7 @@ using namespace oxa::snr;
 
 namespace {
 
-constexpr char kFile[] = "oxa_specific_sdr.c";
+constexpr const char *kFile = "oxa_specific_sdr.c";
 constexpr uint32_t kSessionLastWord = 10;
 constexpr uint32_t kCommandLastWord = 20;
 constexpr uint8_t kAddResponseSize = 3;

@@ -8,7 +8,7 @@
 namespace oxa {
 namespace {
 
-constexpr char kFile[] = "specific_sdr_file.c";
+constexpr const char *kFile = "specific_sdr_file.c";
 constexpr int32_t kCpuOnline = 1;
 
 int32_t GetCpuReduceFlag(uint8_t *pucFlag) {

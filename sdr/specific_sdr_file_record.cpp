@@ -12,7 +12,7 @@ using namespace oxa;
 
 namespace {
 
-constexpr char kFile[] = "specific_sdr_file.c";
+constexpr const char *kFile = "specific_sdr_file.c";
 constexpr char kRecordFile[] = "/var/SpecificSDRRec";
 constexpr char kKeyRecId[] = "sdrRecId";
 constexpr char kKeyPresence[] = "Presence";

@@ -17,7 +17,7 @@ alignas(8) uint8_t g_extSdrData[EXT_SLOT_MAX * SDR_SLOT_SIZE];
 namespace oxa {
 namespace {
 
-constexpr char kFile[] = "specific_sdr_file.c";
+constexpr const char *kFile = "specific_sdr_file.c";
 constexpr uint8_t kNameLenMask = 0x3F;
 constexpr uint32_t kProbeSize = 4;
 constexpr uint32_t kWholeWord = 0xFFFFFFFFu;

@@ -12,7 +12,7 @@
 
 namespace oxa::sel {
 
-constexpr char kFile[] = "oxa_specific_sel.c";
+constexpr const char *kFile = "oxa_specific_sel.c";
 
 // Line of a builder, under the builder's name.
 #define SEL_INFO(builder, ...) OXA_INFO(kModuleSel, kFile, (builder).tHead.acName, __VA_ARGS__)

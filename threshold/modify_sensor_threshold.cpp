@@ -19,7 +19,7 @@ using namespace oxa;
 
 namespace {
 
-constexpr char kFile[] = "modify_sensor_threshold.c";
+constexpr const char *kFile = "modify_sensor_threshold.c";
 constexpr char kThresholdFile[] = "/conf/BMC1/sensor_threshold.dat";
 constexpr uint32_t kNameField = 16;
 constexpr uint8_t kNameLenMask = 0x1F; // five bits, although the ID string's length has six: kept
