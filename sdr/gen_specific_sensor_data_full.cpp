@@ -21,6 +21,7 @@ constexpr uint8_t kLumoraPowerSensorType = 0x0B; // this profile's power sensors
 constexpr uint8_t kWholeWatts = 1;
 constexpr uint8_t kSfpSlot = 0xFF; // what the scanner finds in byte 45 of an OCP port in that profile
 constexpr uint8_t kNibble = 0x0F;
+constexpr uint8_t kThresholdCnt = 6;
 constexpr uint8_t kEntityAddInCard = 0x0B;
 
 enum class FullKind : uint8_t { kTemp, kVolt, kPower, kFan };
@@ -182,8 +183,8 @@ void ForceFanLimits(FullDraft &tDraft) {
 void SetThresholds(FullDraft &tDraft) {
     const SpecificSensorParam &t = tDraft.tParam;
     uint8_t *const pucSDR = tDraft.aucSDR;
-    const uint8_t aucLimit[6] = {t.ucLNC, t.ucLC, t.ucLNR, t.ucUNC, t.ucUC, t.ucUNR}; // by bit
-    for (uint8_t ucBit = 0; ucBit < sizeof(aucLimit); ++ucBit)
+    const uint8_t aucLimit[kThresholdCnt] = {t.ucLNC, t.ucLC, t.ucLNR, t.ucUNC, t.ucUC, t.ucUNR}; // by bit
+    for (uint8_t ucBit = 0; ucBit < kThresholdCnt; ++ucBit)
         if (t.wBitmap >> ucBit & 1)
             pucSDR[kThresholdMasks[ucBit].ucOffset] = aucLimit[ucBit];
     SetThresholdMasks(pucSDR, static_cast<uint8_t>(t.wBitmap));
