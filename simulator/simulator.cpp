@@ -377,6 +377,10 @@ std::vector<RepositoryRecord> &Repository() {
     return TheState().repository;
 }
 
+uint16_t &NextRecordId() {
+    return TheState().next_record_id;
+}
+
 std::vector<std::vector<uint8_t>> &EventLog() {
     return TheState().event_log;
 }

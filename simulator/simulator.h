@@ -125,6 +125,7 @@ struct RepositoryRecord {
     std::vector<uint8_t> bytes;
 };
 std::vector<RepositoryRecord> &Repository();
+uint16_t &NextRecordId(); // of the record that is added next; may be set, to go on from an earlier run
 std::vector<std::vector<uint8_t>> &EventLog();
 // The live threshold table: what the board gives until the library replaces it.
 SensorThreshTable ThresholdTable();

@@ -3,12 +3,12 @@
 // oxa-sensors add and remove: one call of the library for one sensor description.
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
 
+#include "workbench/bmc_options.h"
 #include "workbench/errors.h"
 #include "workbench/output.h"
 #include "workbench/runtime_calls.h"
@@ -26,8 +26,8 @@ struct CallOptions {
     std::string board, profile;
     std::string description_path;
     std::map<std::string, std::string> words; // option values by key, as given
-    std::string root, bmc_address;
-    sim::Bmc bmc;
+    std::string root;
+    BmcOptions bmc;
     bool record = true, list = false;
     bool json = false, trace = false, log = false;
 };
@@ -51,10 +51,6 @@ bool OnlyLists(const CallOptions &options) {
 
 // ---- the platform ----------------------------------------------------------------------------------
 
-bool AtBmc(const CallOptions &options) {
-    return !options.bmc_address.empty();
-}
-
 // The record file holds ids of one repository: a folder belongs to that in memory or to a BMC's.
 void SetRoot(const CallOptions &options) {
     try {
@@ -62,42 +58,37 @@ void SetRoot(const CallOptions &options) {
     } catch (const std::filesystem::filesystem_error &error) {
         throw InputError("--root " + options.root + ": " + error.code().message());
     }
-    const std::string other = RepositoryPath(sim::Root(), !AtBmc(options));
+    const std::string other = RepositoryPath(sim::Root(), !options.bmc.Given());
     std::error_code ignored;
     if (std::filesystem::exists(other, ignored))
-        throw InputError("--root " + options.root + " was used " + (AtBmc(options) ? "without" : "with") +
+        throw InputError("--root " + options.root + " was used " +
+                         (options.bmc.Given() ? "without" : "with") +
                          " --bmc; its record ids are of that repository");
 }
 
 // The first call on a root directory lays the board's files down, later ones find what the library made of them.
-void StartPlatform(const CallOptions &options) {
+void StartPlatform(const CallOptions &options, const std::optional<sim::Bmc> &bmc) {
     sim::Board board = LoadBoardFor(options.board, options.profile);
     const std::vector<sim::Fault> faults = LoadFaultsOf(options.board);
     RepositoryState repository;
     if (!options.root.empty()) {
         SetRoot(options);
-        const std::string path = RepositoryPath(sim::Root(), AtBmc(options));
+        const std::string path = RepositoryPath(sim::Root(), options.bmc.Given());
         std::error_code ignored;
         if (std::filesystem::exists(path, ignored)) {
             board.files.clear();
             repository = LoadRepository(path); // of a BMC: empty
         }
     }
-    if (AtBmc(options))
-        sim::UseBmc(options.bmc);
+    if (bmc)
+        sim::UseBmc(*bmc);
     StartWith(std::move(board), faults, repository);
-}
-
-void PrintTrace(const CallOptions &options) {
-    for (const sim::Event &event : sim::Trace())
-        if (options.trace || (options.log && event.kind == sim::Kind::kLog))
-            std::fprintf(stderr, "%s\n", OneLine(sim::Format(event)).c_str());
 }
 
 void KeepState(const CallOptions &options) {
     if (!options.root.empty())
-        SaveRepository(RepositoryPath(sim::Root(), AtBmc(options)),
-                       AtBmc(options) ? RepositoryState{} : CurrentRepository());
+        SaveRepository(RepositoryPath(sim::Root(), options.bmc.Given()),
+                       options.bmc.Given() ? RepositoryState{} : CurrentRepository());
 }
 
 // ---- the result ------------------------------------------------------------------------------------
@@ -140,7 +131,7 @@ std::string RenderJson(const CallOptions &options, const std::optional<Outcome> 
                        const SpecificSensorParam &param) {
     Json out = {{"board", options.board},
                 {"profile", ProfileName(sim::CurrentBoard().custom_id)},
-                {"bmc", options.bmc_address.empty() ? Json(nullptr) : Json(options.bmc_address)}};
+                {"bmc", options.bmc.Given() ? Json(options.bmc.address) : Json(nullptr)}};
     if (outcome) {
         out["description"] = DescriptionJson(param);
         out.update(OutcomeJson(*outcome));
@@ -157,20 +148,19 @@ bool Good(const Outcome &outcome) {
     return outcome.word == OutcomeWords(outcome.action).front();
 }
 
-void RunCall(CallOptions options) {
-    if (!options.bmc_address.empty())
-        SetAddress(options.bmc, options.bmc_address);
-    if (options.list && !options.bmc_address.empty())
+void RunCall(const CallOptions &options) {
+    const std::optional<sim::Bmc> bmc = ChosenBmc(options.bmc);
+    if (options.list && bmc)
         throw InputError("--list shows the repository in memory, not the BMC's (ipmitool ... sdr elist all)");
     SpecificSensorParam param{};
     if (!OnlyLists(options))
         param = Finish(Described(options));
-    StartPlatform(options);
+    StartPlatform(options, bmc);
     StartLibrary();
     std::optional<Outcome> outcome;
     if (!OnlyLists(options))
         outcome = options.adds ? AddSensor(param, options.record) : RemoveSensor(param);
-    PrintTrace(options);
+    PrintPlatformTrace(options.trace, options.log);
     if (const auto violations = sim::Violations(); !violations.empty())
         throw SetError("the call broke a rule: " + OneLine(Join(violations, "; ")));
     KeepState(options);
@@ -237,13 +227,7 @@ void AddCall(CLI::App &app, bool adds) {
                           "extended store (default)");
     command->add_flag("--list", options->list,
                       "Show the repository afterwards; without a description only that");
-    command->add_option("--bmc", options->bmc_address, "The session leads to a BMC over RMCP+")
-        ->type_name("HOST:PORT");
-    command->add_option("--user", options->bmc.user, "User at the BMC")
-        ->type_name("NAME")
-        ->capture_default_str();
-    command->add_option("--password", options->bmc.password, "Password at the BMC; default: test")
-        ->type_name("TEXT");
+    AddBmcOptions(*command, options->bmc, "The session leads to a BMC over RMCP+");
     command->add_flag("--trace", options->trace,
                       "Print everything that crossed the platform border to standard error");
     command->add_flag("--log", options->log, "Print the library's log lines to standard error");

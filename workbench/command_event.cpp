@@ -3,15 +3,14 @@
 // oxa-sensors event: calls an event builder and shows the record that it writes.
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cstdio>
 #include <memory>
 
-#include "simulator/backend_bmc.h"
-#include "simulator/board_file.h"
 #include "simulator/simulator.h"
+#include "workbench/bmc_options.h"
 #include "workbench/errors.h"
 #include "workbench/json.h"
 #include "workbench/output.h"
+#include "workbench/runtime_platform.h"
 #include "workbench/sel_calls.h"
 #include "workbench/sel_commands.h"
 #include "workbench/sel_words.h"
@@ -27,8 +26,7 @@ struct EventOptions {
     bool list = false;
     std::string board, profile;
     uint32_t count = 1;
-    std::string bmc_address; // empty: in memory
-    sim::Bmc bmc;
+    BmcOptions bmc;
     bool trace = false, log = false, json = false;
 };
 
@@ -77,55 +75,13 @@ std::string ListBuildersJson(const std::vector<std::string> &names) {
 
 // ---- the platform ----------------------------------------------------------------------------------
 
-uint32_t ProfileId(const std::string &name) {
-    std::vector<std::string> names;
-    for (const Profile *profile : AllProfiles()) {
-        if (name == profile->name)
-            return profile->id;
-        names.push_back(profile->name);
-    }
-    throw InputError("unknown profile '" + name + "'; available: " + Join(names, ", "));
-}
-
 // A board of which nothing is told has no sensor directory: lookups fail.
 void StartPlatform(const EventOptions &options) {
-    try {
-        sim::Board board = options.board.empty() ? sim::Board{} : sim::LoadBoardFile(options.board);
-        const auto faults =
-            options.board.empty() ? std::vector<sim::Fault>{} : sim::LoadBoardFaults(options.board);
-        if (!options.profile.empty())
-            board.custom_id = ProfileId(options.profile);
-        sim::Start(std::move(board));
-        for (const sim::Fault &fault : faults)
-            sim::AddFault(fault);
-    } catch (const sim::BoardError &error) {
-        throw InputError(OneLine(error.what()));
-    }
-}
-
-void SettleBmc(EventOptions &options) {
-    if (options.bmc_address.empty())
-        return;
-    const size_t colon = options.bmc_address.rfind(':');
-    options.bmc.host = options.bmc_address.substr(0, colon);
-    if (colon != std::string::npos) {
-        const std::string port = options.bmc_address.substr(colon + 1);
-        const bool number =
-            !port.empty() && port.size() <= 5 && port.find_first_not_of("0123456789") == std::string::npos;
-        const unsigned long value = number ? std::stoul(port) : 0;
-        if (value == 0 || value > 65535)
-            throw InputError("--bmc " + options.bmc_address + ": '" + port + "' is no port");
-        options.bmc.port = static_cast<uint16_t>(value);
-    }
-    if (options.bmc.host.empty())
-        throw InputError("--bmc " + options.bmc_address + ": no host; write HOST:PORT");
-    sim::UseBmc(options.bmc);
-}
-
-void PrintTrace(const EventOptions &options) {
-    for (const sim::Event &event : sim::Trace())
-        if (options.trace || (options.log && event.kind == sim::Kind::kLog))
-            std::fprintf(stderr, "%s\n", OneLine(sim::Format(event)).c_str());
+    sim::Board board = options.board.empty() ? sim::Board{} : LoadBoardFor(options.board, "");
+    const auto faults = options.board.empty() ? std::vector<sim::Fault>{} : LoadFaultsOf(options.board);
+    if (!options.profile.empty())
+        board.custom_id = ProfileId(options.profile);
+    StartWith(std::move(board), faults, {});
 }
 
 // ---- the call --------------------------------------------------------------------------------------
@@ -150,7 +106,7 @@ Sent SendEvent(const EventOptions &options, const BuilderView &builder) {
     uint32_t result = OXA_OK;
     for (uint32_t n = 0; n < options.count && result == OXA_OK; ++n)
         result = CallBuilder(builder, sent.arguments);
-    PrintTrace(options);
+    PrintPlatformTrace(options.trace, options.log);
     sent.ids = sim::EventRecordIds();
     if (result != OXA_OK)
         throw SetError(CallText(builder, sent.arguments) + ": result " + Hex(result, 4) +
@@ -244,7 +200,7 @@ std::string WhereItWent(const EventOptions &options, const Sent &sent) {
                           ? "sent, record " + std::to_string(sent.ids.front())
                           : "sent " + std::to_string(sent.ids.size()) + " times, records " +
                                 std::to_string(sent.ids.front()) + " to " + std::to_string(sent.ids.back());
-    return out + (options.bmc_address.empty() ? "" : " of the BMC at " + options.bmc_address);
+    return out + (options.bmc.Given() ? " of the BMC at " + options.bmc.address : "");
 }
 
 std::string Render(const EventOptions &options, const Sent &sent, bool colour) {
@@ -281,7 +237,7 @@ std::string RenderJson(const EventOptions &options, const Sent &sent) {
     Json out = {{"builder", BuilderName(*sent.builder)},
                 {"arguments", arguments},
                 {"custom_id", sim::CurrentBoard().custom_id},
-                {"bmc", options.bmc_address.empty() ? Json(nullptr) : Json(options.bmc_address)},
+                {"bmc", options.bmc.Given() ? Json(options.bmc.address) : Json(nullptr)},
                 {"result", 0},
                 {"record_ids", sent.ids},
                 {"asked", Questions()},
@@ -294,13 +250,14 @@ std::string RenderJson(const EventOptions &options, const Sent &sent) {
     return Dump(out);
 }
 
-void RunEvent(EventOptions options) {
+void RunEvent(const EventOptions &options) {
     if (options.list)
         return PrintOut(options.json ? ListBuildersJson(options.words) : ListBuilders(options.words));
     if (options.words.empty())
         throw InputError("event: which builder? 'oxa-sensors event --list' names them");
     const BuilderView &builder = FindBuilder(options.words.front());
-    SettleBmc(options);
+    if (const auto bmc = ChosenBmc(options.bmc))
+        sim::UseBmc(*bmc);
     const Sent sent = SendEvent(options, builder);
     PrintOut(options.json ? RenderJson(options, sent) : Render(options, sent, ColourWanted()));
 }
@@ -333,13 +290,7 @@ void AddEventCommand(CLI::App &app) {
     command->add_option("--count", options->count, "Call the builder N times")
         ->type_name("N")
         ->check(CLI::Range(1, 1000000).description(""));
-    command->add_option("--bmc", options->bmc_address, "Send to a BMC over RMCP+ (see scripts/try-bmc)")
-        ->type_name("HOST:PORT");
-    command->add_option("--user", options->bmc.user, "User at the BMC")
-        ->type_name("NAME")
-        ->capture_default_str();
-    command->add_option("--password", options->bmc.password, "Password at the BMC; default: test")
-        ->type_name("TEXT");
+    AddBmcOptions(*command, options->bmc, "Send to a BMC over RMCP+ (see scripts/try-bmc)");
     command->add_flag("--trace", options->trace,
                       "Print everything that crossed the platform border to standard error");
     command->add_flag("--log", options->log, "Print the library's log lines to standard error");

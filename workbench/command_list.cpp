@@ -3,7 +3,7 @@
 #include "workbench/decode.h"
 #include "workbench/json.h"
 #include "workbench/output.h"
-#include "workbench/table.h"
+#include "workbench/sensor_table.h"
 #include "workbench/text.h"
 
 namespace workbench {
@@ -23,12 +23,6 @@ std::vector<Line> SelectLines(const StaticSet &set, const std::string &filter) {
             out.push_back({&sensor, std::move(decoded)});
     }
     return out;
-}
-
-std::string ReadingText(const Decoded &d) {
-    if (d.reading)
-        return d.reading->formula;
-    return std::to_string(d.readable.size()) + (d.readable.size() == 1 ? " state" : " states");
 }
 
 Style ThresholdStyle(const std::string &key) {
@@ -72,20 +66,9 @@ std::string Summary(const StaticSet &set, const std::vector<Line> &lines) {
 }
 
 std::string RenderTable(const StaticSet &set, const std::vector<Line> &lines) {
-    Table table({{"#", true},
-                 {"NAME"},
-                 {"KIND"},
-                 {"TYPE"},
-                 {"ENTITY"},
-                 {"INST"},
-                 {"READING"},
-                 {"LNR", true},
-                 {"LC", true},
-                 {"LNC", true},
-                 {"UNC", true},
-                 {"UC", true},
-                 {"UNR", true},
-                 {"DEVICE"}});
+    std::vector<Column> columns = SensorColumns("#");
+    columns.push_back({"DEVICE"});
+    Table table(std::move(columns));
     for (const Line &line : lines)
         table.Add(Row(line));
     return table.Render(ColourWanted()) + "\n" + Summary(set, lines);

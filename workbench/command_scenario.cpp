@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "workbench/bmc_options.h"
 #include "workbench/errors.h"
 #include "workbench/output.h"
 #include "workbench/runtime_bmc.h"
@@ -20,8 +21,8 @@ namespace workbench {
 namespace {
 
 struct ScenarioOptions {
-    std::string path, bmc_address;
-    sim::Bmc bmc;
+    std::string path;
+    BmcOptions bmc;
     bool json = false, log = false;
 };
 
@@ -154,7 +155,7 @@ std::string Render(const ScenarioOptions &options, const Scenario &scenario, con
     const bool colour = ColourWanted();
     std::string out = (scenario.name.empty() ? scenario.path : scenario.name) + "\nboard " +
                       scenario.board_path + ", profile " + ProfileName(scenario.board.custom_id) +
-                      (options.bmc_address.empty() ? "" : ", BMC at " + options.bmc_address) + "\n\n";
+                      (options.bmc.Given() ? ", BMC at " + options.bmc.address : "") + "\n\n";
     out += StepsText(scenario, end.steps, options.log, colour);
     out +=
         "Repository at the end: " + CountText(final.records) + Others(final.other_records, "record") + "\n";
@@ -178,7 +179,7 @@ std::string RenderJson(const ScenarioOptions &options, const Scenario &scenario,
                 {"name", scenario.name},
                 {"board", scenario.board_path},
                 {"profile", ProfileName(scenario.board.custom_id)},
-                {"bmc", options.bmc_address.empty() ? Json(nullptr) : Json(options.bmc_address)},
+                {"bmc", options.bmc.Given() ? Json(options.bmc.address) : Json(nullptr)},
                 {"as_expected", Good(end, final)},
                 {"steps", Json::array()},
                 {"repository", Json::array()},
@@ -207,12 +208,8 @@ std::string RenderJson(const ScenarioOptions &options, const Scenario &scenario,
     return Dump(out);
 }
 
-void RunScenarioCommand(ScenarioOptions options) {
-    std::optional<sim::Bmc> bmc;
-    if (!options.bmc_address.empty()) {
-        SetAddress(options.bmc, options.bmc_address);
-        bmc = options.bmc;
-    }
+void RunScenarioCommand(const ScenarioOptions &options) {
+    const std::optional<sim::Bmc> bmc = ChosenBmc(options.bmc);
     const Scenario scenario = LoadScenario(options.path);
     BmcBefore before;
     if (bmc)
@@ -233,13 +230,7 @@ void AddScenarioCommand(CLI::App &app) {
     command->add_option("FILE", options->path, "The story (TOML), see scenarios/README.md")
         ->required()
         ->type_name("");
-    command->add_option("--bmc", options->bmc_address, "Sessions lead to a BMC over RMCP+")
-        ->type_name("HOST:PORT");
-    command->add_option("--user", options->bmc.user, "User at the BMC")
-        ->type_name("NAME")
-        ->capture_default_str();
-    command->add_option("--password", options->bmc.password, "Password at the BMC; default: test")
-        ->type_name("TEXT");
+    AddBmcOptions(*command, options->bmc, "Sessions lead to a BMC over RMCP+");
     command->add_flag("--log", options->log, "Show the library's log lines under every step");
     command->add_flag("--json", options->json, "JSON with outcomes, log lines, repository and event log");
     command->footer("Exit status: 0 every step came to what the story expects; 1 one did not, a rule of the\n"

@@ -9,7 +9,7 @@
 #include "oxa/platform.h"
 #include "workbench/errors.h"
 #include "workbench/output.h"
-#include "workbench/table.h"
+#include "workbench/sensor_table.h"
 #include "workbench/text.h"
 #include "workbench/threshold_commands.h"
 
@@ -52,17 +52,10 @@ std::vector<Cell> EntryRow(const ThresholdImage &image, size_t index) {
 }
 
 std::string RenderText(const std::string &file, const ThresholdImage &image) {
-    Table table({{"#", true},
-                 {"NAME"},
-                 {"MASK"},
-                 {"LNR", true},
-                 {"LC", true},
-                 {"LNC", true},
-                 {"UNC", true},
-                 {"UC", true},
-                 {"UNR", true},
-                 {"FURTHER"},
-                 {"NOTE"}});
+    std::vector<Column> columns = {{"#", true}, {"NAME"}, {"MASK"}};
+    AddLimitColumns(columns);
+    columns.insert(columns.end(), {{"FURTHER"}, {"NOTE"}});
+    Table table(std::move(columns));
     for (size_t i = 0; i < image.entries.size(); ++i)
         table.Add(EntryRow(image, i));
     return file + ": saved under " + SavedUnder(image.custom_id) + ", " +

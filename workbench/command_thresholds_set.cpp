@@ -7,7 +7,6 @@
 
 #include "workbench/errors.h"
 #include "workbench/output.h"
-#include "workbench/runtime_platform.h"
 #include "workbench/text.h"
 #include "workbench/threshold_commands.h"
 

@@ -19,7 +19,10 @@ namespace {
 
 using namespace workbench;
 
-constexpr const char *kFooter =
+constexpr const char *kProgramFooter =
+    "Exit status: 0 done; 1 not done, or not as expected (COMMAND --help says what); 2 wrong input.\n"
+    "Colour is used on a terminal only; NO_COLOR switches it off.";
+constexpr const char *kSetFooter =
     "Exit status: 0 done; 1 the library built no usable set; 2 wrong input (nothing is written).\n"
     "Colour is used on a terminal only; NO_COLOR switches it off.";
 
@@ -31,7 +34,7 @@ void AddRunOptions(CLI::App &command, RunOptions &run, const std::string &more =
     command.add_flag("--trace", run.trace,
                      "Print everything that crossed the platform border to standard error");
     command.add_flag("--log", run.log, "Print the library's log lines to standard error");
-    command.footer(kFooter);
+    command.footer(kSetFooter);
 }
 
 void AddList(CLI::App &app, ListOptions &options) {
@@ -150,7 +153,7 @@ int Run(int argc, char **argv) {
     CheckOptions check;
     app.require_subcommand(1);
     app.set_version_flag("--version", "oxa-sensors " OXA_VERSION);
-    app.footer(kFooter);
+    app.footer(kProgramFooter);
     AddList(app, list);
     AddShow(app, show);
     AddExport(app, exporting, export_json);

@@ -13,19 +13,6 @@
 namespace workbench {
 namespace {
 
-bool WriteAll(int fd, const std::string &text) {
-    size_t done = 0;
-    while (done < text.size()) {
-        const ssize_t n = write(fd, text.data() + done, text.size() - done);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n < 0)
-            return false;
-        done += static_cast<size_t>(n);
-    }
-    return true;
-}
-
 [[noreturn]] void Fail(const std::string &path, int error) {
     throw InputError(path + ": cannot write: " + std::strerror(error));
 }
@@ -56,6 +43,19 @@ std::string ResolveLink(const std::string &path) { // a symbolic link stays, its
 }
 
 } // namespace
+
+bool WriteAll(int fd, const std::string &text) {
+    size_t done = 0;
+    while (done < text.size()) {
+        const ssize_t n = write(fd, text.data() + done, text.size() - done);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n < 0)
+            return false;
+        done += static_cast<size_t>(n);
+    }
+    return true;
+}
 
 void PrintOut(const std::string &text) {
     if (!WriteAll(STDOUT_FILENO, text) && errno != EPIPE)

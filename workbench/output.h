@@ -8,6 +8,9 @@
 
 namespace workbench {
 
+// False with errno when not all of it could be written.
+bool WriteAll(int fd, const std::string &text);
+
 // Writes everything to standard output.  A reader that has gone away ("| head") is no error.
 void PrintOut(const std::string &text);
 

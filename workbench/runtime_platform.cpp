@@ -6,12 +6,10 @@
 #include <sstream>
 
 #include "simulator/board_file.h"
-#include "simulator/internal.h" // the number of the next record
 #include "workbench/errors.h"
 #include "workbench/output.h"
 #include "workbench/runtime_records.h"
 #include "workbench/static_set.h"
-#include "workbench/text.h"
 
 namespace workbench {
 namespace {
@@ -37,23 +35,6 @@ size_t SizeAt(const std::string &path, const std::string &bytes, size_t at, size
 
 } // namespace
 
-uint32_t ProfileId(const std::string &name) {
-    std::vector<std::string> names;
-    for (const Profile *profile : AllProfiles()) {
-        if (name == profile->name)
-            return profile->id;
-        names.push_back(profile->name);
-    }
-    throw InputError("unknown profile '" + name + "'; available: " + Join(names, ", "));
-}
-
-std::string ProfileName(uint32_t id) {
-    for (const Profile *profile : AllProfiles())
-        if (profile->id == id)
-            return profile->name;
-    return "profile " + std::to_string(id);
-}
-
 sim::Board LoadBoardFor(const std::string &path, const std::string &profile) {
     try {
         sim::Board board = sim::LoadBoardFile(path);
@@ -78,11 +59,11 @@ void StartWith(sim::Board board, const std::vector<sim::Fault> &faults, const Re
     for (const sim::Fault &fault : faults)
         sim::AddFault(fault);
     sim::Repository() = repository.records;
-    sim::TheState().next_record_id = repository.next_id;
+    sim::NextRecordId() = repository.next_id;
 }
 
 RepositoryState CurrentRepository() {
-    return {sim::Repository(), sim::TheState().next_record_id};
+    return {sim::Repository(), sim::NextRecordId()};
 }
 
 std::string RepositoryPath(const std::string &root, bool at_bmc) {
@@ -119,22 +100,6 @@ void SaveRepository(const std::string &path, const RepositoryState &repository) 
         bytes += one;
     }
     WriteFileAtomically(path, bytes);
-}
-
-void SetAddress(sim::Bmc &bmc, const std::string &address) {
-    const size_t colon = address.rfind(':');
-    bmc.host = address.substr(0, colon);
-    if (bmc.host.empty())
-        throw InputError("--bmc " + address + ": no host; write HOST:PORT");
-    if (colon == std::string::npos)
-        return;
-    const std::string port = address.substr(colon + 1);
-    const bool number =
-        !port.empty() && port.size() <= 5 && port.find_first_not_of("0123456789") == std::string::npos;
-    const unsigned long value = number ? std::stoul(port) : 0;
-    if (value == 0 || value > 65535)
-        throw InputError("--bmc " + address + ": '" + port + "' is no port");
-    bmc.port = static_cast<uint16_t>(value);
 }
 
 } // namespace workbench

@@ -9,14 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "simulator/backend_bmc.h"
 #include "simulator/simulator.h"
 
 namespace workbench {
-
-// Id of a profile by name, those without driver too; InputError with the available ones.
-uint32_t ProfileId(const std::string &name);
-std::string ProfileName(uint32_t id); // "ferrisk", or "profile 99"
 
 // Board of a file, for the profile (empty: the board's own), without its files when they are there already.
 // InputError.
@@ -37,9 +32,6 @@ RepositoryState CurrentRepository();
 std::string RepositoryPath(const std::string &root, bool at_bmc);
 RepositoryState LoadRepository(const std::string &path); // InputError
 void SaveRepository(const std::string &path, const RepositoryState &repository);
-
-// "127.0.0.1:9001" into host and port of `bmc`; InputError.
-void SetAddress(sim::Bmc &bmc, const std::string &address);
 
 } // namespace workbench
 #endif

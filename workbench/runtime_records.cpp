@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "workbench/errors.h"
-#include "workbench/table.h"
+#include "workbench/sensor_table.h"
 #include "workbench/text.h"
 
 namespace workbench {
@@ -62,10 +62,7 @@ std::string EntityAndInstance(const RecordView &view) {
 std::string ReadingText(const RecordView &view) {
     if (view.IsLocator())
         return "FRU id " + std::to_string(view.fru_id);
-    if (view.decoded->reading)
-        return view.decoded->reading->formula;
-    const size_t states = view.decoded->readable.size();
-    return std::to_string(states) + (states == 1 ? " state" : " states");
+    return ReadingText(*view.decoded);
 }
 
 std::vector<const Threshold *> SetThresholds(const RecordView &view) {
@@ -143,19 +140,7 @@ std::string RecordText(const RecordView &view) {
 }
 
 std::string RecordTable(const std::vector<RecordView> &views, bool colour) {
-    Table table({{"ID", true},
-                 {"NAME"},
-                 {"KIND"},
-                 {"TYPE"},
-                 {"ENTITY"},
-                 {"INST"},
-                 {"READING"},
-                 {"LNR", true},
-                 {"LC", true},
-                 {"LNC", true},
-                 {"UNC", true},
-                 {"UC", true},
-                 {"UNR", true}});
+    Table table(SensorColumns("ID"));
     for (const RecordView &view : views)
         table.Add(Row(view));
     return table.Render(colour);

@@ -4,14 +4,10 @@
 // Files stay under one root directory; repository, event log and what is left of the faults are handed from one
 // life to the next through the parent.
 #include <algorithm>
-#include <cerrno>
-#include <csignal>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <sys/wait.h>
-#include <unistd.h>
 
+#include "workbench/apart.h"
 #include "workbench/errors.h"
 #include "workbench/runtime_platform.h"
 #include "workbench/scenario.h"
@@ -170,14 +166,8 @@ Carry CarryFrom(const Json &json) {
     return carry;
 }
 
-void WriteLine(int fd, const Json &json) {
-    const std::string line = json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
-    for (size_t done = 0; done < line.size();) {
-        const ssize_t n = write(fd, line.data() + done, line.size() - done);
-        if (n < 0 && errno != EINTR)
-            std::exit(1);
-        done += n > 0 ? static_cast<size_t>(n) : 0;
-    }
+std::string OneLineJson(const Json &json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 Json StepJson(size_t number, std::vector<Outcome> outcomes) {
@@ -197,28 +187,18 @@ struct Stretch { // steps of one life
 
 // One line per step, then what is left.  Every life but the first begins with the restart that made it.
 void LiveHere(const Scenario &scenario, const Stretch &stretch, const Carry &carry,
-              const std::optional<sim::Bmc> &bmc, int fd) {
+              const std::optional<sim::Bmc> &bmc, const Say &say) {
     try {
         Life life(scenario, carry);
         life.Start(stretch.first ? scenario.board : scenario.steps[stretch.begin].board, bmc);
         if (stretch.first)
             StartLibrary();
         for (size_t number = stretch.begin; number < stretch.end; ++number)
-            WriteLine(fd, StepJson(number, life.Run(number)));
-        WriteLine(fd, {{"carry", CarryJson(life.End())}, {"violations", sim::Violations()}});
+            say(OneLineJson(StepJson(number, life.Run(number))));
+        say(OneLineJson({{"carry", CarryJson(life.End())}, {"violations", sim::Violations()}}));
     } catch (const std::exception &error) {
-        WriteLine(fd, {{"error", error.what()}});
+        say(OneLineJson({{"error", error.what()}}));
     }
-}
-
-std::string ReadAll(int fd) {
-    std::string out;
-    char chunk[16384];
-    ssize_t n;
-    while ((n = read(fd, chunk, sizeof chunk)) > 0 || (n < 0 && errno == EINTR))
-        out.append(chunk, n > 0 ? static_cast<size_t>(n) : 0);
-    close(fd);
-    return out;
 }
 
 // Only those that are complete: a process may have ended within one.
@@ -244,35 +224,10 @@ std::string StepText(const Scenario &scenario, size_t number) {
            std::to_string(number + 1);
 }
 
-// The lines of one life's process and how it ended.
-std::pair<std::string, int> Fork(const Scenario &scenario, const Stretch &stretch, const Carry &carry,
-                                 const std::optional<sim::Bmc> &bmc) {
-    int ends[2];
-    if (pipe(ends) != 0)
-        throw SetError(std::string("no pipe: ") + std::strerror(errno));
-    std::fflush(nullptr);
-    const pid_t child = fork();
-    if (child < 0)
-        throw SetError(std::string("no process: ") + std::strerror(errno));
-    if (child == 0) {
-        close(ends[0]);
-        LiveHere(scenario, stretch, carry, bmc, ends[1]);
-        close(ends[1]);
-        std::exit(0);
-    }
-    close(ends[1]);
-    std::string lines = ReadAll(ends[0]);
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    return {std::move(lines), status};
-}
-
-Carry TakeLife(const Scenario &scenario, const Stretch &stretch, const std::pair<std::string, int> &answer,
-               StoryEnd &end) {
+Carry TakeLife(const Scenario &scenario, const Stretch &stretch, const Apart &answer, StoryEnd &end) {
     size_t told = stretch.begin;
     std::optional<Carry> carry;
-    for (const std::string &line : WholeLines(answer.first)) {
+    for (const std::string &line : WholeLines(answer.said)) {
         const Json json = Json::parse(line);
         if (json.contains("error"))
             throw SetError(StepText(scenario, told) + ": " + OneLine(json["error"].get<std::string>()));
@@ -285,10 +240,10 @@ Carry TakeLife(const Scenario &scenario, const Stretch &stretch, const std::pair
         end.steps.push_back(json);
         ++told;
     }
-    if (carry && answer.second == 0)
+    if (carry && answer.status == 0)
         return *carry;
     throw SetError(StepText(scenario, told) + ": the library's process ended with " +
-                   HowItEnded(answer.second));
+                   HowItEnded(answer.status));
 }
 
 std::vector<Stretch> Lives(const Scenario &scenario) {
@@ -310,7 +265,8 @@ StoryEnd RunScenario(const Scenario &scenario, const std::optional<sim::Bmc> &bm
     size_t life = 0;
     for (const Stretch &stretch : Lives(scenario)) {
         const size_t before = end.steps.size();
-        carry = TakeLife(scenario, stretch, Fork(scenario, stretch, carry, bmc), end);
+        const Apart answer = RunApart([&](const Say &say) { LiveHere(scenario, stretch, carry, bmc, say); });
+        carry = TakeLife(scenario, stretch, answer, end);
         ++life;
         for (size_t i = before; i < end.steps.size(); ++i) {
             end.steps[i]["life"] = life;

@@ -19,6 +19,7 @@
 
 #include "simulator/backend_bmc.h"
 #include "workbench/errors.h"
+#include "workbench/output.h"
 #include "workbench/static_set.h"
 
 namespace workbench {
@@ -197,12 +198,7 @@ bool SimulatorProcess::IsRunning() {
 }
 
 void SimulatorProcess::Command(const std::string &lines) {
-    for (size_t done = 0; done < lines.size();) {
-        const ssize_t n = write(input_, lines.data() + done, lines.size() - done);
-        if (n < 0 && errno != EINTR)
-            return; // its end is noticed elsewhere
-        done += n > 0 ? static_cast<size_t>(n) : 0;
-    }
+    WriteAll(input_, lines); // its end is noticed elsewhere
 }
 
 std::string SimulatorProcess::LastWords() const {

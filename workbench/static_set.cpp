@@ -35,12 +35,6 @@ constexpr size_t kCapacity = 24576;
 // A driver writes its count once, at the end; no set has this many sensors.
 constexpr uint16_t kCountNotWritten = 0xFFFF;
 
-void PrintTrace(const RunOptions &options) {
-    for (const sim::Event &event : sim::Trace())
-        if (options.trace || (options.log && event.kind == sim::Kind::kLog))
-            std::fprintf(stderr, "%s\n", OneLine(sim::Format(event)).c_str());
-}
-
 // A pass that ends early returns right after the line that says why, whatever that line's level.
 std::string LastLogLine() {
     const auto logs = sim::Logs();
@@ -76,6 +70,12 @@ void StartBoard(const RunOptions &options, const Profile &profile) {
 }
 
 } // namespace
+
+void PrintPlatformTrace(bool trace, bool log) {
+    for (const sim::Event &event : sim::Trace())
+        if (trace || (log && event.kind == sim::Kind::kLog))
+            std::fprintf(stderr, "%s\n", OneLine(sim::Format(event)).c_str());
+}
 
 std::string OneLine(std::string text) {
     while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
@@ -123,13 +123,30 @@ std::string AvailableProfiles() {
     return Join(names, ", ");
 }
 
+uint32_t ProfileId(const std::string &name) {
+    std::vector<std::string> names;
+    for (const Profile *profile : AllProfiles()) {
+        if (name == profile->name)
+            return profile->id;
+        names.push_back(profile->name);
+    }
+    throw InputError("unknown profile '" + name + "'; available: " + Join(names, ", "));
+}
+
+std::string ProfileName(uint32_t id) {
+    for (const Profile *profile : AllProfiles())
+        if (profile->id == id)
+            return profile->name;
+    return "profile " + std::to_string(id);
+}
+
 StaticSet BuildStaticSet(const RunOptions &options) {
     const Profile &profile = FindProfile(options.profile);
     StartBoard(options, profile);
     sim::StaticArrays &arrays = sim::CallerArrays(kCapacity);
     arrays.count = kCountNotWritten;
     profile.driver(arrays.slots, arrays.entries, &arrays.count);
-    PrintTrace(options);
+    PrintPlatformTrace(options.trace, options.log);
     if (arrays.count == kCountNotWritten)
         throw SetError(options.board + ": the pass ended without a count; " + LastLogLine());
     if (const auto violations = sim::Violations(); !violations.empty())

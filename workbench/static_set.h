@@ -30,6 +30,10 @@ std::vector<const Profile *> ProfilesWithDriver(); // in the order of their ids
 std::vector<const Profile *> AllProfiles();
 std::string AvailableProfiles(); // "default, ..."
 
+// Id of a profile by name, those without driver too; InputError with the available ones.
+uint32_t ProfileId(const std::string &name);
+std::string ProfileName(uint32_t id); // "ferrisk", or "profile 99"
+
 struct RunOptions {
     std::string board;
     std::string profile = "default";
@@ -55,6 +59,9 @@ StaticSet BuildStaticSet(const RunOptions &options);
 
 // The same in a process of its own, for commands that need several sets: the library's state has no reset.
 StaticSet BuildStaticSetApart(const RunOptions &options);
+
+// What crossed the platform border, or the library's log lines only, on standard error.
+void PrintPlatformTrace(bool trace, bool log);
 
 // One line without line ends.
 std::string OneLine(std::string text);

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // A set built in a child process: the library keeps state that has no reset, so every set of a command that needs
-// several of them gets a fresh library.  Result and errors come back through a pipe.
-#include <cerrno>
-#include <cstdio>
-#include <cstdlib>
+// several of them gets a fresh library.  Result and errors come back as one answer.
 #include <cstring>
 #include <sys/wait.h>
-#include <unistd.h>
 
+#include "workbench/apart.h"
 #include "workbench/errors.h"
 #include "workbench/static_set.h"
 
@@ -33,28 +30,6 @@ std::string ChildAnswer(const RunOptions &options) {
     }
 }
 
-[[noreturn]] void RunChild(int fd, const RunOptions &options) {
-    const std::string answer = ChildAnswer(options);
-    for (size_t done = 0; done < answer.size();) {
-        const ssize_t n = write(fd, answer.data() + done, answer.size() - done);
-        if (n < 0 && errno != EINTR)
-            std::exit(1);
-        done += n > 0 ? static_cast<size_t>(n) : 0;
-    }
-    close(fd);
-    std::exit(0); // not _exit: the simulated platform removes its files
-}
-
-std::string ReadAll(int fd) {
-    std::string out;
-    char chunk[16384];
-    ssize_t n;
-    while ((n = read(fd, chunk, sizeof chunk)) > 0 || (n < 0 && errno == EINTR))
-        out.append(chunk, n > 0 ? static_cast<size_t>(n) : 0);
-    close(fd);
-    return out;
-}
-
 StaticSet ParseAnswer(const RunOptions &options, const std::string &answer) {
     const std::string text = answer.empty() ? "" : answer.substr(1);
     if (answer.empty() || (answer[0] == kSetError))
@@ -77,23 +52,9 @@ StaticSet ParseAnswer(const RunOptions &options, const std::string &answer) {
 
 StaticSet BuildStaticSetApart(const RunOptions &options) {
     FindProfile(options.profile); // a wrong name needs no process
-    int ends[2];
-    if (pipe(ends) != 0)
-        throw SetError(std::string("no pipe: ") + std::strerror(errno));
-    std::fflush(nullptr);
-    const pid_t child = fork();
-    if (child < 0)
-        throw SetError(std::string("no process: ") + std::strerror(errno));
-    if (child == 0) {
-        close(ends[0]);
-        RunChild(ends[1], options);
-    }
-    close(ends[1]);
-    const std::string answer = ReadAll(ends[0]);
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    return ParseAnswer(options, WIFEXITED(status) && WEXITSTATUS(status) == 0 ? answer : "");
+    const Apart answer = RunApart([&](const Say &say) { say(ChildAnswer(options)); });
+    return ParseAnswer(options,
+                       WIFEXITED(answer.status) && WEXITSTATUS(answer.status) == 0 ? answer.said : "");
 }
 
 } // namespace workbench

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "workbench/threshold_platform.h"
 
-#include <cstdio>
 #include <cstring>
 
 #include "simulator/simulator.h"
@@ -159,12 +158,6 @@ Record BareRecord(const StoredThresholds &entry) {
     record[FULL_SDR_ID_TYPE_LEN] = static_cast<uint8_t>(0xC0 + entry.name.size());
     std::memcpy(record.data() + FULL_SDR_NAME, entry.name.data(), entry.name.size());
     return record;
-}
-
-void PrintPlatformTrace(bool trace, bool log) {
-    for (const sim::Event &event : sim::Trace())
-        if (trace || (log && event.kind == sim::Kind::kLog))
-            std::fprintf(stderr, "%s\n", OneLine(sim::Format(event)).c_str());
 }
 
 } // namespace workbench

@@ -61,7 +61,5 @@ FileBytes SaveOnPlatform(const StoredThresholds &entry);
 // A full record of this name and mask and nothing else, to ask the overlay about an entry.
 Record BareRecord(const StoredThresholds &entry);
 
-void PrintPlatformTrace(bool trace, bool log); // standard error
-
 } // namespace workbench
 #endif

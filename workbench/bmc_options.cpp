@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "workbench/bmc_options.h"
+
+#include "workbench/errors.h"
+
+namespace workbench {
+
+void AddBmcOptions(CLI::App &command, BmcOptions &options, const std::string &help) {
+    command.add_option("--bmc", options.address, help)->type_name("HOST:PORT");
+    command.add_option("--user", options.login.user, "User at the BMC")
+        ->type_name("NAME")
+        ->capture_default_str();
+    command.add_option("--password", options.login.password, "Password at the BMC; default: test")
+        ->type_name("TEXT");
+}
+
+std::optional<sim::Bmc> ChosenBmc(const BmcOptions &options) {
+    if (!options.Given())
+        return std::nullopt;
+    sim::Bmc bmc = options.login;
+    const size_t colon = options.address.rfind(':');
+    bmc.host = options.address.substr(0, colon);
+    if (colon != std::string::npos) {
+        const std::string port = options.address.substr(colon + 1);
+        const bool number =
+            !port.empty() && port.size() <= 5 && port.find_first_not_of("0123456789") == std::string::npos;
+        const unsigned long value = number ? std::stoul(port) : 0;
+        if (value == 0 || value > 65535)
+            throw InputError("--bmc " + options.address + ": '" + port + "' is no port");
+        bmc.port = static_cast<uint16_t>(value);
+    }
+    if (bmc.host.empty())
+        throw InputError("--bmc " + options.address + ": no host; write HOST:PORT");
+    return bmc;
+}
+
+} // namespace workbench
