@@ -119,7 +119,7 @@ TEST_P(EveryCallFailing, AloneHasItsExactOutcome) {
     const auto [board, shard] = GetParam();
     const CleanPass clean = RunCleanPass(MakeBoard(board));
     ASSERT_EQ(clean.calls.size(), sim::FailableCalls());
-    for (size_t k = 1 + shard; k <= clean.calls.size(); k += kShards) {
+    for (size_t k = 1 + shard; k <= clean.calls.size(); k += kShards * OXA_SWEEP_STEP) {
         FailOne(clean, k);
         if (HasFatalFailure())
             return;
@@ -129,7 +129,7 @@ TEST_P(EveryCallFailing, AloneHasItsExactOutcome) {
 TEST_P(EveryCallFailing, FromThenOnDoesNoHarm) {
     const auto [board, shard] = GetParam();
     const CleanPass clean = RunCleanPass(MakeBoard(board));
-    for (size_t k = 1 + shard; k <= clean.calls.size(); k += kShards) {
+    for (size_t k = 1 + shard; k <= clean.calls.size(); k += kShards * OXA_SWEEP_STEP) {
         SCOPED_TRACE("from call " + std::to_string(k) + ": " + clean.calls[k - 1].name);
         sim::Start(clean.board);
         std::filesystem::remove(sim::RealPath(kStorePath));
