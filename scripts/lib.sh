@@ -11,6 +11,9 @@ quietly() {
     return "$rc"
 }
 
+# Lets ccache keep what was compiled with precompiled headers.
+export CCACHE_SLOPPINESS=pch_defines,time_macros
+
 # Compiler launchers for cmake: ccache where it is installed.
 launchers() {
     if command -v ccache >/dev/null; then
