@@ -4,7 +4,7 @@
 #ifndef OXA_PROFILES_PROFILE_ROWS_H
 #define OXA_PROFILES_PROFILE_ROWS_H
 
-#include "profiles/sensor_kinds.h"
+#include "sdr/sensor_kinds.h"
 
 namespace oxa {
 

@@ -7,8 +7,8 @@
 #include <bit>
 #include <cstring>
 
-#include "profiles/sensor_kinds.h"
 #include "sdr/sensor_engine_draft.h"
+#include "sdr/sensor_kinds.h"
 
 namespace oxa {
 

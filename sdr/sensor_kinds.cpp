@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profiles/sensor_kinds.h"
+#include "sdr/sensor_kinds.h"
 
 #include "oxa/platform.h"
 #include "sdr/leakage_key.h"

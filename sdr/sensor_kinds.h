@@ -2,8 +2,8 @@
 //
 // What each sensor looks like, once, whether several profiles have it or one.  A profile's rows give it a
 // name.
-#ifndef OXA_PROFILES_SENSOR_KINDS_H
-#define OXA_PROFILES_SENSOR_KINDS_H
+#ifndef OXA_SDR_SENSOR_KINDS_H
+#define OXA_SDR_SENSOR_KINDS_H
 
 #include "sdr/sensor_row.h"
 
