@@ -17,7 +17,6 @@ namespace {
 
 constexpr const char *kFile = "gen_specific_sensor_data.c";
 constexpr uint8_t kPsuFirstFruId = 16; // of a power supply 0, which there is not
-constexpr uint8_t kIdLengthMask = 0x3F;
 constexpr uint8_t kSubCardSlot = 15;
 constexpr char kSubCardName[] = "SUB CARD";
 constexpr uint8_t kSubCardLength = 27; // handed on with three bytes more than the record has
@@ -37,8 +36,9 @@ struct LocatorDraft {
     }
     // Gives the length of record and name.
     uint8_t SetName(const char *pcName) {
-        const uint8_t ucLen = static_cast<uint8_t>(strnlen_s(pcName, kNameMax) & kIdLengthMask);
-        memcpy(auc + FRU_SDR_NAME, pcName, ucLen < kNameMax ? ucLen : kNameMax);
+        const size_t nLen = strnlen_s(pcName, kNameMax);
+        const uint8_t ucLen = nLen < kNameMax ? static_cast<uint8_t>(nLen) : kNameMax;
+        memcpy(auc + FRU_SDR_NAME, pcName, ucLen);
         auc[SDR_RECORD_LENGTH] = static_cast<uint8_t>(kFruLocatorBaseLength + ucLen);
         auc[FRU_SDR_ID_TYPE_LEN] = static_cast<uint8_t>(kIdTypeAscii | ucLen);
         return static_cast<uint8_t>(FRU_SDR_NAME + ucLen);

@@ -401,7 +401,7 @@ void modifyPcieSlotName(uint8_t *ucInstance, SnrQuery *ptInfo) {
         return;
     size_t nSize;
     for (const char *pc = kFrontPatterns.ac; pc != std::end(kFrontPatterns.ac); pc += nSize) {
-        nSize = strnlen_s(pc, kNameMax) + 1;
+        nSize = Length(pc) + 1; // our own: the walk must end at the end whatever the platform counts
         if (memcmp(ptInfo->acName, pc, nSize) != 0)
             continue;
         memset(ptInfo->acName, 0, sizeof(ptInfo->acName));

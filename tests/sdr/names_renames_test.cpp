@@ -113,6 +113,27 @@ TEST_F(FrontSlot, AllTwentyFourPatternsAndTheSlotAreReplaced) {
     EXPECT_THAT(Lines(), IsEmpty());
 }
 
+// The walk over the patterns relies on no count of the platform's.
+TEST_F(FrontSlot, AWrongLengthFromThePlatformChangesNoRename) {
+    AddSlot(5, "F-Slot2");
+    for (const int64_t length : {0, 1, 16, 255}) {
+        sim::ClearFaults();
+        sim::AddFault({.call = "strnlen_s", .result = length});
+        for (const Rename &rename : kRenames) {
+            SnrQuery query = Query(kTemp, 3, 0, rename.rear);
+            uint8_t slot = 5;
+            modifyPcieSlotName(&slot, &query);
+            EXPECT_EQ(Name(query), rename.front) << length;
+            EXPECT_EQ(slot, 2) << length;
+        }
+        SnrQuery other = Query(kTemp, 3, 0, "Z_TEMP_*");
+        uint8_t slot = 5;
+        modifyPcieSlotName(&slot, &other);
+        EXPECT_EQ(Name(other), "Z_TEMP_*") << length;
+        EXPECT_EQ(slot, 5) << length;
+    }
+}
+
 TEST_F(FrontSlot, OnlyFiveDeviceTypesTakePart) {
     AddSlot(5, "F-Slot2");
     for (int device = 0; device < 256; ++device) {
