@@ -31,7 +31,7 @@ constexpr CompactModel kMemoryModel = {"GenMEMStatusSpecificSDR", CompactKind::k
 // The name is looked up by the number that is printed at the disk, the scanner goes by the slot itself.
 void TakeDisk(SpecificDraft &tDraft) {
     const SpecificSensorParam &t = tDraft.tParam;
-    if (t.SubDeviceType == kPort) // an NVMe disk: where it is mounted decides
+    if (t.SubDeviceType == kNvme)
         tDraft.tQuery.SubDeviceType = getNvmeFrontInfo(tDraft.ucOriginalSlot);
     tDraft.ConvertSlot();
     OXA_INFO(kModuleSdr, kFile, tDraft.pcFunc,

@@ -55,12 +55,12 @@ bool BoardHasFans(const char *pcFunc) {
     return false;
 }
 
-// An NVMe disk has one sensor; where it is mounted decides which.
+// Only NVMe disks have a temperature; where one is mounted decides its name.
 bool TakeDisk(FullDraft &tDraft) {
     SpecificSensorParam &tParam = tDraft.tParam;
     if (tParam.ucDeviceType != kNvmeDisk)
         return true;
-    if (tParam.SubDeviceType != kPort) {
+    if (tParam.SubDeviceType != kNvme) {
         OXA_TRACE(kModuleSdr, kFile, tDraft.pcFunc,
                   "this sensor is not support, ucCardType:%d, ucSubCardType:%d!", tParam.ucDeviceType,
                   tParam.SubDeviceType);

@@ -104,7 +104,8 @@ enum SubDeviceType : uint8_t {
 
     kFanVariant = 2, // class kFan
 
-    kSata = 2, // disks
+    kNvme = 1, // disks; where an NVMe disk is mounted decides between the last two
+    kSata = 2,
     kSas = 3,
     kNvmeFront = 4,
     kNvmeRear = 5,
