@@ -75,7 +75,7 @@ constexpr FruLocatorHead FruLocator() {
     t.auc[FRU_SDR_ID_TYPE_LEN] = 0xC9;
     return t;
 }
-inline constexpr FruLocatorHead kFruLocatorTemplate = FruLocator();
+constexpr FruLocatorHead kFruLocatorTemplate = FruLocator();
 inline constexpr uint8_t kFruLocatorBaseLength = FRU_SDR_NAME - kSdrHeaderSize;
 
 // ---- Ferrisk: GPUs and NICs have fixed upper limits, whatever the description says ------------------------
@@ -83,7 +83,7 @@ inline constexpr uint8_t kFruLocatorBaseLength = FRU_SDR_NAME - kSdrHeaderSize;
 struct FixedLimits {
     uint8_t ucDeviceType, ucUNC, ucUC, ucUNR;
 };
-inline constexpr FixedLimits kFerriskLimits[] = {{2, 85, 88, 90}, {5, 100, 105, 110}};
+constexpr FixedLimits kFerriskLimits[] = {{2, 85, 88, 90}, {5, 100, 105, 110}};
 inline constexpr uint8_t kFerriskLimitBits = THRESH_BIT_UNC | THRESH_BIT_UC | THRESH_BIT_UNR;
 
 // ---- the numbers as they stand in the printed tables ------------------------------------------------------
