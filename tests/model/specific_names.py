@@ -4,7 +4,7 @@ import pathlib
 import re
 from dataclasses import dataclass, field
 
-TABLES = pathlib.Path(__file__).resolve().parents[1] / "sdr" / "expected_profile_tables.h"
+TABLES = pathlib.Path(__file__).resolve().parents[1] / "profiles" / "expected_name_tables.h"
 PROFILES = {0: "Default", 1: "Kestrin", 2: "Pellago", 3: "Vorana", 4: "Astrel", 6: "Quorral", 7: "Lumora",
             11: "Durnow", 20: "Sablin", 16: "Ferrisk"}
 TEMP, VOLT, FAN, POWER, MEMORY, DISK, CARD, GPU_CARD = (0x0100, 0x0200, 0x0403, 0x0803, 0x0C01, 0x0D00, 0x1501,

@@ -6,7 +6,7 @@
 // record or the sharing bytes and hystereses of a compact one, and the name.
 #include <gtest/gtest.h>
 
-#include "default_support.h"
+#include "static_sensors/default_support.h"
 
 namespace {
 
