@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The nine profiles, and in what their passes differ.
+#ifndef OXA_TESTS_SUPPORT_PROFILES_H
+#define OXA_TESTS_SUPPORT_PROFILES_H
+
+#include <cstdlib>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "oxa/exports.h"
+
+namespace tests {
+
+using Driver = void (*)(uint8_t *, DevTabEntry *, uint16_t *);
+
+struct Profile {
+    std::string name;   // "Kestrin": as in the names of its functions
+    std::string folder; // "kestrin": as in the names of files
+    uint32_t custom_id;
+    Driver driver;
+    bool table_first;  // the records of its table come before the groups
+    bool fans;         // has a fan pass
+    bool pcie;         // has a PCIe slot pass
+    bool cdu;          // has the sensors of a liquid-cooling unit
+    size_t alarm_loads; // how often a pass over one PSU loads its alarm configuration
+
+    std::string DriverName() const {
+        return "OXA_Add" + name + "StaticSensor";
+    }
+    std::string File() const {
+        return "gen_specific_sensor_" + folder + ".c";
+    }
+};
+inline std::ostream &operator<<(std::ostream &out, const Profile &profile) {
+    return out << profile.name;
+}
+
+inline const std::vector<Profile> &Profiles() {
+    static const std::vector<Profile> kProfiles = {
+        {"Default", "default", CUSTOM_ID_DEFAULT, OXA_AddDefaultStaticSensor, false, true, true, true, 1},
+        {"Kestrin", "kestrin", CUSTOM_ID_KESTRIN, OXA_AddKestrinStaticSensor, true, true, true, true, 1},
+        {"Astrel", "astrel", CUSTOM_ID_ASTREL, OXA_AddAstrelStaticSensor, true, true, true, false, 1},
+        {"Pellago", "pellago", CUSTOM_ID_PELLAGO, OXA_AddPellagoStaticSensor, true, true, true, false, 1},
+        {"Vorana", "vorana", CUSTOM_ID_VORANA, OXA_AddVoranaStaticSensor, true, false, true, false, 1},
+        {"Lumora", "lumora", CUSTOM_ID_LUMORA, OXA_AddLumoraStaticSensor, true, false, false, false, 1},
+        // it has a supply record in the place of the status
+        {"Quorral", "quorral", CUSTOM_ID_QUORRAL, OXA_AddQuorralStaticSensor, true, true, true, false, 0},
+        {"Durnow", "durnow", CUSTOM_ID_DURNOW, OXA_AddDurnowStaticSensor, true, true, true, false, 1},
+        {"Ferrisk", "ferrisk", CUSTOM_ID_FERRISK, OXA_AddFerriskStaticSensor, true, false, false, false, 1},
+    };
+    return kProfiles;
+}
+
+inline const Profile &FindProfile(const std::string &name) {
+    for (const Profile &profile : Profiles())
+        if (profile.name == name)
+            return profile;
+    std::abort();
+}
+
+inline std::string ProfileName(const testing::TestParamInfo<Profile> &info) {
+    return info.param.name;
+}
+
+} // namespace tests
+#endif
