@@ -16,13 +16,15 @@
 
 #include "oxa/exports.h"
 #include "simulator/simulator.h"
+#include "support/bytes.h"
+#include "support/log_lines.h"
 
 namespace seltest {
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
-using Lines = std::vector<std::string>;
+using Lines = tests::LineList;
 
 constexpr char kSession[] = "LIBIPMI_Create_IPMI_Local_Session";
 constexpr char kAdd[] = "IPMICMD_AddSELEntry";
@@ -30,30 +32,19 @@ constexpr char kClose[] = "LIBIPMI_CloseSession";
 constexpr char kMarker[] = "/var/test_disk_fault_predict";
 constexpr char kUnit[] = "oxa_specific_sel.c";
 
-inline std::string Hex(const std::vector<uint8_t> &bytes) {
-    std::string text;
-    for (const uint8_t byte : bytes) {
-        char digits[4];
-        std::snprintf(digits, sizeof(digits), "%02X ", byte);
-        text += digits;
-    }
-    if (!text.empty()) {
-        text.pop_back();
-    }
-    return text;
-}
+using tests::Hex;
 
 // ---- lines as they are expected ------------------------------------------------------------------
 
 inline std::string Line(const std::string &level, int module, const std::string &function,
                         const std::string &text) {
-    return level + " " + std::to_string(module) + " " + kUnit + ":# " + function + ": " + text;
+    return level + " " + std::to_string(module) + " " + function + ": " + text;
 }
 inline Lines Info(const std::string &function, const std::string &text) {
     return {Line("info", 52, function, text)};
 }
 inline Lines Error(const std::string &function, const std::string &text, int module = 52) {
-    return {std::string("stat ") + kUnit + ":#", Line("error", module, function, text)};
+    return {"stat", Line("error", module, function, text)};
 }
 inline Lines Dump(const std::vector<uint8_t> &record) {
     Lines lines =
@@ -76,13 +67,7 @@ inline Lines operator+(Lines left, const Lines &right) {
 // ---- what happened ---------------------------------------------------------------------------------
 
 inline Lines WrittenLines() {
-    Lines lines;
-    for (const sim::Event &event : sim::Trace()) {
-        if (event.kind == sim::Kind::kLog || event.kind == sim::Kind::kStat) {
-            lines.push_back(sim::Format(event));
-        }
-    }
-    return lines;
+    return tests::LinesOf({sim::Kind::kLog, sim::Kind::kStat}, kUnit);
 }
 inline Lines Calls() {
     Lines calls;

@@ -4,8 +4,8 @@
 // record takes from where.
 #include <map>
 
-#include "sel/sel_catalogue.h"
 #include "events/event_fixture.h"
+#include "sel/sel_catalogue.h"
 
 namespace {
 

@@ -42,12 +42,12 @@ TEST_F(Layout, DeviceRelativeInstancesGetBit7) {
             }
         }
     }
-    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_THAT(LogLines(), IsEmpty());
 }
 
 TEST_F(Layout, ANullInstanceIsAnAssertion) {
     modifyEntityInstance(nullptr, 0xE0, 28);
-    EXPECT_THAT(Lines(),
+    EXPECT_THAT(LogLines(),
                 ElementsAre("error 255 modifyEntityInstance: assertion failed: entityInstance != 0"));
 }
 
@@ -129,17 +129,17 @@ TEST_F(GpuPower, NullPointersAreAssertionsAndNothingIsWrittenOrAsked) {
     GetGpuPowerAccuracy(0x5502, kTotal, 0, &m, nullptr);
     EXPECT_EQ(m, 0xEE);
     EXPECT_EQ(b, 0xDD);
-    EXPECT_THAT(Lines(), ElementsAre("error 255 GetGpuPowerAccuracy: assertion failed: ucSdrM != 0",
-                                     "error 255 GetGpuPowerAccuracy: assertion failed: ucSdrB != 0"));
+    EXPECT_THAT(LogLines(), ElementsAre("error 255 GetGpuPowerAccuracy: assertion failed: ucSdrM != 0",
+                                        "error 255 GetGpuPowerAccuracy: assertion failed: ucSdrB != 0"));
     EXPECT_EQ(sim::CountCalls("MW_GetGPUAssetInfo"), 0u);
 }
 
 TEST_F(GpuPower, TheTotalIsAddedUpAndEveryCardLogged) {
     Gpus({{1, 350, 0x10DE}, {2, 450, 0x1002}, {3, 400, 0x10DE}}); // 1200 W: 4.7 counts of 255
     EXPECT_EQ(Get(kTotal), (Factors{5, 3}));
-    EXPECT_THAT(Lines(), ElementsAre(Line("gpuCnt:3."), Line("gpuIndex:0 gpuPower:350 vendor 0x10de."),
-                                     Line("gpuIndex:1 gpuPower:450 vendor 0x1002."),
-                                     Line("gpuIndex:2 gpuPower:400 vendor 0x10de.")));
+    EXPECT_THAT(LogLines(), ElementsAre(Line("gpuCnt:3."), Line("gpuIndex:0 gpuPower:350 vendor 0x10de."),
+                                        Line("gpuIndex:1 gpuPower:450 vendor 0x1002."),
+                                        Line("gpuIndex:2 gpuPower:400 vendor 0x10de.")));
 }
 
 TEST_F(GpuPower, EveryOtherDeviceTypeTakesTheTotal) {
@@ -173,7 +173,7 @@ TEST_F(GpuPower, ATotalAbove65024IsAnErrorAndEndsTheWalk) {
     Gpus({{1, 65000, 1}, {2, 25, 1}, {3, 300, 1}});
     EXPECT_EQ(Get(kTotal), (Factors{255, 128}));
     EXPECT_THAT(
-        Lines(),
+        LogLines(),
         ElementsAre(Line("gpuCnt:3."), Line("gpuIndex:0 gpuPower:65000 vendor 0x1."),
                     Line("gpuIndex:1 gpuPower:25 vendor 0x1."),
                     "error 42 GetGpuPowerAccuracy: Add SDR: GetGpuPowerAccuracy  gpuTotalPowerW:65025 "
@@ -189,8 +189,8 @@ TEST_F(GpuPower, ATotalBeyond32BitsDoesNotWrapBelowTheLimit) {
 TEST_F(GpuPower, UnknownPowersAndSlotsAbove81AreLeftOut) {
     Gpus({{1, kUnknown, 1}, {81, 200, 1}, {82, 5000, 1}, {255, 5000, 1}, {2, 100, 1}});
     EXPECT_EQ(Get(kTotal), (Factors{2, 1})); // 300 W
-    EXPECT_THAT(Lines(), ElementsAre(Line("gpuCnt:5."), Line("gpuIndex:1 gpuPower:200 vendor 0x1."),
-                                     Line("gpuIndex:4 gpuPower:100 vendor 0x1.")));
+    EXPECT_THAT(LogLines(), ElementsAre(Line("gpuCnt:5."), Line("gpuIndex:1 gpuPower:200 vendor 0x1."),
+                                        Line("gpuIndex:4 gpuPower:100 vendor 0x1.")));
 }
 
 TEST_F(GpuPower, OnlyUnknownPowersGiveNoFactors) {
@@ -203,8 +203,8 @@ TEST_F(GpuPower, OnlyUnknownPowersGiveNoFactors) {
 TEST_F(GpuPower, ACardThatIsReportedTwiceCountsOnce) {
     Gpus({{7, 300, kTwice}, {7, 300, kTwice}, {8, 300, kTwice}});
     EXPECT_EQ(Get(kTotal), (Factors{3, 2})); // 600 W
-    EXPECT_THAT(Lines(), ElementsAre(Line("gpuCnt:3."), Line("gpuIndex:0 gpuPower:300 vendor 0xcabc."),
-                                     Line("gpuIndex:2 gpuPower:300 vendor 0xcabc.")));
+    EXPECT_THAT(LogLines(), ElementsAre(Line("gpuCnt:3."), Line("gpuIndex:0 gpuPower:300 vendor 0xcabc."),
+                                        Line("gpuIndex:2 gpuPower:300 vendor 0xcabc.")));
 }
 
 TEST_F(GpuPower, AnyVendorTakesTheSlotButOnlyTheOneIsSkippedByIt) {
@@ -240,7 +240,7 @@ TEST_F(GpuPower, TwentyNineCardsAreStillAdded) {
     }
     Gpus(gpus);
     EXPECT_EQ(Get(kTotal), (Factors{12, 6})); // 2900 W
-    EXPECT_EQ(Lines().size(), 30u);
+    EXPECT_EQ(LogLines().size(), 30u);
 }
 
 struct BoardCase {
@@ -259,7 +259,7 @@ TEST_F(GpuPower, AnUnreadableInventoryFallsBackToTheBoard) {
         Gpus({{1, 300, 1}});
         Fail("MW_GetGPUAssetInfo");
         EXPECT_EQ(Get(kTotal, 1, c.board), c.factors);
-        EXPECT_THAT(Lines(), ElementsAre(Line("gpuCnt:0."), Line(c.text)));
+        EXPECT_THAT(LogLines(), ElementsAre(Line("gpuCnt:0."), Line(c.text)));
     }
 }
 
@@ -267,26 +267,26 @@ TEST_F(GpuPower, AnEmptyInventoryFallsBackToTheBoard) {
     for (const BoardCase &c : kBoards) {
         Board(CUSTOM_ID_DEFAULT);
         EXPECT_EQ(Get(kTotal, 1, c.board), c.factors);
-        EXPECT_THAT(Lines(), ElementsAre(Line("gpuCnt:0."), Line(c.text)));
+        EXPECT_THAT(LogLines(), ElementsAre(Line("gpuCnt:0."), Line(c.text)));
     }
 }
 
 TEST_F(GpuPower, ThirtyCardsFallBackToTheBoard) {
     Gpus(std::vector<sim::Gpu>(30, sim::Gpu{1, 100, 1}));
     EXPECT_EQ(Get(kTotal, 1, 0x5502), (Factors{17, 9}));
-    EXPECT_THAT(Lines(), ElementsAre(Line("gpuCnt:30."), Line("BoardId:0x5502.")));
+    EXPECT_THAT(LogLines(), ElementsAre(Line("gpuCnt:30."), Line("BoardId:0x5502.")));
 }
 
 TEST_F(GpuPower, OneSlotAddsItsOwnRecordsOnly) {
     Gpus({{4, 300, 1}, {5, 350, 1}, {5, 350, 2}});
     EXPECT_EQ(Get(kSingle, 5), (Factors{3, 2})); // 700 W
-    EXPECT_THAT(Lines(), ElementsAre(Line("single power gpuSlot:5 gpuPower:700.")));
+    EXPECT_THAT(LogLines(), ElementsAre(Line("single power gpuSlot:5 gpuPower:700.")));
 }
 
 TEST_F(GpuPower, ASlotWithoutACardHasNoFactors) {
     Gpus({{4, 300, 1}});
     EXPECT_EQ(Get(57, 5), (Factors{0, 0}));
-    EXPECT_THAT(Lines(), ElementsAre(Line("single power gpuSlot:5 gpuPower:0.")));
+    EXPECT_THAT(LogLines(), ElementsAre(Line("single power gpuSlot:5 gpuPower:0.")));
 }
 
 TEST_F(GpuPower, OneSlotLeavesOutUnknownPowersAndSlotsAbove81) {
@@ -300,13 +300,13 @@ TEST_F(GpuPower, OneSlotLeavesOutUnknownPowersAndSlotsAbove81) {
 TEST_F(GpuPower, ACardReportedTwiceEndsTheWalkOfItsSlot) {
     Gpus({{5, 300, 1}, {5, 300, kTwice}, {5, 300, 1}});
     EXPECT_EQ(Get(kSingle, 5), (Factors{2, 1})); // the first only
-    EXPECT_THAT(Lines(), ElementsAre(Line("single power gpuSlot:5 gpuPower:300.")));
+    EXPECT_THAT(LogLines(), ElementsAre(Line("single power gpuSlot:5 gpuPower:300.")));
 }
 
 TEST_F(GpuPower, ASumPast32BitsEndsTheWalk) {
     Gpus({{5, 300, 1}, {5, 0xFFFFFFF0, 1}, {5, 300, 1}});
     EXPECT_EQ(Get(kSingle, 5), (Factors{2, 1}));
-    EXPECT_THAT(Lines(), ElementsAre(Line("single power gpuSlot:5 gpuPower:300.")));
+    EXPECT_THAT(LogLines(), ElementsAre(Line("single power gpuSlot:5 gpuPower:300.")));
 }
 
 TEST_F(GpuPower, FactorsOfOneSlotAreCutToEightBits) {
@@ -320,14 +320,14 @@ TEST_F(GpuPower, OneSlotWithoutAnInventoryHasNoFactorsAndNoFallback) {
     Gpus({{5, 300, 1}});
     Fail("MW_GetGPUAssetInfo");
     EXPECT_EQ(Get(kSingle, 5, 0x5502), (Factors{0, 0}));
-    EXPECT_THAT(Lines(), testing::Not(testing::Contains(testing::HasSubstr("BoardId"))));
+    EXPECT_THAT(LogLines(), testing::Not(testing::Contains(testing::HasSubstr("BoardId"))));
 }
 
 TEST_F(GpuPower, OneSlotOfAnOverlongInventoryIsNotReadPastItsEnd) {
     Gpus(std::vector<sim::Gpu>(60, sim::Gpu{5, 10, 1}));
     Get(kSingle, 5);
     EXPECT_EQ(sim::CountCalls("MW_GetGPUAssetInfo"), 1u);
-    EXPECT_THAT(Lines(), testing::Not(testing::Contains(testing::HasSubstr("BoardId"))));
+    EXPECT_THAT(LogLines(), testing::Not(testing::Contains(testing::HasSubstr("BoardId"))));
 }
 
 } // namespace

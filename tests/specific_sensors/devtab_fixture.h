@@ -14,6 +14,7 @@
 
 #include "oxa/exports.h"
 #include "simulator/simulator.h"
+#include "support/log_lines.h"
 
 namespace devtab {
 
@@ -85,25 +86,8 @@ inline void Fail(const std::string &call) {
     sim::AddFault(fault);
 }
 
-struct LogLine {
-    sim::Level level;
-    uint32_t module;
-    std::string function;
-    std::string text;
-    bool operator==(const LogLine &) const = default;
-};
-inline void PrintTo(const LogLine &line, std::ostream *out) {
-    *out << "level " << static_cast<int>(line.level) << " module " << line.module << " " << line.function
-         << ": " << line.text;
-}
-
-inline std::vector<LogLine> Lines() {
-    std::vector<LogLine> lines;
-    for (const sim::Event &event : sim::Logs()) {
-        EXPECT_EQ(event.file, kUnit);
-        lines.push_back({event.level, event.number, event.function, event.text});
-    }
-    return lines;
+inline std::vector<std::string> Lines() {
+    return tests::LogLines(kUnit);
 }
 
 class DeviceTable : public testing::Test {

@@ -125,9 +125,10 @@ TEST_F(TemperatureEntry, OfEveryKindThatIsNotInTheTableIsRefused) {
 
 TEST_F(TemperatureEntry, OfAnUnknownKindSaysSo) {
     EXPECT_EQ(Build(FullRecord(0x01, 0x2A)).result, -1);
-    EXPECT_THAT(Lines(), ElementsAre(LogLine{
-                             sim::Level::kError, 42, "GenDevTable",
-                             "get sensor dev table failed: sensortype = 0x1, eventtype = 0x1, oem=42\n"}));
+    EXPECT_THAT(
+        Lines(),
+        ElementsAre(
+            "error 42 GenDevTable: get sensor dev table failed: sensortype = 0x1, eventtype = 0x1, oem=42\n"));
 }
 
 // ---- the smart NIC that stays powered in S5 -----------------------------------------------------
@@ -137,8 +138,10 @@ TEST_F(S5Slot, FlagsTheCardWhoseInstanceIsTheSlotPlus60h) {
     const Built built = Build(FullRecord(0x01, 0x13), 0xEE); // instance 63h
     EXPECT_EQ(built.result, 0);
     EXPECT_EQ(built.entry, Expected({0x13, 0xCE, 0x0A, 0x07, 0x09, 0x80, 0x01, 0xFF, 0x00}, 0x01));
-    EXPECT_THAT(Lines(), ElementsAre(LogLine{sim::Level::kWarn, 42, "getSNICGpioCtrlStatus",
-                                             "entityInstance 99 is S5 slot, is support power off sacn!!\n"}));
+    EXPECT_THAT(
+        Lines(),
+        ElementsAre(
+            "warn 42 getSNICGpioCtrlStatus: entityInstance 99 is S5 slot, is support power off sacn!!\n"));
 }
 
 TEST_F(S5Slot, LeavesACardInAnotherSlotUnflagged) {
@@ -159,8 +162,7 @@ TEST_F(S5Slot, AFailedQueryWarnsAndLeavesTheFlagOut) {
     const Built built = Build(FullRecord(0x01, 0x13), 0xEE);
     EXPECT_EQ(built.result, 0);
     EXPECT_EQ(built.entry, Expected({0x13, 0xCE, 0x0A, 0x07, 0x09, 0x00, 0x01, 0xFF, 0x00}, 0x01));
-    EXPECT_THAT(Lines(), ElementsAre(LogLine{sim::Level::kWarn, 42, "genTempSensorDevTable",
-                                             "getSNICGpioCtrlStatus failed!!\n"}));
+    EXPECT_THAT(Lines(), ElementsAre("warn 42 genTempSensorDevTable: getSNICGpioCtrlStatus failed!!\n"));
 }
 
 TEST_F(S5Slot, WhatAFailedQueryLeftBehindIsNotASlot) {
@@ -217,9 +219,10 @@ TEST_F(PowerEntry, OfEveryKindThatIsNotInTheTableIsRefused) {
 
 TEST_F(PowerEntry, OfAnUnknownKindSaysSo) {
     EXPECT_EQ(Build(FullRecord(0x0B, 0x0B)).result, -1);
-    EXPECT_THAT(Lines(), ElementsAre(LogLine{
-                             sim::Level::kError, 42, "GenDevTable",
-                             "get sensor dev table failed: sensortype = 0xb, eventtype = 0x1, oem=11\n"}));
+    EXPECT_THAT(
+        Lines(),
+        ElementsAre(
+            "error 42 GenDevTable: get sensor dev table failed: sensortype = 0xb, eventtype = 0x1, oem=11\n"));
 }
 
 TEST_F(PowerEntry, ThatAlreadyHasACodeIsLeftAsItIsAfterTheBoardIdWasRead) {
@@ -242,15 +245,13 @@ TEST_F(PowerEntry, IsBuiltAllTheSameWhenTheBoardIdCannotBeRead) {
     const Built built = Build(FullRecord(0x08, 0x0A));
     EXPECT_EQ(built.result, 0);
     EXPECT_EQ(built.entry, Expected({0x0A, 0xDA, 0x00, 0x00, 0x09, 0x00, 0x00, 0xFF, 0x00}, 0x08));
-    EXPECT_THAT(Lines(), ElementsAre(LogLine{sim::Level::kError, 42, "genPowerSensorDevTable",
-                                             "get Board Id failed\n"}));
+    EXPECT_THAT(Lines(), ElementsAre("error 42 genPowerSensorDevTable: get Board Id failed\n"));
 }
 
 TEST_F(PowerEntry, ThatHasACodeStillReportsAnUnreadableBoardId) {
     Fail("get_default_board_id");
     EXPECT_EQ(Build(FullRecord(0x08, 0x0A), 0xDA).result, 0);
-    EXPECT_THAT(Lines(), ElementsAre(LogLine{sim::Level::kError, 42, "genPowerSensorDevTable",
-                                             "get Board Id failed\n"}));
+    EXPECT_THAT(Lines(), ElementsAre("error 42 genPowerSensorDevTable: get Board Id failed\n"));
 }
 
 } // namespace

@@ -174,9 +174,10 @@ TEST_F(MemoryStatusEntry, OfAnotherKindSaysSo) {
     Record sdr = CompactRecord(0x0C, 0x6F, 0x00, 0x13);
     sdr[46] = 0x12; // a compact record's kind stands in byte 30
     EXPECT_EQ(Build(sdr).result, -1);
-    EXPECT_THAT(Lines(), ElementsAre(LogLine{
-                             sim::Level::kError, 42, "GenDevTable",
-                             "get sensor dev table failed: sensortype = 0xc, eventtype = 0x6f, oem=19\n"}));
+    EXPECT_THAT(
+        Lines(),
+        ElementsAre(
+            "error 42 GenDevTable: get sensor dev table failed: sensortype = 0xc, eventtype = 0x6f, oem=19\n"));
 }
 
 TEST_F(DiskStatusEntry, WhoseByte30IsNot3BhIsRefused) {
@@ -188,9 +189,10 @@ TEST_F(DiskStatusEntry, WhoseByte30IsNot3BhIsRefused) {
 
 TEST_F(DiskStatusEntry, OfAnotherKindSaysSo) {
     EXPECT_EQ(Build(CompactRecord(0x0D, 0x6F, 0x01, 0x02)).result, -1);
-    EXPECT_THAT(Lines(), ElementsAre(LogLine{
-                             sim::Level::kError, 42, "GenDevTable",
-                             "get sensor dev table failed: sensortype = 0xd, eventtype = 0x6f, oem=2\n"}));
+    EXPECT_THAT(
+        Lines(),
+        ElementsAre(
+            "error 42 GenDevTable: get sensor dev table failed: sensortype = 0xd, eventtype = 0x6f, oem=2\n"));
 }
 
 // ---- which handler ------------------------------------------------------------------------------
@@ -203,9 +205,9 @@ TEST_F(DeviceTable, ARecordWithoutARowIsWarnedAboutAndRefused) {
     Entry untouched;
     untouched.fill(0xEE);
     EXPECT_EQ(built.entry, untouched);
-    EXPECT_THAT(Lines(),
-                ElementsAre(LogLine{sim::Level::kWarn, 42, "GenDevTable",
-                                    "There is not DevType for SensorType= 0x1 and EventType = 0x6f\n"}));
+    EXPECT_THAT(
+        Lines(),
+        ElementsAre("warn 42 GenDevTable: There is not DevType for SensorType= 0x1 and EventType = 0x6f\n"));
 }
 
 TEST_F(DeviceTable, OnlyTheNinePairsOfSensorAndEventTypeHaveAHandler) {
@@ -232,8 +234,7 @@ TEST_F(DeviceTable, ANullRecordOrEntryIsAnError) {
     const Record sdr = FullRecord(0x01, 0x02);
     EXPECT_EQ(GenDevTable(nullptr, &entry), -1);
     EXPECT_EQ(GenDevTable(sdr.data(), nullptr), -1);
-    const LogLine line{sim::Level::kError, 42, "GenDevTable",
-                       "GenDevTable failed! The input parameter is null."};
+    const std::string line = "error 42 GenDevTable: GenDevTable failed! The input parameter is null.";
     EXPECT_THAT(Lines(), ElementsAre(line, line));
 }
 

@@ -50,7 +50,7 @@ TEST_F(DiskPlace, ASlotOfAFrontBackplaneIsAtTheFront) {
 TEST_F(DiskPlace, ALineTellsEachBackplaneUpToTheOneThatHoldsTheSlot) {
     Backplanes({{0, 4, "Front"}, {4, 4, "Rear"}, {8, 4, "Front"}, {12, 4, "Front"}});
     EXPECT_EQ(getNvmeFrontInfo(9), 4);
-    EXPECT_THAT(Lines(),
+    EXPECT_THAT(LogLines(),
                 ElementsAre(Looked(0, 0, 4, "Front"), Looked(1, 4, 4, "Rear"), Looked(2, 8, 4, "Front")));
 }
 
@@ -59,13 +59,13 @@ TEST_F(DiskPlace, ARearBackplaneHasItsLineAndTheOthersAreLookedAt) {
     EXPECT_EQ(FrontSlots(0, 10), Range(4, 7)); // the second backplane holds the slot as well
     sim::ClearTrace();
     EXPECT_EQ(getNvmeFrontInfo(1), 5);
-    EXPECT_THAT(Lines(), ElementsAre(Looked(0, 0, 8, "Rear"), Looked(1, 4, 4, "Front")));
+    EXPECT_THAT(LogLines(), ElementsAre(Looked(0, 0, 8, "Rear"), Looked(1, 4, 4, "Front")));
 }
 
 TEST_F(DiskPlace, WithoutBackplanesEverySlotIsAtTheRear) {
     Backplanes({});
     EXPECT_THAT(FrontSlots(0, 255), IsEmpty());
-    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_THAT(LogLines(), IsEmpty());
 }
 
 TEST_F(DiskPlace, TheLastSlotIsReckonedInOneByte) {
@@ -93,7 +93,7 @@ TEST_F(DiskPlace, OnlyTheWholeWordFrontIsTheFront) {
     for (const char *location : {"front", "FRONT", "Fron", "Front ", " Front", "FrontLeft", "Rear", ""}) {
         Backplanes({{0, 4, location}});
         EXPECT_EQ(getNvmeFrontInfo(1), 5) << location;
-        EXPECT_THAT(Lines(), ElementsAre(Looked(0, 0, 4, location)));
+        EXPECT_THAT(LogLines(), ElementsAre(Looked(0, 0, 4, location)));
     }
 }
 
@@ -108,7 +108,7 @@ TEST_F(DiskPlace, AtMost32BackplanesAreLookedAt) {
         EXPECT_EQ(getNvmeFrontInfo(40), 4) << count;
         EXPECT_EQ(getNvmeFrontInfo(41), 5) << count;
         EXPECT_EQ(sim::Logs().size(), 64u) << count;
-        EXPECT_EQ(Lines().back(), Looked(31, 40, 1, "Front"));
+        EXPECT_EQ(LogLines().back(), Looked(31, 40, 1, "Front"));
     }
     sim::CurrentBoard().disks.reported_count = 31;
     EXPECT_EQ(getNvmeFrontInfo(40), 5);
@@ -129,7 +129,7 @@ TEST_F(DiskPlace, IsTheRearWhenTheListCannotBeHad) {
     sim::ClearFaults();
     sim::AddFault({.call = kGetter, .null_object = true});
     EXPECT_EQ(getNvmeFrontInfo(1), 5);
-    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_THAT(LogLines(), IsEmpty());
 }
 
 TEST_F(DiskPlace, AsksForTheListOncePerQuestion) {

@@ -81,7 +81,7 @@ TEST_F(DiskRegistry, IsEmptyWhenTheLibraryIsLoaded) {
 TEST_F(DiskRegistry, AnswersNothingRegisteredWithoutEntries) {
     EXPECT_EQ(isHasRegister(3, kTemperature), 0u);
     EXPECT_EQ(isHasRegister(0, kStatus), 0u); // although every unused entry reads slot 0
-    EXPECT_THAT(Lines(), ElementsAre(Asked(3, 1, 0), Asked(0, 2, 0)));
+    EXPECT_THAT(LogLines(), ElementsAre(Asked(3, 1, 0), Asked(0, 2, 0)));
     ExpectRegistry({}, 0);
 }
 
@@ -90,8 +90,9 @@ TEST_F(DiskRegistry, AFirstTemperatureLeavesTheStatusToBeAdded) {
     ExpectRegistry({Entry(3, 1, 1, 0)}, 1);
     EXPECT_EQ(isHasRegister(3, kTemperature), 1u);
     EXPECT_EQ(isHasRegister(3, kStatus), 0u);
-    EXPECT_THAT(Lines(), ElementsAre(Setting(3, 1, 1, 0), Was(0, Entry(3, 1, 1, 0)), Asked(3, 1, 1),
-                                     Walked(Entry(3, 1, 1, 0)), Asked(3, 2, 1), Walked(Entry(3, 1, 1, 0))));
+    EXPECT_THAT(LogLines(),
+                ElementsAre(Setting(3, 1, 1, 0), Was(0, Entry(3, 1, 1, 0)), Asked(3, 1, 1),
+                            Walked(Entry(3, 1, 1, 0)), Asked(3, 2, 1), Walked(Entry(3, 1, 1, 0))));
 }
 
 TEST_F(DiskRegistry, AFirstStatusLeavesTheTemperatureToBeAdded) {
@@ -99,8 +100,9 @@ TEST_F(DiskRegistry, AFirstStatusLeavesTheTemperatureToBeAdded) {
     ExpectRegistry({Entry(3, 1, 0, 1)}, 1);
     EXPECT_EQ(isHasRegister(3, kTemperature), 0u);
     EXPECT_EQ(isHasRegister(3, kStatus), 1u);
-    EXPECT_THAT(Lines(), ElementsAre(Setting(3, 2, 1, 0), Was(0, Entry(3, 1, 0, 1)), Asked(3, 1, 1),
-                                     Walked(Entry(3, 1, 0, 1)), Asked(3, 2, 1), Walked(Entry(3, 1, 0, 1))));
+    EXPECT_THAT(LogLines(),
+                ElementsAre(Setting(3, 2, 1, 0), Was(0, Entry(3, 1, 0, 1)), Asked(3, 1, 1),
+                            Walked(Entry(3, 1, 0, 1)), Asked(3, 2, 1), Walked(Entry(3, 1, 0, 1))));
 }
 
 TEST_F(DiskRegistry, BothSensorsOfASlotShareOneEntryAndItsFirstKind) {
@@ -108,7 +110,7 @@ TEST_F(DiskRegistry, BothSensorsOfASlotShareOneEntryAndItsFirstKind) {
     sim::ClearTrace();
     EXPECT_EQ(setHddRegisterInfo(3, kStatus, 2), 0u);
     ExpectRegistry({Entry(3, 1, 1, 1)}, 1);
-    EXPECT_THAT(Lines(), ElementsAre(Setting(3, 2, 2, 1), Was(0, Entry(3, 1, 1, 1))));
+    EXPECT_THAT(LogLines(), ElementsAre(Setting(3, 2, 2, 1), Was(0, Entry(3, 1, 1, 1))));
     EXPECT_EQ(isHasRegister(3, kTemperature), 1u);
     EXPECT_EQ(isHasRegister(3, kStatus), 1u);
 }
@@ -133,7 +135,7 @@ TEST_F(DiskRegistry, AKindThatIsNeitherSensorCountsAsRegistered) {
     }
     sim::ClearTrace();
     isHasRegister(3, -1);
-    EXPECT_THAT(Lines(), ElementsAre(Asked(3, -1, 1), Walked(Entry(3, 1, 1, 0))));
+    EXPECT_THAT(LogLines(), ElementsAre(Asked(3, -1, 1), Walked(Entry(3, 1, 1, 0))));
 }
 
 TEST_F(DiskRegistry, SettingAnotherKindMakesTheEntryWithoutAFlagAndWithoutTheClosingLine) {
@@ -142,7 +144,7 @@ TEST_F(DiskRegistry, SettingAnotherKindMakesTheEntryWithoutAFlagAndWithoutTheClo
         sim::ClearTrace();
         EXPECT_EQ(setHddRegisterInfo(5, kind, 1), 0u);
         ExpectRegistry({Entry(5, 1, 0, 0)}, 1);
-        EXPECT_THAT(Lines(), ElementsAre(Setting(5, kind, 1, 0)));
+        EXPECT_THAT(LogLines(), ElementsAre(Setting(5, kind, 1, 0)));
         EXPECT_EQ(isHasRegister(5, kTemperature), 0u);
         EXPECT_EQ(isHasRegister(5, kStatus), 0u);
     }
@@ -166,8 +168,8 @@ TEST_F(DiskRegistry, KeepsTheSlotsInTheOrderTheyCame) {
     ExpectRegistry({Entry(9, 1, 1, 0), Entry(0, 1, 1, 1), Entry(255, 2, 1, 0)}, 3);
     sim::ClearTrace();
     EXPECT_EQ(isHasRegister(255, kStatus), 1u);
-    EXPECT_THAT(Lines(), ElementsAre(Asked(255, 2, 3), Walked(Entry(9, 1, 1, 0)), Walked(Entry(0, 1, 1, 1)),
-                                     Walked(Entry(255, 2, 1, 0))));
+    EXPECT_THAT(LogLines(), ElementsAre(Asked(255, 2, 3), Walked(Entry(9, 1, 1, 0)),
+                                        Walked(Entry(0, 1, 1, 1)), Walked(Entry(255, 2, 1, 0))));
 }
 
 TEST_F(DiskRegistry, LooksNoFurtherThanTheFirstEntryOfTheSlot) {
@@ -176,7 +178,8 @@ TEST_F(DiskRegistry, LooksNoFurtherThanTheFirstEntryOfTheSlot) {
     gRegisterInfo.tHddInfo[1] = Entry(3, 1, 1, 0);
     gRegisterInfo.tHddInfo[2] = Entry(3, 2, 0, 1);
     EXPECT_EQ(isHasRegister(3, kStatus), 0u);
-    EXPECT_THAT(Lines(), ElementsAre(Asked(3, 2, 3), Walked(Entry(1, 1, 0, 0)), Walked(Entry(3, 1, 1, 0))));
+    EXPECT_THAT(LogLines(),
+                ElementsAre(Asked(3, 2, 3), Walked(Entry(1, 1, 0, 0)), Walked(Entry(3, 1, 1, 0))));
     setHddRegisterInfo(3, kStatus, 1);
     ExpectRegistry({Entry(1, 1, 0, 0), Entry(3, 1, 1, 1), Entry(3, 2, 0, 1)}, 3);
 }
@@ -195,7 +198,7 @@ TEST_F(DiskRegistry, ANextEntryThatIsMarkedKeepsItsSlot) {
     gRegisterInfo.tHddInfo[0] = Entry(8, 2, 0, 0);
     EXPECT_EQ(setHddRegisterInfo(3, kStatus, 1), 0u);
     ExpectRegistry({Entry(8, 2, 0, 1)}, 0);
-    EXPECT_THAT(Lines(), ElementsAre(Setting(3, 2, 1, 0), Was(0, Entry(8, 2, 0, 1))));
+    EXPECT_THAT(LogLines(), ElementsAre(Setting(3, 2, 1, 0), Was(0, Entry(8, 2, 0, 1))));
 }
 
 // ---- oddities --------------------------------------------------------------------------------------
@@ -207,7 +210,7 @@ TEST_F(DiskRegistry, AKindOfZeroLeavesTheEntryUnusedAndCountsItEveryTime) {
     EXPECT_EQ(isHasRegister(7, kStatus), 1u);
     sim::ClearTrace();
     EXPECT_EQ(setHddRegisterInfo(7, kStatus, 0), 0u);
-    EXPECT_THAT(Lines(), ElementsAre(Setting(7, 2, 0, 1), Was(0, Entry(7, 0, 1, 1))));
+    EXPECT_THAT(LogLines(), ElementsAre(Setting(7, 2, 0, 1), Was(0, Entry(7, 0, 1, 1))));
     ExpectRegistry({Entry(7, 0, 1, 1)}, 2); // the entry in between stays empty
     EXPECT_EQ(setHddRegisterInfo(8, kTemperature, 1), 0u);
     ExpectRegistry({Entry(7, 0, 1, 1), Entry(0, 0, 0, 0), Entry(8, 1, 1, 0)}, 3);
@@ -228,7 +231,7 @@ TEST_F(DiskRegistry, TheHundredthSlotFits) {
     EXPECT_EQ(setHddRegisterInfo(3, kTemperature, 1), 0u);
     EXPECT_EQ(gRegisterInfo.registerSlotNum, 100);
     EXPECT_EQ(Values(gRegisterInfo.tHddInfo[99]), Values(Entry(3, 1, 1, 0)));
-    EXPECT_THAT(Lines(), ElementsAre(Setting(3, 1, 1, 99), Was(99, Entry(3, 1, 1, 0))));
+    EXPECT_THAT(LogLines(), ElementsAre(Setting(3, 1, 1, 99), Was(99, Entry(3, 1, 1, 0))));
     EXPECT_EQ(isHasRegister(3, kTemperature), 1u);
 }
 
@@ -241,7 +244,7 @@ TEST_F(DiskRegistry, OneSlotMoreThanItHoldsChangesNothing) {
         EXPECT_EQ(setHddRegisterInfo(4, kStatus, 0), 0u);
         EXPECT_EQ(setHddRegisterInfo(5, 9, 1), 0u);
         EXPECT_EQ(std::memcmp(&gRegisterInfo, &before, sizeof(before)), 0) << count;
-        EXPECT_THAT(Lines(),
+        EXPECT_THAT(LogLines(),
                     ElementsAre(Setting(3, 1, 1, count), Setting(4, 2, 0, count), Setting(5, 9, 1, count)));
         EXPECT_EQ(isHasRegister(3, kTemperature), 0u);
     }
@@ -259,7 +262,7 @@ TEST_F(DiskRegistry, ASlotOfAFullRegistryIsStillFoundAndMarked) {
 TEST_F(DiskRegistry, WalksStopAtTheLastEntryWhateverTheCount) {
     Fill(255);
     EXPECT_EQ(isHasRegister(3, kTemperature), 0u);
-    const std::vector<std::string> lines = Lines();
+    const std::vector<std::string> lines = LogLines();
     ASSERT_EQ(lines.size(), 101u);
     EXPECT_EQ(lines.front(), Asked(3, 1, 255));
     EXPECT_EQ(lines[1], Walked(Entry(101, 1, 1, 0)));
@@ -289,7 +292,7 @@ TEST_F(DiskRegistry, ANegativeSlotIsNotSlot255) {
     setHddRegisterInfo(255, kTemperature, 2);
     sim::ClearTrace();
     EXPECT_EQ(isHasRegister(-1, kTemperature), 0u);
-    EXPECT_THAT(Lines(), ElementsAre(Asked(-1, 1, 1), Walked(Entry(255, 2, 1, 0))));
+    EXPECT_THAT(LogLines(), ElementsAre(Asked(-1, 1, 1), Walked(Entry(255, 2, 1, 0))));
 }
 
 TEST_F(DiskRegistry, ADiskKindIsOneByte) {
@@ -298,7 +301,7 @@ TEST_F(DiskRegistry, ADiskKindIsOneByte) {
     sim::ClearTrace();
     setHddRegisterInfo(4, kTemperature, 0x100);
     ExpectRegistry({Entry(3, 1, 1, 0), Entry(4, 0, 1, 0)}, 2);
-    EXPECT_THAT(Lines(), ElementsAre(Setting(4, 1, 0x100, 1), Was(1, Entry(4, 0, 1, 0))));
+    EXPECT_THAT(LogLines(), ElementsAre(Setting(4, 1, 0x100, 1), Was(1, Entry(4, 0, 1, 0))));
 }
 
 TEST_F(DiskRegistry, NeedsNothingOfThePlatformButItsLog) {
@@ -325,7 +328,7 @@ TEST_F(DiskRegistry, WhetherItIsNeededIsUnknownWithoutAProfile) {
         sim::AddFault({.call = "IPMI_LoadCustomID", .result = result, .output = 16});
         EXPECT_EQ(isNeedRegisterHddSdr(), -1) << result;
     }
-    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_THAT(LogLines(), IsEmpty());
 }
 
 } // namespace

@@ -17,12 +17,12 @@ protected:
     }
     static std::string Deleted(int result, uint32_t record_id) { // also when nothing failed
         return Error(std::string(kName) + ": delete sdr failed, result:" + std::to_string(result) +
-                         ", recordid:" + Hex(record_id) + ".\n",
+                         ", recordid:" + HexNumber(record_id) + ".\n",
                      kName);
     }
     static std::string Result(int result, uint32_t record_id) {
         return Info(std::string(kName) + ": result of DelSDR is " + std::to_string(result) + ", wRecID is " +
-                        Hex(record_id) + ".\n",
+                        HexNumber(record_id) + ".\n",
                     kName);
     }
     static std::string Asked(const std::string &request, int result = 0) {
@@ -90,7 +90,7 @@ TEST_F(DispatchDelete, AClassOfTheTableIsNoReasonToDelete) {
     for (uint32_t row = 0; row < g_dwAddSDRHndlrCnt; ++row) {
         const uint32_t sensor_class = g_atAddSDRHndlrTab[row].dwSensorDevType;
         if (sensor_class != 0xFF0A) {
-            EXPECT_EQ(Delete(Description(sensor_class, 2, 2)), 1) << Hex(sensor_class);
+            EXPECT_EQ(Delete(Description(sensor_class, 2, 2)), 1) << HexNumber(sensor_class);
         }
     }
 }
@@ -221,7 +221,7 @@ TEST_F(DispatchDelete, TheLinesStandAroundTheClosingOfTheSession) {
     for (const sim::Event &event : sim::Trace()) {
         const bool ours = event.kind == sim::Kind::kLog && event.file == kUnit;
         if (ours || (event.kind == sim::Kind::kCall && !event.function.starts_with("IniGet")))
-            order.push_back(ours ? LevelName(event.level) : event.function);
+            order.push_back(ours ? tests::LevelName(event.level) : event.function);
     }
     EXPECT_THAT(order, ElementsAre("IniLoadFile", "IniCloseFile", kSession, kDelete, "error", kClose, "info",
                                    "IniLoadFile", "IniSetUInt", "IniSetUInt", "IniSaveFile", "IniCloseFile"));

@@ -16,14 +16,16 @@
 
 #include "oxa/exports.h"
 #include "simulator/simulator.h"
+#include "support/bytes.h"
+#include "support/log_lines.h"
 
 namespace dispatch {
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
-using Bytes = std::vector<uint8_t>;
-using Lines = std::vector<std::string>;
+using tests::Bytes;
+using Lines = tests::LineList;
 
 inline constexpr char kUnit[] = "oxa_specific_sdr.c";
 inline constexpr char kSession[] = "LIBIPMI_Create_IPMI_Local_Session";
@@ -87,26 +89,15 @@ inline Bytes GpuTemperatureRecord() {
 
 // ---- lines -------------------------------------------------------------------------------------------
 
-inline std::string LevelName(sim::Level level) {
-    static const char *const kNames[] = {"debug", "info", "warn", "error"};
-    return kNames[static_cast<int>(level)];
-}
-// "info 42 SDR_AddSpecificSensor: Add SDR: sensor device type: 0x100"; of one source file, or of all.
-inline Lines LinesOf(const std::string &file = "") {
-    Lines lines;
-    for (const sim::Event &log : sim::Logs()) {
-        if (file.empty() || log.file == file)
-            lines.push_back(LevelName(log.level) + " " + std::to_string(log.number) + " " + log.function +
-                            ": " + log.text);
-    }
-    return lines;
+inline Lines LinesOf() {
+    return tests::LogLines();
 }
 inline Lines UnitLines() {
-    return LinesOf(kUnit);
+    return tests::LogLinesFrom(kUnit);
 }
 inline Lines RegistryLines() { // of the functions that the dispatch calls
     Lines lines;
-    for (const std::string &line : LinesOf("gen_specific_sensor_data.c")) {
+    for (const std::string &line : tests::LogLinesFrom("gen_specific_sensor_data.c")) {
         if (line.find(" isHasRegister: ") != std::string::npos ||
             line.find(" setHddRegisterInfo: ") != std::string::npos)
             lines.push_back(line);
@@ -114,7 +105,7 @@ inline Lines RegistryLines() { // of the functions that the dispatch calls
     return lines;
 }
 
-inline std::string Hex(uint32_t value) {
+inline std::string HexNumber(uint32_t value) {
     char text[16];
     std::snprintf(text, sizeof(text), "0x%x", value);
     return text;
@@ -126,10 +117,10 @@ inline std::string Error(const std::string &text, const std::string &function = 
     return "error 42 " + function + ": " + text;
 }
 inline std::string Adding(uint32_t sensor_class) {
-    return Info("Add SDR: sensor device type: " + Hex(sensor_class));
+    return Info("Add SDR: sensor device type: " + HexNumber(sensor_class));
 }
 inline std::string NotInTable(uint32_t sensor_class) {
-    return Info("Device type " + Hex(sensor_class) + " is not supported to add SDR.");
+    return Info("Device type " + HexNumber(sensor_class) + " is not supported to add SDR.");
 }
 inline std::string Failed() {
     return Error("Add SDR: GenSDRHndlr ucRecLen = 0.");
@@ -138,13 +129,13 @@ inline std::string Declined() {
     return Info("Add SDR: GenSDRHndlr. This sensor is not support.");
 }
 inline std::string NoSession(uint32_t code, const std::string &function = "addSDRtoIPMI") {
-    return Error("Failed to create IPMI Session wRet(" + Hex(code) + ") !!!\n", function);
+    return Error("Failed to create IPMI Session wRet(" + HexNumber(code) + ") !!!\n", function);
 }
 inline std::string NotAdded(uint32_t code) {
-    return Error("Failed to add SDR to IPMI: " + Hex(code) + "\n", "addSDRtoIPMI");
+    return Error("Failed to add SDR to IPMI: " + HexNumber(code) + "\n", "addSDRtoIPMI");
 }
 inline std::string AddFailed(uint32_t code) {
-    return Error("Add SDR Record failed for retCode = " + Hex(code));
+    return Error("Add SDR Record failed for retCode = " + HexNumber(code));
 }
 
 // ---- calls, records, files ---------------------------------------------------------------------------

@@ -45,7 +45,7 @@ TEST_F(SubCardStatus, WithoutASessionItsCodeIsTheResult) {
         const uint32_t expected = static_cast<uint32_t>(code);
         EXPECT_EQ(SendSubCardStatusToFRU(kStatus), expected);
         EXPECT_THAT(LinesOf(), ElementsAre(called_, Line("error", "Failed to create IPMI Session wRet(" +
-                                                                      Hex(expected) + ") !")));
+                                                                      HexNumber(expected) + ") !")));
         EXPECT_THAT(SessionCalls(), ElementsAre(Opened(code)));
     }
 }
@@ -56,8 +56,8 @@ TEST_F(SubCardStatus, ARefusedMessageClosesTheSessionAndItsCodeIsTheResult) {
         Fail(kSend, code);
         const uint32_t expected = static_cast<uint32_t>(code);
         EXPECT_EQ(SendSubCardStatusToFRU(kStatus), expected);
-        EXPECT_THAT(LinesOf(),
-                    ElementsAre(called_, Line("error", "Failed to send fru data to IPMI: " + Hex(expected))));
+        EXPECT_THAT(LinesOf(), ElementsAre(called_, Line("error", "Failed to send fru data to IPMI: " +
+                                                                      HexNumber(expected))));
         EXPECT_THAT(SessionCalls(), ElementsAre(Opened(), Sent(code), Closed(1)));
     }
 }

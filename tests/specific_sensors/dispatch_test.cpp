@@ -60,7 +60,7 @@ struct Row {
     std::string name; // of the record that is added
 };
 void PrintTo(const Row &row, std::ostream *out) {
-    *out << Hex(row.sensor_class);
+    *out << HexNumber(row.sensor_class);
 }
 
 Row Card(uint32_t sensor_class, const std::string &name) {
@@ -144,7 +144,7 @@ TEST_P(EveryRow, NeedsItsWholeWord) {
 
 INSTANTIATE_TEST_SUITE_P(Handlers, EveryRow, testing::ValuesIn(Rows()),
                          [](const testing::TestParamInfo<Row> &info) {
-                             return "Class_" + Hex(info.param.sensor_class).substr(2);
+                             return "Class_" + HexNumber(info.param.sensor_class).substr(2);
                          });
 
 TEST(HandlerTable, EveryRowIsAddedOnce) {

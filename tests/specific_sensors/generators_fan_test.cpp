@@ -53,7 +53,7 @@ TEST_F(FanRecord, FerriskForcesTheLowerThresholdsOfPlainFans) {
                 param.wBitmap = static_cast<uint16_t>(bitmap);
                 param.ucLC = static_cast<uint8_t>(lc);
                 const Made made = Offer(kFanGenerator, param);
-                EXPECT_EQ(Bytes(made.record.begin() + 14, made.record.begin() + 20), Hex("050205021313"));
+                EXPECT_EQ(Bytes(made.record.begin() + 14, made.record.begin() + 20), Literal("050205021313"));
                 EXPECT_EQ(made.At(41), lc);
                 EXPECT_EQ(made.At(40), lower);
                 EXPECT_EQ(made.At(36), (bitmap & 0x20) != 0 ? 110 : 0) << "the upper ones stay";

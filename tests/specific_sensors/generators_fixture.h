@@ -17,15 +17,18 @@
 #include "oxa/exports.h"
 #include "oxa/platform.h"
 #include "simulator/simulator.h"
+#include "support/bytes.h"
+#include "support/log_lines.h"
+#include "support/record_differ.h"
 
 namespace generators {
 
-using Bytes = std::vector<uint8_t>;
+using tests::Bytes;
+using tests::Literal;
 
 inline constexpr uint32_t kTemp = 0x0100, kVolt = 0x0200, kFan = 0x0403, kPower = 0x0803, kMemory = 0x0C01,
                           kDisk = 0x0D00, kCard = 0x1501, kGpuCard = 0x1700;
 inline constexpr int kNvme = 59;
-inline constexpr char kUnit[] = "gen_specific_sensor_data.c";
 inline constexpr char kStoreFile[] = "/var/tmp/extSDR.dat";
 
 struct Generator {
@@ -117,41 +120,9 @@ inline Made Make(const Generator &generator, SpecificSensorParam &&param) {
     return Make(generator, param);
 }
 
-// "0B 63 7F" as bytes.
-inline Bytes Hex(const std::string &text) {
-    Bytes bytes;
-    std::string digits;
-    for (const char c : text) {
-        if (c != ' ') {
-            digits += c;
-        }
-    }
-    for (size_t at = 0; at + 1 < digits.size(); at += 2) {
-        bytes.push_back(static_cast<uint8_t>(std::stoul(digits.substr(at, 2), nullptr, 16)));
-    }
-    return bytes;
-}
-inline std::string HexText(const Bytes &bytes) {
-    std::string text;
-    for (const uint8_t byte : bytes) {
-        char digits[4];
-        std::snprintf(digits, sizeof(digits), "%02x", byte);
-        text += digits;
-    }
-    return text;
-}
-
-// "warn GenSpecificTempSDR: this sensor is not support!"; lines of other units carry the unit's name.  All of
-// them are of module 42.
+// "warn 42 GenSpecificTempSDR: this sensor is not support!"
 inline std::vector<std::string> Lines() {
-    static const char *const kLevels[] = {"debug", "info", "warn", "error"};
-    std::vector<std::string> lines;
-    for (const sim::Event &log : sim::Logs()) {
-        EXPECT_EQ(log.number, 42u) << log.text;
-        lines.push_back(std::string(kLevels[static_cast<int>(log.level)]) + " " +
-                        (log.file == kUnit ? "" : log.file + " ") + log.function + ": " + log.text);
-    }
-    return lines;
+    return tests::LinesOfUnits({sim::Kind::kLog});
 }
 // Only what the generator itself said.
 inline std::vector<std::string> LinesOf(const Generator &generator) {
@@ -227,11 +198,11 @@ class LiteralRecord : public GeneratorTest {
 protected:
     // `head` is all of the record but its name.
     static void ExpectRecord(const Made &made, const std::string &head, const std::string &name) {
-        Bytes record = Hex(head);
+        Bytes record = Literal(head);
         record.insert(record.end(), name.begin(), name.end());
         EXPECT_EQ(made.Name(), name);
         EXPECT_EQ(made.result, static_cast<int>(record.size()));
-        EXPECT_EQ(HexText(made.record), HexText(record));
+        EXPECT_TRUE(tests::SameSdr(record, made.record));
     }
 };
 

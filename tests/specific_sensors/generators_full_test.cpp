@@ -62,7 +62,7 @@ TEST_F(FullRecord, BitsWithoutAThresholdOnlyReachTheTwoMaskBytes) {
         SpecificSensorParam param = Description(generator, 200, 3);
         param.wBitmap = 0x0FC0;
         const Made made = Offer(generator, param);
-        EXPECT_EQ(Bytes(made.record.begin() + 14, made.record.begin() + 20), Hex("00000000C0C0"));
+        EXPECT_EQ(Bytes(made.record.begin() + 14, made.record.begin() + 20), Literal("00000000C0C0"));
         EXPECT_THAT(Thresholds(made), testing::Each(0));
         EXPECT_EQ(param.wBitmap, 0x0FC0);
     }
@@ -186,9 +186,9 @@ TEST_F(FullRecord, TheRestIsTheTemplates) {
         const auto &[generator, units] = wanted[i];
         const Bytes record = Offer(generator, 200, 3).record;
         ASSERT_EQ(record.size(), 52u);
-        EXPECT_EQ(Bytes(record.begin(), record.begin() + 8), Hex("0000 51 01 2F 20 00 00"));
-        EXPECT_EQ(Bytes(record.begin() + 10, record.begin() + 14), Hex("7F 68" + types[i] + "01"));
-        EXPECT_EQ(HexText(Bytes(record.begin() + 20, record.begin() + 36)), HexText(Hex(units)))
+        EXPECT_EQ(Bytes(record.begin(), record.begin() + 8), Literal("0000 51 01 2F 20 00 00"));
+        EXPECT_EQ(Bytes(record.begin() + 10, record.begin() + 14), Literal("7F 68" + types[i] + "01"));
+        EXPECT_EQ(tests::Hex(Bytes(record.begin() + 20, record.begin() + 36)), tests::Hex(Literal(units)))
             << generator.name;
         EXPECT_EQ(record[47], 0xC4);
     }
@@ -262,7 +262,7 @@ TEST_F(FullRecord, UserThresholdsWinOverTheDescriptions) {
         UserThreshold(0x3F, {120, 111, 99, 1, 6, 12});
         EXPECT_THAT(Thresholds(Offer(generator, 200, 3)), ElementsAre(120, 111, 99, 1, 6, 12))
             << generator.name;
-        EXPECT_THAT(Lines(), Contains("info modify_sensor_threshold.c updateSdrThreshold: update sensor "
+        EXPECT_THAT(Lines(), Contains("info 42 updateSdrThreshold: update sensor "
                                       "NAME mask 0x3f, threshold 120, 111, 99, 1, 6, 12 successfully"));
         sim::ClearTrace();
     }
@@ -278,7 +278,7 @@ TEST_F(FullRecord, UserThresholdsOfAnotherMaskAreLeftOut) {
     Board(CUSTOM_ID_FERRISK);
     UserThreshold(0x3F, {99, 95, 80, 1, 6, 12}); // the record's own mask is 38h
     EXPECT_THAT(Thresholds(Offer(kTempGenerator, 2, 3)), ElementsAre(90, 88, 85, 2, 5, 10));
-    EXPECT_THAT(Lines(), Contains("warn modify_sensor_threshold.c updateSdrThreshold: sensor NAME last mask "
+    EXPECT_THAT(Lines(), Contains("warn 42 updateSdrThreshold: sensor NAME last mask "
                                   "3f, now mask 38, cannot modify threshold"));
 }
 

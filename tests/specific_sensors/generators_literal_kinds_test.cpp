@@ -23,8 +23,7 @@ TEST_F(LiteralRecord, VoranaCardVoltage) {
                  "04 22 04 22 12 12"       // LC 04 20 04, UC -- 02 -- 22
                  "00 04 00 00 64 00 00 00" // volts, M 100
                  "00 C0 00 00 00 00 FF 00" // R -4
-                 "00 E6 00 00 1E 00 02 02"
-                 "05 02 1F CC",
+                 "00 E6 00 00 1E 00 02 0205 02 1F CC",
                  "P2_SXM_Volts");
 }
 
@@ -39,8 +38,7 @@ TEST_F(LiteralRecord, DefaultTotalPowerOfABoardWithoutInventory) {
                  "0B 60 7F 68 08 01" // no slot
                  "00 02 00 22 10 10"
                  "00 06 00 00 11 00 09 00" // watts, M 17, B 9: board 5502h
-                 "00 00 00 00 00 00 FF 00"
-                 "00 64 00 00 00 00 03 03"
+                 "00 00 00 00 00 00 FF 0000 64 00 00 00 00 03 03"
                  "00 FF 02 CF", // byte 44 stays 0
                  "GPU_TOTAL_POWER");
 }
@@ -54,8 +52,7 @@ TEST_F(LiteralRecord, PellagoPowerOfOneGpu) {
                  "0B 64 7F 68 08 01"
                  "00 08 00 48 20 20"
                  "00 06 00 00 02 00 01 00" // 350 W: M 2, B 1
-                 "00 00 00 00 00 00 FF 00"
-                 "6E 00 00 00 00 00 03 03"
+                 "00 00 00 00 00 00 FF 006E 00 00 00 00 00 03 03"
                  "00 04 38 CA",
                  "GPU4_Power");
 }
@@ -69,8 +66,7 @@ TEST_F(LiteralRecord, LumoraPowerIsOfAnotherSensorType) {
                  "E1 61 7F 68 0B 01" // 0Bh
                  "00 00 00 00 00 00"
                  "00 06 00 00 01 00 00 00" // 255 W: M 1, B 0
-                 "00 00 00 00 00 00 FF 00"
-                 "00 00 00 00 00 00 03 03"
+                 "00 00 00 00 00 00 FF 0000 00 00 00 00 00 03 03"
                  "00 01 1E C9",
                  "OAM_Power");
 }
@@ -85,8 +81,7 @@ TEST_F(LiteralRecord, DurnowPowerOfACardProcessor) {
                  "0B 62 7F 68 08 01"
                  "00 00 00 00 00 00"
                  "00 06 00 00 01 00 00 00" // M 1
-                 "00 00 00 00 00 00 FF 00"
-                 "00 00 00 00 00 00 03 03"
+                 "00 00 00 00 00 00 FF 0000 00 00 00 00 00 03 03"
                  "3B 02 24 CE", // 3 x 16 + Bh
                  "NEO2_CPU_Power");
 }
@@ -103,8 +98,7 @@ TEST_F(LiteralRecord, KestrinFansAreNumberedInHexadecimal) {
                  "1D 6A 7F 68 04 01"
                  "14 60 14 00 06 06"       // LC 04 20 04, LNR 10 40 10
                  "00 12 00 00 64 00 00 00" // RPM, M 100
-                 "00 00 00 00 00 00 FF 00"
-                 "00 00 00 02 05 00 03 03"
+                 "00 00 00 00 00 00 FF 0000 00 00 02 05 00 03 03"
                  "00 64 FF CE", // byte 45: the accuracy byte
                  "SYS_FanA_Speed");
 }
@@ -118,10 +112,8 @@ TEST_F(LiteralRecord, DurnowFansHaveTwoDigits) {
                  "0000 51 01 38 20 00 00"
                  "1D 63 7F 68 04 01"
                  "00 00 00 00 00 00"
-                 "00 12 00 00 64 00 00 00"
-                 "00 00 00 00 00 00 FF 00"
-                 "00 00 00 00 00 00 01 01"
-                 "00 00 00 CD",
+                 "00 12 00 00 64 00 00 0000 00 00 00 00 00 FF 00"
+                 "00 00 00 00 00 00 01 0100 00 00 CD",
                  "FAN_SPEED_03F");
 }
 
@@ -135,8 +127,7 @@ TEST_F(LiteralRecord, FerriskFansHaveForcedLowerThresholds) {
                  "0000 51 01 37 20 00 00"
                  "1D 64 7F 68 04 01"
                  "05 02 05 02 13 13"
-                 "00 12 00 00 64 00 00 00"
-                 "00 00 00 00 00 00 FF 00"
+                 "00 12 00 00 64 00 00 0000 00 00 00 00 00 FF 00"
                  "00 64 00 00 13 15 03 03" // LC 21 - 2, LNC 21
                  "00 09 01 CC",
                  "FAN4_R_Speed");
@@ -151,8 +142,7 @@ TEST_F(LiteralRecord, FerriskSasDiskStatus) {
                  "0000 51 02 26 20 00 00" // 27 + 11
                  "04 00 63 C0 0D 6F"      // disk, instance 0, drive slot
                  "0100 0100 4700"
-                 "C0 00 00 01 00 00 00 00 00"
-                 "03 3B CB", // the slot before conversion
+                 "C0 00 00 01 00 00 00 00 0003 3B CB", // the slot before conversion
                  "SAS7_Status");
     EXPECT_EQ(param.SlotId, 7);
 }
@@ -166,8 +156,7 @@ TEST_F(LiteralRecord, FerriskRearNvmeDiskStatus) {
                  "0000 51 02 29 20 00 00"
                  "04 00 63 C0 0D 6F"
                  "0100 0100 4700"
-                 "C0 00 00 01 00 00 00 00 00"
-                 "19 3B CE",
+                 "C0 00 00 01 00 00 00 00 0019 3B CE",
                  "NVME2_R_Status");
 }
 
@@ -177,8 +166,7 @@ TEST_F(LiteralRecord, BoxCardStatus) {
                  "0000 51 02 1E 20 00 00"
                  "E0 E4 63 40 15 07" // base board, 64h made device-relative; module, severity
                  "0600 0600 FF7F"
-                 "00 00 00 00 01 00 00 00 00"
-                 "00 00 C3",
+                 "00 00 00 00 01 00 00 00 0000 00 C3",
                  "BOX");
 }
 
@@ -189,8 +177,7 @@ TEST_F(LiteralRecord, SablinGpuCardStatus) {
                  "0000 51 02 2A 20 00 00"
                  "0B 65 63 40 17 6F" // add-in card, sensor-specific
                  "0600 0600 FF7F"
-                 "00 00 00 00 01 00 00 00 00"
-                 "00 00 CF",
+                 "00 00 00 00 01 00 00 00 0000 00 CF",
                  "RA3_Card_Status");
 }
 
@@ -201,8 +188,7 @@ TEST_F(LiteralRecord, KestrinMemoryStatusOfAGpu) {
                  "0000 51 02 23 20 00 00"
                  "0B 60 7F 40 0C 6F" // always 60h
                  "4200 4200 4200"
-                 "00 00 00 11 00 01 01 00 00"
-                 "00 00 C8",
+                 "00 00 00 11 00 01 01 00 0000 00 C8",
                  "GPU3_Mem");
 }
 

@@ -32,10 +32,8 @@ TEST_F(LiteralRecord, KestrinNicPortTemperature) {
                  "0000 51 01 3B 20 00 00"
                  "0B 6C 7F 68 01 01"
                  "80 02 80 32 18 18" // UNC 80 -- 80 10, UC -- 02 -- 22
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
-                 "00 64 5A 00 00 00 07 07"
-                 "12 0C 2B D0", // sub 1, port 2h
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
+                 "00 64 5A 00 00 00 07 0712 0C 2B D0", // sub 1, port 2h
                  "HT_NIC12_SFP18_T");
 }
 
@@ -47,10 +45,8 @@ TEST_F(LiteralRecord, AstrelOnboardRaidTemperature) {
                  "0000 51 01 34 20 00 00"
                  "0B 60 7F 68 01 01" // the one controller keeps 60h
                  "00 00 00 00 00 00" // no threshold at all
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
-                 "00 00 00 00 00 00 03 03"
-                 "05 09 04 C9",
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
+                 "00 00 00 00 00 00 03 0305 09 04 C9",
                  "RAID_Temp");
 }
 
@@ -63,10 +59,8 @@ TEST_F(LiteralRecord, QuorralFrontRaidTemperature) {
                  "0000 51 01 39 20 00 00"
                  "0B 64 7F 68 01 01" // the instance and byte 45 keep the slot, the name has the silk's
                  "15 70 15 00 07 07"
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
-                 "00 00 00 02 05 0A 03 03"
-                 "05 04 03 CE",
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
+                 "00 00 00 02 05 0A 03 0305 04 03 CE",
                  "PF-2_Raid_Temp");
 }
 
@@ -78,10 +72,8 @@ TEST_F(LiteralRecord, LumoraOpticalPortOfAnOcpCard) {
                  "0000 51 01 37 20 00 00"
                  "97 E2 7F 68 01 01" // OCP entity, 62h made device-relative
                  "00 08 00 48 20 20"
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
-                 "6E 00 00 00 00 00 03 03"
-                 "15 FF 06 CC", // no slot
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
+                 "6E 00 00 00 00 00 03 0315 FF 06 CC", // no slot
                  "OCP_Opt_Temp");
 }
 
@@ -93,10 +85,8 @@ TEST_F(LiteralRecord, VoranaBaseBoardInletTemperature) {
                  "0000 51 01 39 20 00 00"
                  "E0 E1 7F 68 01 01" // base board entity: 61h made device-relative
                  "00 02 00 22 10 10"
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
-                 "00 64 00 00 00 00 03 03"
-                 "05 01 44 CE",
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
+                 "00 64 00 00 00 00 03 0305 01 44 CE",
                  "HGX_INLET_TEMP");
 }
 
@@ -108,10 +98,8 @@ TEST_F(LiteralRecord, PellagoNetCardOfTheBoardIsDeviceRelative) {
                  "0000 51 01 37 20 00 00"
                  "96 E0 7F 68 01 01" // no slot: 60h, device-relative for type 55
                  "01 10 01 00 01 01"
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
-                 "00 00 00 00 00 0A 03 03"
-                 "05 FF 37 CC",
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
+                 "00 00 00 00 00 0A 03 0305 FF 37 CC",
                  "CX6_Net_Temp");
 }
 
@@ -123,8 +111,7 @@ TEST_F(LiteralRecord, FerriskGpuTemperatureHasFixedUpperThresholds) {
                  "0000 51 01 34 20 00 00"
                  "0B 65 7F 68 01 01"
                  "84 2A 84 7A 38 38" // LC's 04 20 04 and what is fixed: 80 0A 80 7A
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
                  "5A 58 55 00 05 00 03 03" // 90 88 85 -- LC stays
                  "05 05 02 C9",
                  "GPU5_Temp");
@@ -140,10 +127,8 @@ TEST_F(LiteralRecord, FerriskFrontDiskTemperature) {
                  "0000 51 01 36 20 00 00"
                  "0B 0E 7F 68 01 01" // the converted slot as it is
                  "00 02 00 22 10 10"
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
-                 "00 64 00 00 00 00 03 03"
-                 "45 03 3B CB", // front disk 4, port 5; the slot before conversion
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
+                 "00 64 00 00 00 00 03 0345 03 3B CB", // front disk 4, port 5; the slot before conversion
                  "NVME14_Temp");
     EXPECT_EQ(param.SlotId, 14);
 }
@@ -157,10 +142,8 @@ TEST_F(LiteralRecord, SablinGpuSensorOnTheBoardWithRenamedCards) {
                  "0000 51 01 39 20 00 00"
                  "0B 68 7F 68 01 01"
                  "00 0A 00 6A 30 30" // UC 02 22, UNR 08 48
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
-                 "6E 64 00 00 00 00 03 03"
-                 "92 08 02 CE",
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
+                 "6E 64 00 00 00 00 03 0392 08 02 CE",
                  "RB3_2_Max_Temp");
 }
 
@@ -172,10 +155,8 @@ TEST_F(LiteralRecord, CardFamilyTemperatureNumberedByTheSensorIndex) {
                  "0000 51 01 34 20 00 00"
                  "0B 66 7F 68 01 01"
                  "10 40 10 00 04 04"
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
-                 "00 00 00 02 00 00 03 03"
-                 "0D 06 11 C9", // byte 44: the index whole
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
+                 "00 00 00 02 00 00 03 030D 06 11 C9", // byte 44: the index whole
                  "DPU_DIMMB");
 }
 
@@ -187,8 +168,7 @@ TEST_F(LiteralRecord, UserThresholdsLieOverTheDescriptions) {
                  "0000 51 01 36 20 00 00"
                  "0B 63 7F 68 01 01"
                  "80 02 80 32 18 18"
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
                  "00 5F 55 00 00 00 03 03" // only what the mask names
                  "05 03 02 CB",
                  "GPU_TEMP_03");
@@ -204,10 +184,8 @@ TEST_F(LiteralRecord, ANameOf16CharactersFillsTheSlot) {
                  "0000 51 01 3B 20 00 00" // 59
                  "0B 63 7F 68 01 01"
                  "80 00 80 10 08 08"
-                 "80 01 00 00 01 00 00 00"
-                 "00 00 00 00 00 00 7F 80"
-                 "00 00 5A 00 00 00 03 03"
-                 "14 03 02 D0",
+                 "80 01 00 00 01 00 00 0000 00 00 00 00 00 7F 80"
+                 "00 00 5A 00 00 00 03 0314 03 02 D0",
                  "GPU_SFP4_TEMP_03");
 }
 

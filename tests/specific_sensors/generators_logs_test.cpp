@@ -18,12 +18,12 @@ TEST_F(GeneratorLines, Temperature) {
     param.ucBrenmorSensorIndex = 7;
     param.ucHysteresis = 4;
     Make(kTempGenerator, param);
-    EXPECT_THAT(Lines(), ElementsAre("info GenSpecificTempSDR: originalHddSilk:0, SlotId:3!\n",
-                                     "info GenSpecificTempSDR: DeviceType = 2, SensorDevType = 256, "
+    EXPECT_THAT(Lines(), ElementsAre("info 42 GenSpecificTempSDR: originalHddSilk:0, SlotId:3!\n",
+                                     "info 42 GenSpecificTempSDR: DeviceType = 2, SensorDevType = 256, "
                                      "SubDeviceType = 0, bitmap=0x3f, "
                                      "threshold:0x6e,0x64,0x5a,0xa,0x5,0x2, Hystersis:4, "
                                      "ucBrenmorSensorIndex:7!",
-                                     "info GenSpecificTempSDR: Add SDR: GenSpecificTempSDR  "
+                                     "info 42 GenSpecificTempSDR: Add SDR: GenSpecificTempSDR  "
                                      "Name:GPU_TEMP_03."));
 }
 
@@ -31,22 +31,23 @@ TEST_F(GeneratorLines, Voltage) {
     Board(CUSTOM_ID_VORANA);
     Make(kVoltGenerator, Description(kVolt, 31, 2));
     EXPECT_THAT(Lines(),
-                ElementsAre("info GenSpecificVoltSDR: originalHddSilk:0, SlotId:2!\n",
-                            "info GenSpecificVoltSDR: DeviceType = 31, SensorDevType = 512, "
+                ElementsAre("info 42 GenSpecificVoltSDR: originalHddSilk:0, SlotId:2!\n",
+                            "info 42 GenSpecificVoltSDR: DeviceType = 31, SensorDevType = 512, "
                             "SubDeviceType = 0, bitmap=0x3f, "
                             "threshold:0x6e,0x64,0x5a,0xa,0x5,0x2, Hystersis:0, ucBrenmorSensorIndex:0!",
-                            "info GenSpecificVoltSDR: Add SDR: GenSpecificVoltSDR  Name:P2_SXM_Volts.",
-                            "info GenSpecificVoltSDR: Add SDR: GenSpecificVoltSDR: bitmap=0x3f"));
+                            "info 42 GenSpecificVoltSDR: Add SDR: GenSpecificVoltSDR  Name:P2_SXM_Volts.",
+                            "info 42 GenSpecificVoltSDR: Add SDR: GenSpecificVoltSDR: bitmap=0x3f"));
 }
 
 TEST_F(GeneratorLines, PowerOfACard) {
     Make(kPowerGenerator, Description(kPower, 34, 2));
-    EXPECT_THAT(Lines(),
-                ElementsAre("info GenSpecificPowerSDR: originalHddSilk:0, SlotId:2!\n",
-                            "info GenSpecificPowerSDR: DeviceType = 34, SensorDevType = 2051, "
-                            "SubDeviceType = 0, bitmap=0x3f, "
-                            "threshold:0x6e,0x64,0x5a,0xa,0x5,0x2, Hystersis:0, ucBrenmorSensorIndex:0!",
-                            "info GenSpecificPowerSDR: Add SDR: GenSpecificPowerSDR  Name:SNIC_POWER_02."));
+    EXPECT_THAT(
+        Lines(),
+        ElementsAre("info 42 GenSpecificPowerSDR: originalHddSilk:0, SlotId:2!\n",
+                    "info 42 GenSpecificPowerSDR: DeviceType = 34, SensorDevType = 2051, "
+                    "SubDeviceType = 0, bitmap=0x3f, "
+                    "threshold:0x6e,0x64,0x5a,0xa,0x5,0x2, Hystersis:0, ucBrenmorSensorIndex:0!",
+                    "info 42 GenSpecificPowerSDR: Add SDR: GenSpecificPowerSDR  Name:SNIC_POWER_02."));
 }
 
 TEST_F(GeneratorLines, PowerOfGpusTellsItsFactors) {
@@ -54,14 +55,14 @@ TEST_F(GeneratorLines, PowerOfGpusTellsItsFactors) {
     Make(kPowerGenerator, Description(kPower, 2, 2));
     EXPECT_THAT(
         Lines(),
-        ElementsAre("info GenSpecificPowerSDR: originalHddSilk:0, SlotId:2!\n",
-                    "info GenSpecificPowerSDR: DeviceType = 2, SensorDevType = 2051, SubDeviceType = 0, "
+        ElementsAre("info 42 GenSpecificPowerSDR: originalHddSilk:0, SlotId:2!\n",
+                    "info 42 GenSpecificPowerSDR: DeviceType = 2, SensorDevType = 2051, SubDeviceType = 0, "
                     "bitmap=0x3f, threshold:0x6e,0x64,0x5a,0xa,0x5,0x2, Hystersis:0, "
                     "ucBrenmorSensorIndex:0!",
-                    "info GenSpecificPowerSDR: Add SDR: GenSpecificPowerSDR  Name:GPU_TOTAL_POWER.",
-                    "info GetGpuPowerAccuracy: Add SDR: GetGpuPowerAccuracy gpuCnt:0.",
-                    "info GetGpuPowerAccuracy: Add SDR: GetGpuPowerAccuracy BoardId:0x550f.",
-                    "info GenSpecificPowerSDR: Add SDR: GenSpecificPowerSDR: "
+                    "info 42 GenSpecificPowerSDR: Add SDR: GenSpecificPowerSDR  Name:GPU_TOTAL_POWER.",
+                    "info 42 GetGpuPowerAccuracy: Add SDR: GetGpuPowerAccuracy gpuCnt:0.",
+                    "info 42 GetGpuPowerAccuracy: Add SDR: GetGpuPowerAccuracy BoardId:0x550f.",
+                    "info 42 GenSpecificPowerSDR: Add SDR: GenSpecificPowerSDR: "
                     "aucTemp[FULL_SDR_M_VALUE_LS_8_BITS]:22, aucTemp[FULL_SDR_B_VALUE_LS_8_BITS]:11"));
 }
 
@@ -69,9 +70,9 @@ TEST_F(GeneratorLines, PowerWithoutABoardId) {
     Fail("get_default_board_id");
     Make(kPowerGenerator, Description(kPower, 34, 2));
     EXPECT_THAT(LinesOf(kPowerGenerator),
-                ElementsAre("info GenSpecificPowerSDR: originalHddSilk:0, SlotId:2!\n", testing::_,
-                            "info GenSpecificPowerSDR: Add SDR: GenSpecificPowerSDR  Name:SNIC_POWER_02.",
-                            "warn GenSpecificPowerSDR: get Board Id failed!"));
+                ElementsAre("info 42 GenSpecificPowerSDR: originalHddSilk:0, SlotId:2!\n", testing::_,
+                            "info 42 GenSpecificPowerSDR: Add SDR: GenSpecificPowerSDR  Name:SNIC_POWER_02.",
+                            "warn 42 GenSpecificPowerSDR: get Board Id failed!"));
 }
 
 TEST_F(GeneratorLines, Fan) {
@@ -81,14 +82,14 @@ TEST_F(GeneratorLines, Fan) {
     Make(kFanGenerator, param);
     EXPECT_THAT(
         Lines(),
-        ElementsAre("info GenSpecificFanSpeedSDR: GenSpecificFanSpeedSDR: sdwRet = 0 wBoardId = 1234!",
-                    "info GenSpecificFanSpeedSDR: originalHddSilk:0, SlotId:3!\n",
-                    "info GenSpecificFanSpeedSDR: DeviceType = 255, SensorDevType = 1027, "
+        ElementsAre("info 42 GenSpecificFanSpeedSDR: GenSpecificFanSpeedSDR: sdwRet = 0 wBoardId = 1234!",
+                    "info 42 GenSpecificFanSpeedSDR: originalHddSilk:0, SlotId:3!\n",
+                    "info 42 GenSpecificFanSpeedSDR: DeviceType = 255, SensorDevType = 1027, "
                     "SubDeviceType = 0, bitmap=0x1a, "
                     "threshold:0x6e,0x64,0x5a,0xa,0x5,0x2, Hystersis:0, ucBrenmorSensorIndex:77!",
-                    "info GenSpecificFanSpeedSDR: Add SDR: GenSpecificFanSpeedSDR  called "
+                    "info 42 GenSpecificFanSpeedSDR: Add SDR: GenSpecificFanSpeedSDR  called "
                     "getSensorInfo,Idx:3,BitMap:1a,Name:FAN_SPEED_03 .",
-                    "info GenSpecificFanSpeedSDR: ucSensorAccuracy = 77"));
+                    "info 42 GenSpecificFanSpeedSDR: ucSensorAccuracy = 77"));
 }
 
 TEST_F(GeneratorLines, FanWithoutABoardId) {
@@ -97,7 +98,7 @@ TEST_F(GeneratorLines, FanWithoutABoardId) {
     fault.result = -7;
     sim::AddFault(fault);
     EXPECT_NE(Make(kFanGenerator, Description(kFan, 255, 3)).result, 0);
-    EXPECT_THAT(Lines(), testing::Contains("info GenSpecificFanSpeedSDR: GenSpecificFanSpeedSDR: "
+    EXPECT_THAT(Lines(), testing::Contains("info 42 GenSpecificFanSpeedSDR: GenSpecificFanSpeedSDR: "
                                            "sdwRet = -7 wBoardId = 0!"));
 }
 
@@ -106,19 +107,19 @@ TEST_F(GeneratorLines, FanOnTheBoardThatTakesNone) {
     EXPECT_EQ(Make(kFanGenerator, Description(kFan, 255, 3)).result, GEN_SDR_FAILED);
     EXPECT_THAT(
         Lines(),
-        ElementsAre("info GenSpecificFanSpeedSDR: GenSpecificFanSpeedSDR: sdwRet = 0 wBoardId = 5497!",
-                    "info GenSpecificFanSpeedSDR: The board does not support adding sensor FAN_SPEED."));
+        ElementsAre("info 42 GenSpecificFanSpeedSDR: GenSpecificFanSpeedSDR: sdwRet = 0 wBoardId = 5497!",
+                    "info 42 GenSpecificFanSpeedSDR: The board does not support adding sensor FAN_SPEED."));
 }
 
 TEST_F(GeneratorLines, DiskTemperatureTellsBothSlots) {
     Board(CUSTOM_ID_FERRISK).disks.conversion[3] = 14;
     Make(kTempGenerator, Description(kTemp, kNvme, 3, 1));
     EXPECT_THAT(LinesOf(kTempGenerator),
-                ElementsAre("info GenSpecificTempSDR: originalHddSilk:3, SlotId:14!\n",
-                            "info GenSpecificTempSDR: DeviceType = 59, SensorDevType = 256, "
+                ElementsAre("info 42 GenSpecificTempSDR: originalHddSilk:3, SlotId:14!\n",
+                            "info 42 GenSpecificTempSDR: DeviceType = 59, SensorDevType = 256, "
                             "SubDeviceType = 1, bitmap=0x3f, "
                             "threshold:0x6e,0x64,0x5a,0xa,0x5,0x2, Hystersis:0, ucBrenmorSensorIndex:0!",
-                            "info GenSpecificTempSDR: Add SDR: GenSpecificTempSDR  Name:NVME14_R_Temp."));
+                            "info 42 GenSpecificTempSDR: Add SDR: GenSpecificTempSDR  Name:NVME14_R_Temp."));
 }
 
 TEST_F(GeneratorLines, DiskStatus) {
@@ -126,14 +127,14 @@ TEST_F(GeneratorLines, DiskStatus) {
     Make(kDiskGenerator, Description(kDisk, kNvme, 3, 1));
     EXPECT_THAT(
         LinesOf(kDiskGenerator),
-        ElementsAre("info GenSpecificStatusSDR: DeviceType = 0x3b, SensorDevType = 0xd00, "
+        ElementsAre("info 42 GenSpecificStatusSDR: DeviceType = 0x3b, SensorDevType = 0xd00, "
                     "SubDeviceType = 0x1, originalHddSilk = 0x3, SlotId = 0xe!",
-                    "info GenSpecificStatusSDR: Add SDR: GenSpecificStatusSDR  Name:NVME14_R_Status."));
+                    "info 42 GenSpecificStatusSDR: Add SDR: GenSpecificStatusSDR  Name:NVME14_R_Status."));
 }
 
 TEST_F(GeneratorLines, CardStatus) {
     Make(kCardGenerator, Description(kCard, 42, 4));
-    EXPECT_THAT(Lines(), ElementsAre("info GenSpecificCardStatusSDR: Add SDR: GenSpecificCardStatusSDR "
+    EXPECT_THAT(Lines(), ElementsAre("info 42 GenSpecificCardStatusSDR: Add SDR: GenSpecificCardStatusSDR "
                                      "DeviceType = 0x2a, SensorDevType = 5377 Name:BOX."));
 }
 
@@ -142,14 +143,14 @@ TEST_F(GeneratorLines, SablinGpuCardStatus) {
     Board(CUSTOM_ID_SABLIN, 0x54E0);
     Make(kGpuCardGenerator, Description(kGpuCard, 2, 5));
     EXPECT_THAT(LinesOf(kGpuCardGenerator),
-                ElementsAre("info GenSablinGPUCardStatusSDR: Add SDR: GenSpecificCardStatusSDR "
+                ElementsAre("info 42 GenSablinGPUCardStatusSDR: Add SDR: GenSpecificCardStatusSDR "
                             "DeviceType = 0x2, SensorDevType = 5888 Name:RA3_Card_Status."));
 }
 
 TEST_F(GeneratorLines, MemoryStatusHasABlankBeforeItsName) {
     Board(CUSTOM_ID_KESTRIN);
     Make(kMemoryGenerator, Description(kMemory, 18, 3));
-    EXPECT_THAT(Lines(), ElementsAre("info GenMEMStatusSpecificSDR: Add SDR: GenMEMStatusSpecificSDR "
+    EXPECT_THAT(Lines(), ElementsAre("info 42 GenMEMStatusSpecificSDR: Add SDR: GenMEMStatusSpecificSDR "
                                      "DeviceType = 0x12, SensorDevType = 3073 Name: GPU3_Mem."));
 }
 
@@ -161,8 +162,8 @@ TEST_F(GeneratorLines, ANameThatTheProfileLacksIsAWarningOfEachFullGenerator) {
         EXPECT_EQ(Make(generator, Description(generator, 200, 3)).result, GEN_SDR_SKIPPED);
         const std::vector<std::string> lines = Lines();
         ASSERT_GE(lines.size(), 2u);
-        EXPECT_EQ(lines[lines.size() - 2], "warn getSensorInfo: this sensor is not support custom id 0 !");
-        EXPECT_EQ(lines.back(), std::string("warn ") + generator.name + ": this sensor is not support!");
+        EXPECT_EQ(lines[lines.size() - 2], "warn 42 getSensorInfo: this sensor is not support custom id 0 !");
+        EXPECT_EQ(lines.back(), std::string("warn 42 ") + generator.name + ": this sensor is not support!");
     }
 }
 
@@ -177,7 +178,7 @@ TEST_F(GeneratorLines, ANameThatTheProfileLacksIsAWarningOfEachCompactGenerator)
         Board(CUSTOM_ID_DEFAULT);
         EXPECT_EQ(Make(generator, Description(generator, 200, 3)).result, GEN_SDR_SKIPPED);
         ASSERT_FALSE(LinesOf(generator).empty()) << generator.name;
-        EXPECT_EQ(LinesOf(generator).back(), std::string("warn ") + generator.name + ": " + text);
+        EXPECT_EQ(LinesOf(generator).back(), std::string("warn 42 ") + generator.name + ": " + text);
     }
 }
 
@@ -188,8 +189,8 @@ TEST_F(GeneratorLines, ANameOfMoreThan16CharactersIsAnErrorOfAFullGenerator) {
     sim::ClearTrace();
     EXPECT_EQ(Make(kTempGenerator, Description(kTemp, 36, 100, 4)).result, GEN_SDR_FAILED);
     EXPECT_THAT(LinesOf(kTempGenerator),
-                ElementsAre("info GenSpecificTempSDR: originalHddSilk:0, SlotId:100!\n", testing::_,
-                            "error GenSpecificTempSDR: Unable to Get Sensor Name!"));
+                ElementsAre("info 42 GenSpecificTempSDR: originalHddSilk:0, SlotId:100!\n", testing::_,
+                            "error 42 GenSpecificTempSDR: Unable to Get Sensor Name!"));
 }
 
 TEST_F(GeneratorLines, ANameOfMoreThan16CharactersIsAnErrorOfACompactGenerator) {
@@ -198,7 +199,7 @@ TEST_F(GeneratorLines, ANameOfMoreThan16CharactersIsAnErrorOfACompactGenerator) 
     sim::ClearTrace();
     EXPECT_EQ(Make(kGpuCardGenerator, Description(kGpuCard, 2, 100)).result, GEN_SDR_FAILED);
     EXPECT_THAT(LinesOf(kGpuCardGenerator),
-                ElementsAre("error GenSablinGPUCardStatusSDR: DeviceType = 0x2, SensorDevType = 5888, "
+                ElementsAre("error 42 GenSablinGPUCardStatusSDR: DeviceType = 0x2, SensorDevType = 5888, "
                             "Unable to Get Sensor Name!"));
 }
 
@@ -208,7 +209,7 @@ TEST_F(GeneratorLines, ADiskTemperatureOfAnotherSubTypeIsADebugLine) {
         sim::ClearTrace();
         SpecificSensorParam param = Description(kTemp, kNvme, 3, sub);
         EXPECT_EQ(Make(kTempGenerator, param).result, GEN_SDR_SKIPPED);
-        EXPECT_THAT(Lines(), ElementsAre("debug GenSpecificTempSDR: this sensor is not support, "
+        EXPECT_THAT(Lines(), ElementsAre("debug 42 GenSpecificTempSDR: this sensor is not support, "
                                          "ucCardType:59, ucSubCardType:" +
                                          std::to_string(sub) + "!"));
         EXPECT_EQ(param.SlotId, 3) << "not converted yet";
@@ -221,7 +222,7 @@ TEST_F(GeneratorLines, VoltagePowerAndFanKnowTheDiskStepToo) {
         sim::ClearTrace();
         EXPECT_EQ(Make(generator, Description(generator, kNvme, 3, 2)).result, GEN_SDR_SKIPPED);
         ASSERT_FALSE(LinesOf(generator).empty()) << generator.name;
-        EXPECT_EQ(LinesOf(generator).back(), std::string("debug ") + generator.name +
+        EXPECT_EQ(LinesOf(generator).back(), std::string("debug 42 ") + generator.name +
                                                  ": this sensor is not support, ucCardType:59, "
                                                  "ucSubCardType:2!");
     }
@@ -259,10 +260,9 @@ TEST_F(GeneratorLines, TheSameDescriptionOfferedTwiceYieldsARecordOnce) {
         EXPECT_EQ(offer().result, GEN_SDR_SKIPPED) << offered.generator.name;
         const std::vector<std::string> lines = Lines();
         ASSERT_GE(lines.size(), before + 2);
-        EXPECT_EQ(lines[lines.size() - 2],
-                  "info specific_sdr_file.c checkSensorExist: This sensor is already exist!");
+        EXPECT_EQ(lines[lines.size() - 2], "info 42 checkSensorExist: This sensor is already exist!");
         EXPECT_EQ(lines.back(),
-                  std::string("warn ") + offered.generator.name + ": This sensor is already exist!");
+                  std::string("warn 42 ") + offered.generator.name + ": This sensor is already exist!");
     }
 }
 
@@ -293,7 +293,7 @@ TEST_F(GeneratorLines, EachNullArgumentIsOneErrorAndTheFirstThingLookedAt) {
         EXPECT_EQ(generator.function(&param, nullptr, generator.sensor_class), GEN_SDR_FAILED);
         EXPECT_EQ(generator.function(nullptr, nullptr, generator.sensor_class), GEN_SDR_FAILED);
         EXPECT_THAT(out, testing::Each(kPattern));
-        const std::string line = std::string("error ") + generator.name + ": " + generator.name +
+        const std::string line = std::string("error 42 ") + generator.name + ": " + generator.name +
                                  " failed! The input parameter is null.";
         EXPECT_THAT(Lines(), ElementsAre(line, line, line));
         for (const sim::Event &event : sim::Trace()) {

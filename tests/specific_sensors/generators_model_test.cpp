@@ -138,7 +138,7 @@ Offer OfferOf(const std::string &line) {
     offer.slot_after = Byte(parts.at(2).substr(10));
     if (parts.size() > 3) {
         offer.name = parts.at(3);
-        offer.record = Hex(parts.at(4));
+        offer.record = Literal(parts.at(4));
     }
     return offer;
 }
@@ -223,7 +223,7 @@ void Check(Offer offer, const std::string &line, Tally &tally) {
     Made made;
     made.record = sim::Repository()[0].bytes;
     EXPECT_EQ(made.Name(), offer.name) << line;
-    EXPECT_EQ(HexText(made.record), HexText(offer.record)) << line;
+    EXPECT_TRUE(tests::SameSdr(offer.record, made.record)) << line;
     if (made.Name() == offer.name) {
         tally.rows.insert(offer.row);
         tally.names.insert(offer.name);

@@ -123,7 +123,7 @@ TEST_F(PowerRecord, FactorsStepWithThePower) {
 TEST_F(PowerRecord, MoreThanAReadingCanHoldIsAnErrorAndTheGreatestFactors) {
     Board(CUSTOM_ID_DEFAULT, 0x5502).gpus = {{1, 65000, 0x10DE}, {2, 25, 0x10DE}, {3, 1, 0x10DE}};
     ExpectFactors(2, 3, 255, 128, "65025 W");
-    EXPECT_THAT(Lines(), Contains("error GetGpuPowerAccuracy: Add SDR: GetGpuPowerAccuracy  "
+    EXPECT_THAT(Lines(), Contains("error 42 GetGpuPowerAccuracy: Add SDR: GetGpuPowerAccuracy  "
                                   "gpuTotalPowerW:65025 is over MAC_SENSOR_READING."));
 }
 
@@ -148,7 +148,7 @@ TEST_F(PowerRecord, OnlyGpusAskForTheInventoryAndTellTheirFactors) {
         EXPECT_EQ(sim::CountCalls("get_default_board_id"), 1u) << type;
         const std::string factors = IsSingleGpu(type) ? ":0, aucTemp[FULL_SDR_B_VALUE_LS_8_BITS]:0"
                                                       : ":4, aucTemp[FULL_SDR_B_VALUE_LS_8_BITS]:2";
-        const std::string line = "info GenSpecificPowerSDR: Add SDR: GenSpecificPowerSDR: "
+        const std::string line = "info 42 GenSpecificPowerSDR: Add SDR: GenSpecificPowerSDR: "
                                  "aucTemp[FULL_SDR_M_VALUE_LS_8_BITS]" +
                                  factors;
         EXPECT_EQ(std::ranges::count(LinesOf(kPowerGenerator), line), IsGpu(type) ? 1 : 0) << type;

@@ -81,7 +81,7 @@ TEST_F(RowsOfATable, ANameOf17CharactersIsRefusedByEveryGenerator) {
             << generator.name;
         ASSERT_FALSE(LinesOf(generator).empty());
         EXPECT_THAT(LinesOf(generator).back(),
-                    testing::MatchesRegex(std::string("error ") + generator.name +
+                    testing::MatchesRegex(std::string("error 42 ") + generator.name +
                                           ": (DeviceType = 0xc8, SensorDevType = [0-9]+, )?"
                                           "Unable to Get Sensor Name!"));
         EXPECT_EQ(LinesOf(generator).back().find("DeviceType") == std::string::npos, generator.full);

@@ -121,7 +121,7 @@ TEST_F(CardNames, EveryEntryIsFoundByItsSensorIndex) {
             EXPECT_EQ(Name(query), expected);
         }
     }
-    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_THAT(LogLines(), IsEmpty());
 }
 
 TEST_F(CardNames, AFamilyWithoutTheIndexGivesZeroAndNoFallback) {
@@ -155,7 +155,7 @@ TEST_F(CardNames, EachNullPointerIsReportedAndGivesZero) {
     EXPECT_EQ(getPurchaseCardInfo(nullptr, nullptr, 0), 0);
     const std::string line =
         "error 42 getPurchaseCardInfo: getPurchaseCardInfo failed! The input parameter is null.";
-    EXPECT_THAT(Lines(), ElementsAre(line, line, line));
+    EXPECT_THAT(LogLines(), ElementsAre(line, line, line));
 }
 
 // A pattern that no table holds stays in the query, so "#" shows the port that the fallback was given.

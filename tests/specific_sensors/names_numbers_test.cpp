@@ -36,7 +36,7 @@ TEST_F(Numbers, EitherNullPointerIsReported) {
     getSilkInfo(nullptr, text, 1, 0, 0);
     getSilkInfo(&query, nullptr, 1, 0, 0);
     const std::string line = "error 42 getSilkInfo: getSilkInfo failed! ptInfo == NULL || pSilkInfo == NULL.";
-    EXPECT_THAT(Lines(), ElementsAre(line, line));
+    EXPECT_THAT(LogLines(), ElementsAre(line, line));
     EXPECT_STREQ(text, "kept");
     EXPECT_EQ(sim::CountCalls("GetOcpNetCardMaxCount"), 0u);
 }
@@ -180,7 +180,7 @@ TEST_F(Replacement, EveryNullPointerIsReportedOnceTheOutputOnALineOfItsOwn) {
     EXPECT_EQ(strrpc(out, "a", "b", nullptr), 0);
     EXPECT_EQ(strrpc(nullptr, nullptr, nullptr, nullptr), 0);
     const std::string line = "error 42 strrpc: strrpc failed! The input parameter is null.";
-    EXPECT_THAT(Lines(), ElementsAre(line, line, line, line, line));
+    EXPECT_THAT(LogLines(), ElementsAre(line, line, line, line, line));
     const std::vector<sim::Event> logs = sim::Logs();
     EXPECT_NE(logs[0].line, logs[1].line);
     EXPECT_EQ(logs[1].line, logs[2].line);

@@ -66,7 +66,7 @@ TEST_F(FrontSlot, AnUnreadableSilkIsNoFrontSlot) {
 TEST_F(FrontSlot, ANullNumberIsAnAssertionAndNoFrontSlot) {
     AddSlot(5, "F-Slot2");
     EXPECT_EQ(getFSlotInfo(5, nullptr), -1);
-    EXPECT_THAT(Lines(), ElementsAre("error 255 getFSlotInfo: assertion failed: changedSlot != 0"));
+    EXPECT_THAT(LogLines(), ElementsAre("error 255 getFSlotInfo: assertion failed: changedSlot != 0"));
 }
 
 struct Rename {
@@ -110,7 +110,7 @@ TEST_F(FrontSlot, AllTwentyFourPatternsAndTheSlotAreReplaced) {
         EXPECT_EQ(slot, 2) << rename.rear;
         EXPECT_EQ(query.wBitmap, 0x1234);
     }
-    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_THAT(LogLines(), IsEmpty());
 }
 
 // The walk over the patterns relies on no count of the platform's.
@@ -172,8 +172,8 @@ TEST_F(FrontSlot, NullPointersAreAssertions) {
     uint8_t slot = 5;
     modifyPcieSlotName(nullptr, &query);
     modifyPcieSlotName(&slot, nullptr);
-    EXPECT_THAT(Lines(), ElementsAre("error 255 modifyPcieSlotName: assertion failed: ucInstance != 0",
-                                     "error 255 modifyPcieSlotName: assertion failed: ptInfo != 0"));
+    EXPECT_THAT(LogLines(), ElementsAre("error 255 modifyPcieSlotName: assertion failed: ucInstance != 0",
+                                        "error 255 modifyPcieSlotName: assertion failed: ptInfo != 0"));
     EXPECT_EQ(Name(query), "RAID_TEMP_*");
     EXPECT_EQ(slot, 5);
 }
@@ -238,7 +238,7 @@ TEST_F(SablinRename, ANameWithoutANeedleStays) {
     SnrQuery query = Query(kTemp, 2, 9, "GU01_1_Max_Temp");
     EXPECT_EQ(modifySablinGpuSensorName(&query), 15);
     EXPECT_EQ(Name(query), "GU01_1_Max_Temp");
-    EXPECT_THAT(Lines(), ElementsAre(BoardLine(0, "54e0")));
+    EXPECT_THAT(LogLines(), ElementsAre(BoardLine(0, "54e0")));
 }
 
 TEST_F(SablinRename, ItAppliesToFourKindsOnly) {
@@ -262,7 +262,7 @@ TEST_F(SablinRename, OnAnotherBoardTheKindsAreDropped) {
     Board(CUSTOM_ID_SABLIN, 0x54E1);
     SnrQuery query = Query(0x1700, 2, 0, "GU05_Card_Status");
     EXPECT_EQ(modifySablinGpuSensorName(&query), 0);
-    EXPECT_THAT(Lines(), ElementsAre(BoardLine(0, "54e1"), kNotRax));
+    EXPECT_THAT(LogLines(), ElementsAre(BoardLine(0, "54e1"), kNotRax));
 }
 
 TEST_F(SablinRename, OnAnotherBoardOtherKindsStay) {
@@ -270,7 +270,7 @@ TEST_F(SablinRename, OnAnotherBoardOtherKindsStay) {
     SnrQuery query = Query(kTemp, 2, 0, "GU05");
     EXPECT_EQ(modifySablinGpuSensorName(&query), 4);
     EXPECT_EQ(Name(query), "GU05");
-    EXPECT_THAT(Lines(), ElementsAre(BoardLine(0, "54e1")));
+    EXPECT_THAT(LogLines(), ElementsAre(BoardLine(0, "54e1")));
 }
 
 TEST_F(SablinRename, AnUnreadableBoardIdDropsTheKinds) {
@@ -281,7 +281,7 @@ TEST_F(SablinRename, AnUnreadableBoardIdDropsTheKinds) {
     sim::AddFault(fault);
     SnrQuery query = Query(kTemp, 2, 9, "GU05_1_Max_Temp");
     EXPECT_EQ(modifySablinGpuSensorName(&query), 0);
-    EXPECT_THAT(Lines(), ElementsAre(BoardLine(-5, "0"), kNotRax));
+    EXPECT_THAT(LogLines(), ElementsAre(BoardLine(-5, "0"), kNotRax));
 }
 
 TEST_F(SablinRename, ANullQueryGivesZeroAndOneError) {
@@ -312,7 +312,7 @@ TEST_F(SablinRename, ASablinGpuOnAnotherBoardIsNotOffered) {
     Board(CUSTOM_ID_SABLIN, 0x5497);
     SnrQuery query = Query(kTemp, 2, 9);
     EXPECT_EQ(getSensorInfo(&query, 5, 1), 0);
-    EXPECT_THAT(Lines(), ElementsAre(BoardLine(0, "5497"), kNotRax));
+    EXPECT_THAT(LogLines(), ElementsAre(BoardLine(0, "5497"), kNotRax));
 }
 
 TEST_F(SablinRename, OtherProfilesAreNotRenamed) {

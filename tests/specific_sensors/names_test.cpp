@@ -49,7 +49,7 @@ TEST_F(ProfileLookup, EveryRowOfEveryProfileIsFound) {
             EXPECT_EQ(Name(query), row.pattern) << "profile " << id;
         }
     }
-    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_THAT(LogLines(), IsEmpty());
 }
 
 TEST_F(ProfileLookup, AMissLeavesTheQueryUntouched) {
@@ -73,7 +73,7 @@ TEST_F(ProfileLookup, AMissLeavesTheQueryUntouched) {
 
 TEST_F(ProfileLookup, ANullQueryIsReported) {
     getCustomSensorInfo(nullptr, 0);
-    EXPECT_THAT(Lines(),
+    EXPECT_THAT(LogLines(),
                 ElementsAre("error 42 getCustomSensorInfo: getCustomSensorInfo failed! The input parameter "
                             "ptInfo is null."));
 }
@@ -84,7 +84,7 @@ class NameFormation : public Lookup {};
 
 TEST_F(NameFormation, ANullQueryIsReportedAndGivesZero) {
     EXPECT_EQ(getSensorInfo(nullptr, 1, 1), 0);
-    EXPECT_THAT(Lines(), ElementsAre("error 42 getSensorInfo: getSensorInfo failed! ptInfo == NULL."));
+    EXPECT_THAT(LogLines(), ElementsAre("error 42 getSensorInfo: getSensorInfo failed! ptInfo == NULL."));
 }
 
 TEST_F(NameFormation, DefaultPadsTheSlotNumber) {
@@ -93,7 +93,7 @@ TEST_F(NameFormation, DefaultPadsTheSlotNumber) {
     EXPECT_EQ(Formed(kTemp, 2, 0, 255), "GPU_TEMP_255");
     EXPECT_EQ(Formed(kPower, 2, 0, 3), "GPU_TOTAL_POWER");
     EXPECT_EQ(Formed(kFan, 0, 0, 7), "FAN_F_SPEED_07");
-    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_THAT(LogLines(), IsEmpty());
 }
 
 TEST_F(NameFormation, ADefaultNicPortStaysUnpadded) {
@@ -160,7 +160,7 @@ TEST_F(NameFormation, AnEmptyNameIsNotOffered) {
     Board(5); // no such profile
     SnrQuery query = Query(kTemp, 2, 0);
     EXPECT_EQ(getSensorInfo(&query, 3, 1), 0);
-    EXPECT_THAT(Lines(), ElementsAre("warn 42 getSensorInfo: this sensor is not support custom id 5 !"));
+    EXPECT_THAT(LogLines(), ElementsAre("warn 42 getSensorInfo: this sensor is not support custom id 5 !"));
 }
 
 TEST_F(NameFormation, ANameThatBeginsWithNullIsNotOffered) {
@@ -170,7 +170,7 @@ TEST_F(NameFormation, ANameThatBeginsWithNullIsNotOffered) {
     query = Query(kTemp, 200, 0, "nullified_*");
     EXPECT_EQ(getSensorInfo(&query, 3, 1), 0);
     const std::string line = "warn 42 getSensorInfo: this sensor is not support custom id 16 !";
-    EXPECT_THAT(Lines(), ElementsAre(line, line));
+    EXPECT_THAT(LogLines(), ElementsAre(line, line));
 }
 
 TEST_F(NameFormation, AMissUsesTheNameThatTheQueryCameWith) {
@@ -265,7 +265,7 @@ TEST_F(NameFormation, EveryRowOfEveryProfileGivesItsName) {
             }
         }
     }
-    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_THAT(LogLines(), IsEmpty());
 }
 
 TEST_F(NameFormation, WhicheverPlatformCallFailsAWrongNameIsNeverOffered) {

@@ -12,6 +12,8 @@
 
 #include "oxa/exports.h"
 #include "simulator/simulator.h"
+#include "support/bytes.h"
+#include "support/log_lines.h"
 
 namespace store {
 
@@ -19,7 +21,7 @@ inline constexpr char kSdrFile[] = "/var/tmp/extSDR.dat";
 inline constexpr char kDevTabFile[] = "/var/tmp/extDevTab.dat";
 inline constexpr char kUnit[] = "specific_sdr_file.c";
 
-using Bytes = std::vector<uint8_t>;
+using tests::Bytes;
 
 inline std::vector<std::string> Calls() {
     std::vector<std::string> names;
@@ -42,37 +44,11 @@ inline const sim::Event &CallOf(const std::string &function) {
     return kNone;
 }
 
-// Debug lines without their "[file:line]", which is checked here.
 inline std::vector<std::string> DebugLines() {
-    std::vector<std::string> lines;
-    for (const sim::Event &event : sim::Trace()) {
-        if (event.kind != sim::Kind::kDebug) {
-            continue;
-        }
-        EXPECT_EQ(event.number, 132u);
-        EXPECT_THAT(event.text, testing::MatchesRegex("\\[specific_sdr_file\\.c:[0-9]+\\](.|\n)*"));
-        lines.push_back(event.text.substr(event.text.find(']') + 1));
-    }
-    return lines;
+    return tests::LinesOf({sim::Kind::kDebug}, kUnit);
 }
-
-// Log lines as "level module function: text", the number of a "line=" masked.
 inline std::vector<std::string> LogLines() {
-    std::vector<std::string> lines;
-    for (const sim::Event &event : sim::Logs()) {
-        EXPECT_EQ(event.file, kUnit);
-        static const char *const kLevels[] = {"debug", "info", "warn", "error"};
-        std::string text = event.text;
-        const size_t at = text.find("line=");
-        if (at != std::string::npos) {
-            const size_t end = text.find_first_not_of("0123456789", at + 5);
-            EXPECT_GT(end, at + 5) << text;
-            text = text.substr(0, at + 5) + "#" + (end == std::string::npos ? "" : text.substr(end));
-        }
-        lines.push_back(std::string(kLevels[static_cast<int>(event.level)]) + " " +
-                        std::to_string(event.number) + " " + event.function + ": " + text);
-    }
-    return lines;
+    return tests::LogLines(kUnit);
 }
 
 // Every call of this name fails.

@@ -139,7 +139,7 @@ TEST_P(EveryFileRoutine, WithoutTheSemaphoreGivesMinusOne) {
     Fail("OAL_SemCreate");
     EXPECT_EQ(Run(), -1);
     EXPECT_THAT(LogLines(), ElementsAre("error 42 extSDRFileSemLock: sem create failed, line=#\n"));
-    EXPECT_THAT(DebugLines(), ElementsAre("Get Sem Lock Failed!\n"));
+    EXPECT_THAT(DebugLines(), ElementsAre("debug 132: Get Sem Lock Failed!\n"));
     EXPECT_THAT(Calls(), ElementsAre("OAL_SemCreate"));
     EXPECT_TRUE(BufferUntouched());
     EXPECT_EQ(sim::ReadFile(routine().file), kOld);
@@ -150,7 +150,7 @@ TEST_P(EveryFileRoutine, WithoutTheLockGivesMinusOneAndLeavesTheFileAlone) {
     Fail("OAL_SemLockByKey");
     EXPECT_EQ(Run(), -1);
     EXPECT_THAT(LogLines(), ElementsAre("error 42 extSDRFileSemLock: sem lock failed, line=#\n"));
-    EXPECT_THAT(DebugLines(), ElementsAre("Get Sem Lock Failed!\n"));
+    EXPECT_THAT(DebugLines(), ElementsAre("debug 132: Get Sem Lock Failed!\n"));
     EXPECT_THAT(Calls(), ElementsAre("OAL_SemCreate", "OAL_SemLockByKey"));
     EXPECT_TRUE(BufferUntouched());
     EXPECT_EQ(sim::ReadFile(routine().file), kOld);
@@ -159,7 +159,7 @@ TEST_P(EveryFileRoutine, WithoutTheLockGivesMinusOneAndLeavesTheFileAlone) {
 TEST_P(EveryFileRoutine, ThatCannotOpenNamesItsFileAndUnlocksWithoutClosing) {
     Fail("sigwrap_open_mode");
     EXPECT_EQ(Run(), 0);
-    EXPECT_THAT(DebugLines(), ElementsAre("open " + std::string(routine().file) + " failed!"));
+    EXPECT_THAT(DebugLines(), ElementsAre("debug 132: open " + std::string(routine().file) + " failed!"));
     EXPECT_THAT(LogLines(), IsEmpty());
     EXPECT_THAT(Calls(),
                 ElementsAre("OAL_SemCreate", "OAL_SemLockByKey", "sigwrap_open_mode", "OAL_SemUnLockByKey"));
@@ -170,7 +170,7 @@ TEST_P(EveryFileRoutine, ThatCannotSeekGivesZeroAndLeavesTheFileAlone) {
     sim::WriteFile(routine().file, kOld);
     Fail("lseek");
     EXPECT_EQ(Run(), 0);
-    EXPECT_THAT(DebugLines(), ElementsAre("lseek function getting failed\n"));
+    EXPECT_THAT(DebugLines(), ElementsAre("debug 132: lseek function getting failed\n"));
     EXPECT_THAT(LogLines(), IsEmpty());
     EXPECT_THAT(Calls(), ElementsAre("OAL_SemCreate", "OAL_SemLockByKey", "sigwrap_open_mode", "lseek",
                                      "sigwrap_close", "OAL_SemUnLockByKey"));
@@ -182,8 +182,8 @@ TEST_P(EveryFileRoutine, WhoseTransferFailsGivesZeroAndNamesTheSdrFileEitherWay)
     sim::WriteFile(routine().file, kOld);
     Fail(routine().writes ? "sigwrap_write" : "sigwrap_read", ENOSPC);
     EXPECT_EQ(Run(), 0);
-    const std::string line = routine().writes ? "NVRAccess.c : Error in writing to the file "
-                                              : "NVRAccess.c: Error in reading the file ";
+    const std::string line = routine().writes ? "debug 132: NVRAccess.c : Error in writing to the file "
+                                              : "debug 132: NVRAccess.c: Error in reading the file ";
     EXPECT_THAT(DebugLines(),
                 ElementsAre(line + "/var/tmp/extSDR.dat due to error: " + std::strerror(ENOSPC) + "\n"));
     EXPECT_THAT(LogLines(), IsEmpty());
@@ -215,7 +215,8 @@ TEST_F(ExtendedStore, AnEmptyFileIsReportedLikeOneThatCannotBeRead) {
     ASSERT_THAT(DebugLines(), SizeIs(1));
     EXPECT_THAT(
         DebugLines()[0],
-        MatchesRegex("NVRAccess\\.c: Error in reading the file /var/tmp/extSDR\\.dat due to error: .*\n"));
+        MatchesRegex(
+            "debug 132: NVRAccess\\.c: Error in reading the file /var/tmp/extSDR\\.dat due to error: .*\n"));
 }
 
 TEST_F(ExtendedStore, AnyWriteResultButZeroIsReported) {
@@ -231,8 +232,9 @@ TEST_F(ExtendedStore, AnyWriteResultButZeroIsReported) {
         EXPECT_EQ(writeExtSDRFile(content.data(), 64), 0) << result;
         EXPECT_THAT(
             DebugLines(),
-            ElementsAre("NVRAccess.c : Error in writing to the file /var/tmp/extSDR.dat due to error: " +
-                        std::string(std::strerror(EIO)) + "\n"))
+            ElementsAre(
+                "debug 132: NVRAccess.c : Error in writing to the file /var/tmp/extSDR.dat due to error: " +
+                std::string(std::strerror(EIO)) + "\n"))
             << result;
     }
 }
@@ -249,7 +251,7 @@ TEST_F(ExtendedStore, ADirectoryInPlaceOfTheFileIsAnOpenFailure) {
     std::filesystem::create_directories(sim::RealPath(kSdrFile));
     uint8_t data[4];
     EXPECT_EQ(readExtSDRFile(data, 4), 0);
-    EXPECT_THAT(DebugLines(), ElementsAre("open /var/tmp/extSDR.dat failed!"));
+    EXPECT_THAT(DebugLines(), ElementsAre("debug 132: open /var/tmp/extSDR.dat failed!"));
 }
 
 TEST_F(ExtendedStore, AReasonThatCannotBeToldIsLeftOut) {
@@ -257,8 +259,10 @@ TEST_F(ExtendedStore, AReasonThatCannotBeToldIsLeftOut) {
     Fail("oxa_strerror_s");
     uint8_t data[4];
     EXPECT_EQ(readExtSDRFile(data, 4), 0);
-    EXPECT_THAT(DebugLines(),
-                ElementsAre("NVRAccess.c: Error in reading the file /var/tmp/extSDR.dat due to error: \n"));
+    EXPECT_THAT(
+        DebugLines(),
+        ElementsAre(
+            "debug 132: NVRAccess.c: Error in reading the file /var/tmp/extSDR.dat due to error: \n"));
 }
 
 // ---- number of entries --------------------------------------------------------------------------

@@ -36,9 +36,13 @@ inline std::string BoardPath(std::string name) {
     return OXA_SOURCE_DIR "/boards/" + name + ".toml";
 }
 
+inline sim::Board LoadBoard(const std::string &name) {
+    return sim::LoadBoardFile(BoardPath(name));
+}
+
 // The board with the calls that its file lets fail.
 inline void StartBoard(const std::string &name) {
-    sim::Start(sim::LoadBoardFile(BoardPath(name)));
+    sim::Start(LoadBoard(name));
     for (const sim::Fault &fault : sim::LoadBoardFaults(BoardPath(name)))
         sim::AddFault(fault);
 }

@@ -21,10 +21,12 @@
 #include "oxa/exports.h"
 #include "oxa/platform.h"
 #include "simulator/simulator.h"
+#include "support/bytes.h"
+#include "support/log_lines.h"
 
 namespace fru {
 
-using Bytes = std::vector<uint8_t>;
+using tests::Bytes;
 
 inline constexpr char kIdFile[] = "/var/tmp/purchaseCardFruId";
 inline constexpr char kRecordFile[] = "/var/SpecificSDRRec";
@@ -107,40 +109,9 @@ inline Built BuildSubCard(uint8_t slot) {
 
 // ---- what was said ------------------------------------------------------------------------------
 
-inline std::string UnitOf(const std::string &function) {
-    if (function == "SDR_UpdateSpecificSDRRecFile" || function == "SDR_GetSepcificFruSDRRecID") {
-        return "specific_sdr_file.c";
-    }
-    if (function == "SDR_AddSpecificSensor" || function == "addSDRtoIPMI") {
-        return "oxa_specific_sdr.c";
-    }
-    return "gen_specific_sensor_data.c";
-}
-
-// "debug 130: ..." without the "[file:line]" in front, which is checked here.
-inline std::string ChannelLine(const char *channel, const sim::Event &event) {
-    EXPECT_THAT(event.text, testing::MatchesRegex("\\[gen_specific_sensor_data\\.c:[0-9]+\\](.|\n)*"));
-    const size_t end = event.text.find(']');
-    return std::string(channel) + " " + std::to_string(event.number) + ": " +
-           (end == std::string::npos ? event.text : event.text.substr(end + 1));
-}
-
 // Every line in order: "info 42 GenFruOfPsuSpecificSDR: text", "debug 130: text", "audit 191: text".
 inline std::vector<std::string> Lines() {
-    static const char *const kLevels[] = {"debug", "info", "warn", "error"};
-    std::vector<std::string> lines;
-    for (const sim::Event &event : sim::Trace()) {
-        if (event.kind == sim::Kind::kLog) {
-            EXPECT_EQ(event.file, UnitOf(event.function)) << event.text;
-            lines.push_back(std::string(kLevels[static_cast<int>(event.level)]) + " " +
-                            std::to_string(event.number) + " " + event.function + ": " + event.text);
-        } else if (event.kind == sim::Kind::kDebug) {
-            lines.push_back(ChannelLine("debug", event));
-        } else if (event.kind == sim::Kind::kAudit) {
-            lines.push_back(ChannelLine("audit", event));
-        }
-    }
-    return lines;
+    return tests::LinesOfUnits({sim::Kind::kLog, sim::Kind::kDebug, sim::Kind::kAudit});
 }
 
 // The calls of the INI library, in order: "IniSetUInt(file=... section=...)".

@@ -46,6 +46,22 @@ inline std::string UnitOf(const sim::Event &event) {
                : event.file;
 }
 
+// The unit that single sensors' functions name; the channels name no function.
+inline std::string UnitOfFunction(const std::string &function) {
+    static const std::pair<const char *, const char *> kUnits[] = {
+        {"SDR_UpdateSpecificSDRRecFile", "specific_sdr_file.c"},
+        {"SDR_GetSepcificFruSDRRecID", "specific_sdr_file.c"},
+        {"checkSensorExist", "specific_sdr_file.c"},
+        {"SDR_AddSpecificSensor", "oxa_specific_sdr.c"},
+        {"addSDRtoIPMI", "oxa_specific_sdr.c"},
+        {"ModifySensorThresholdByFile", "modify_sensor_threshold.c"},
+        {"updateSdrThreshold", "modify_sensor_threshold.c"}};
+    for (const auto &[name, unit] : kUnits)
+        if (function == name)
+            return unit;
+    return "gen_specific_sensor_data.c";
+}
+
 // "info 42 getSensorInfo: text", "stat", "debug 130: text", "audit 191: text".
 inline std::string LineOf(const sim::Event &event) {
     switch (event.kind) {
@@ -71,13 +87,24 @@ inline LineList LinesOf(std::initializer_list<sim::Kind> kinds, const std::strin
     for (const sim::Event &event : sim::Trace()) {
         if (std::find(kinds.begin(), kinds.end(), event.kind) == kinds.end())
             continue;
-        if (!unit.empty())
+        if (!unit.empty()) {
             EXPECT_EQ(UnitOf(event), unit) << event.text;
-        if (event.kind == sim::Kind::kLog || event.kind == sim::Kind::kStat)
+        }
+        if (event.kind == sim::Kind::kLog || event.kind == sim::Kind::kStat) {
             EXPECT_NE(event.line, 0u) << event.text;
+        }
         lines.push_back(LineOf(event));
     }
     return lines;
+}
+// Lines of these kinds in order; every function must speak in the name of its own unit.
+inline LineList LinesOfUnits(std::initializer_list<sim::Kind> kinds) {
+    for (const sim::Event &event : sim::Trace()) {
+        if (std::find(kinds.begin(), kinds.end(), event.kind) != kinds.end()) {
+            EXPECT_EQ(UnitOf(event), UnitOfFunction(event.function)) << event.text;
+        }
+    }
+    return LinesOf(kinds);
 }
 inline LineList LogLines(const std::string &unit = "") {
     return LinesOf({sim::Kind::kLog}, unit);
@@ -106,12 +133,15 @@ struct Line {
 inline std::ostream &operator<<(std::ostream &out, const Line &line) {
     return out << line.level << ' ' << line.module << " \"" << line.text << '"';
 }
+inline char Letter(sim::Level level) {
+    return "DIWE"[static_cast<int>(level)];
+}
 // Log lines in order; debug-channel lines only when asked for.
 inline std::vector<Line> Lines(bool debug_channel = false) {
     std::vector<Line> out;
     for (const sim::Event &event : sim::Trace()) {
         if (event.kind == sim::Kind::kLog)
-            out.push_back({"DIWE"[static_cast<int>(event.level)], event.number, WithoutLineNumber(event)});
+            out.push_back({Letter(event.level), event.number, WithoutLineNumber(event)});
         if (event.kind == sim::Kind::kDebug && debug_channel)
             out.push_back({'C', event.number, WithoutLineNumber(event)});
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What the tests of the name lookups and of the layout's small functions share: a simulated board, log lines
-// as one text each, and the two facts that hold in every test: the lines name this unit, and no invariant is
+// What the tests of the name lookups and of the layout's small functions share: a simulated board and the two
+// facts that hold in every test: the lines name this unit, and no invariant is
 // broken.
 #ifndef OXA_TESTS_SUPPORT_LOOKUP_FIXTURE_H
 #define OXA_TESTS_SUPPORT_LOOKUP_FIXTURE_H
@@ -16,29 +16,9 @@
 #include "oxa/exports.h"
 #include "oxa/platform.h"
 #include "simulator/simulator.h"
+#include "support/log_lines.h"
 
-inline std::string LevelName(sim::Level level) {
-    switch (level) {
-    case sim::Level::kDebug:
-        return "debug";
-    case sim::Level::kInfo:
-        return "info";
-    case sim::Level::kWarn:
-        return "warn";
-    default:
-        return "error";
-    }
-}
-
-// "error 42 getSensorInfo: getSensorInfo failed! ptInfo == NULL."
-inline std::vector<std::string> Lines() {
-    std::vector<std::string> lines;
-    for (const sim::Event &log : sim::Logs()) {
-        lines.push_back(LevelName(log.level) + " " + std::to_string(log.number) + " " + log.function + ": " +
-                        log.text);
-    }
-    return lines;
-}
+using tests::LogLines;
 
 inline SnrQuery Query(uint32_t sensor_class, int device_type, int sub_type, const std::string &name = "") {
     SnrQuery query = {};
@@ -66,9 +46,7 @@ protected:
         Board(CUSTOM_ID_DEFAULT);
     }
     void TearDown() override {
-        for (const sim::Event &log : sim::Logs()) {
-            EXPECT_EQ(log.file, "gen_specific_sensor_data.c") << log.text;
-        }
+        LogLines("gen_specific_sensor_data.c");
         EXPECT_THAT(sim::Violations(), testing::IsEmpty());
     }
     // The slot stands at the front of the machine and carries this silk text.

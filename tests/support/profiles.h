@@ -22,10 +22,10 @@ struct Profile {
     std::string folder; // "kestrin": as in the names of files
     uint32_t custom_id;
     Driver driver;
-    bool table_first;  // the records of its table come before the groups
-    bool fans;         // has a fan pass
-    bool pcie;         // has a PCIe slot pass
-    bool cdu;          // has the sensors of a liquid-cooling unit
+    bool table_first;   // the records of its table come before the groups
+    bool fans;          // has a fan pass
+    bool pcie;          // has a PCIe slot pass
+    bool cdu;           // has the sensors of a liquid-cooling unit
     size_t alarm_loads; // how often a pass over one PSU loads its alarm configuration
 
     std::string DriverName() const {

@@ -10,10 +10,10 @@ namespace tests {
 namespace {
 
 enum class Show {
-    kByte,       // 0x2A
-    kNumber,     // 42
-    kReading,    // in units, by the record's factors
-    kHysteresis  // in units, without the offset
+    kByte,      // 0x2A
+    kNumber,    // 42
+    kReading,   // in units, by the record's factors
+    kHysteresis // in units, without the offset
 };
 
 struct Field {
@@ -31,21 +31,11 @@ const std::vector<Field> kHead = {
     {4, 4, "record length", Show::kNumber},
 };
 const std::vector<Field> kSensor = {
-    {5, 5, "owner id"},
-    {6, 6, "owner LUN"},
-    {7, 7, "sensor number"},
-    {8, 8, "entity id"},
-    {9, 9, "entity instance"},
-    {10, 10, "initialisation"},
-    {11, 11, "capabilities"},
-    {12, 12, "sensor type"},
-    {13, 13, "event type"},
-    {14, 15, "assertion mask"},
-    {16, 17, "deassertion mask"},
-    {18, 19, "reading mask"},
-    {20, 20, "units 1"},
-    {21, 21, "base unit"},
-    {22, 22, "modifier unit"},
+    {5, 5, "owner id"},         {6, 6, "owner LUN"},          {7, 7, "sensor number"},
+    {8, 8, "entity id"},        {9, 9, "entity instance"},    {10, 10, "initialisation"},
+    {11, 11, "capabilities"},   {12, 12, "sensor type"},      {13, 13, "event type"},
+    {14, 15, "assertion mask"}, {16, 17, "deassertion mask"}, {18, 19, "reading mask"},
+    {20, 20, "units 1"},        {21, 21, "base unit"},        {22, 22, "modifier unit"},
 };
 const std::vector<Field> kFullFields = {
     {23, 23, "linearisation"},
@@ -74,7 +64,7 @@ const std::vector<Field> kFullFields = {
     {46, 46, "OEM"},
 };
 const std::vector<Field> kCompactFields = {
-    {23, 24, "sharing"}, {25, 25, "positive hysteresis"},  {26, 26, "negative hysteresis"},
+    {23, 24, "sharing"},  {25, 25, "positive hysteresis"}, {26, 26, "negative hysteresis"},
     {27, 28, "reserved"}, {29, 29, "slot", Show::kNumber}, {30, 30, "OEM"},
 };
 const std::vector<Field> kFruFields = {
@@ -90,16 +80,26 @@ const std::vector<Field> kFruFields = {
     {14, 14, "OEM"},
 };
 const std::vector<Field> kEntryFields = {
-    {0, 0, "device code"},      {1, 1, "item"},
-    {2, 2, "sub item"},         {3, 3, "index", Show::kNumber},
-    {4, 4, "sensor number"},    {5, 5, "scan flag"},
-    {6, 6, "bus"},              {7, 7, "address"},
-    {8, 8, "sub kind"},         {9, 15, "reserved"},
-    {16, 16, "owner LUN"},      {17, 19, "reserved"},
-    {20, 20, "mark"},           {21, 21, "entity id"},
-    {22, 22, "entity instance"}, {23, 23, "initialisation"},
-    {24, 24, "sensor type"},    {25, 25, "event type"},
-    {26, 26, "M", Show::kNumber}, {27, 31, "reserved"},
+    {0, 0, "device code"},
+    {1, 1, "item"},
+    {2, 2, "sub item"},
+    {3, 3, "index", Show::kNumber},
+    {4, 4, "sensor number"},
+    {5, 5, "scan flag"},
+    {6, 6, "bus"},
+    {7, 7, "address"},
+    {8, 8, "sub kind"},
+    {9, 15, "reserved"},
+    {16, 16, "owner LUN"},
+    {17, 19, "reserved"},
+    {20, 20, "mark"},
+    {21, 21, "entity id"},
+    {22, 22, "entity instance"},
+    {23, 23, "initialisation"},
+    {24, 24, "sensor type"},
+    {25, 25, "event type"},
+    {26, 26, "M", Show::kNumber},
+    {27, 31, "reserved"},
 };
 
 int At(const Bytes &bytes, size_t at) {
@@ -146,8 +146,8 @@ double Converted(const Bytes &sdr, int raw, bool offset) {
 }
 
 std::string UnitName(int unit) {
-    static const std::pair<int, const char *> kUnits[] = {{0, ""},    {1, "°C"},  {4, "V"},    {5, "A"},
-                                                          {6, "W"},   {9, "VA"},  {14, "kPa"}, {15, "psi"},
+    static const std::pair<int, const char *> kUnits[] = {{0, ""},     {1, "°C"},   {4, "V"},    {5, "A"},
+                                                          {6, "W"},    {9, "VA"},   {14, "kPa"}, {15, "psi"},
                                                           {18, "rpm"}, {23, "min"}, {37, "l"}};
     for (const auto &[number, name] : kUnits)
         if (number == unit)
@@ -191,9 +191,9 @@ void Compare(const std::string &what, const std::vector<Field> &fields, const By
             same = same && At(expected, at) == At(got, at);
         if (same)
             continue;
-        const std::string place = field.first == field.last ? std::to_string(field.first)
-                                                            : std::to_string(field.first) + "-" +
-                                                                  std::to_string(field.last);
+        const std::string place = field.first == field.last
+                                      ? std::to_string(field.first)
+                                      : std::to_string(field.first) + "-" + std::to_string(field.last);
         lines.push_back(what + (field.first == field.last ? " " : "s ") + place + ", " + field.name + ": " +
                         Difference(expected, got, field));
     }
@@ -311,8 +311,9 @@ testing::AssertionResult SameRecords(const std::vector<Record> &expected, const 
     testing::AssertionResult failure = testing::AssertionFailure();
     if (expected.size() != got.size()) {
         const auto wanted = NamesOf(expected), have = NamesOf(got);
-        return failure << expected.size() << " -> " << got.size() << " records; missing:"
-                       << Without(wanted, have) << "; too much:" << Without(have, wanted);
+        return failure << expected.size() << " -> " << got.size()
+                       << " records; missing:" << Without(wanted, have)
+                       << "; too much:" << Without(have, wanted);
     }
     for (size_t i = 0; i < got.size(); ++i)
         if (expected[i] != got[i])

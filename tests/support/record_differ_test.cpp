@@ -14,10 +14,13 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 // Degrees, signed, factor 1; UNR 52, UC 50, UNC 45.
-const Bytes kTemperature = Literal("00 00 51 01 35 20 00 00 37 60 7F 68 01 01 80 0A 80 7A 38 38 80 01 00 00 01 00x9 7F 80 34 32 2D 00 00 00 03 03 00 00 00 CA 'INPUT_TEMP' FFx6");
+const Bytes kTemperature = Literal(
+    "00 00 51 01 35 20 00 00 37 60 7F 68 01 01 80 0A 80 7A 38 38 80 01 00 00 01 00x9 7F 80 34 32 2D 00 00 00 03 03 00 00 00 CA 'INPUT_TEMP' FFx6");
 // Volts, unsigned, M = 100, result times 10^-3; UC 14.4, UNC 13.2, LC 9.6, LNC 10.8.
-const Bytes kVoltage = Literal("00 00 51 01 31 20 00 00 07 60 7F 68 02 01 85 32 85 32 1B 1B 00 04 00 00 64 00x4 D0 00x4 FF 00 00 90 84 00 60 6C 03 03 00 00 00 C6 'VCC12V' FFx10");
-const Bytes kStatus = Literal("00 00 51 02 28 20 00 00 04 09 63 C0 0D 6F 01 00 01 00 47 00 C0 00 00 01 00 00 00 00 00 09 00 CD 'HDD_STATUS_09' FFx3 00x16");
+const Bytes kVoltage = Literal(
+    "00 00 51 01 31 20 00 00 07 60 7F 68 02 01 85 32 85 32 1B 1B 00 04 00 00 64 00x4 D0 00x4 FF 00 00 90 84 00 60 6C 03 03 00 00 00 C6 'VCC12V' FFx10");
+const Bytes kStatus = Literal(
+    "00 00 51 02 28 20 00 00 04 09 63 C0 0D 6F 01 00 01 00 47 00 C0 00 00 01 00 00 00 00 00 09 00 CD 'HDD_STATUS_09' FFx3 00x16");
 const Bytes kLocator = Literal("00 00 51 11 13 20 13 80 13 00 10 00 0A 03 00 C8 'PSU3_FRU'");
 const Bytes kEntry = Literal("F0 00 00 09 00 80 00x14 25 04 09 63 0D 6F 00x6");
 
@@ -77,8 +80,7 @@ TEST(SdrDiff, TellsNamesAsText) {
     Bytes renamed = kStatus;
     renamed[31] = 0xCC;
     renamed[44] = 0xFF;
-    EXPECT_THAT(SdrDiff(kStatus, renamed),
-                ElementsAre("byte 32, name: 'HDD_STATUS_09' -> 'HDD_STATUS_0'"));
+    EXPECT_THAT(SdrDiff(kStatus, renamed), ElementsAre("byte 32, name: 'HDD_STATUS_09' -> 'HDD_STATUS_0'"));
     EXPECT_THAT(SdrDiff(kStatus, With(kStatus, 46, 0x00)),
                 ElementsAre("byte 46, filling after the name: 0xFF -> 0x00"));
     EXPECT_THAT(SdrDiff(kStatus, With(kStatus, 31, 0x8D)),
@@ -97,7 +99,8 @@ TEST(EntryDiff, NamesTheFieldsOfAnEntry) {
     EXPECT_THAT(EntryDiff(kEntry, With(kEntry, 5, 0x00)),
                 ElementsAre("entry byte 5, scan flag: 0x80 -> 0x00"));
     EXPECT_THAT(EntryDiff(kEntry, With(With(kEntry, 3, 8), 30, 1)),
-                ElementsAre("entry byte 3, index: 9 -> 8", "entry bytes 27-31, reserved: 0x0000000000 -> 0x0001000000"));
+                ElementsAre("entry byte 3, index: 9 -> 8",
+                            "entry bytes 27-31, reserved: 0x0000000000 -> 0x0001000000"));
 }
 
 TEST(EveryByte, ThatDiffersIsTold) {

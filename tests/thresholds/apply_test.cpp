@@ -36,7 +36,7 @@ TEST_F(ThresholdOverlay, AStoredEntryReplacesBytes36To41AndNothingElse) {
         EXPECT_EQ(after[i], i >= 36 && i <= 41 ? kStored[i - 36] : before[i]) << i;
     }
     EXPECT_THAT(Written(),
-                ElementsAre("info 42 modify_sensor_threshold.c:# updateSdrThreshold: update sensor "
+                ElementsAre("info 42 updateSdrThreshold: update sensor "
                             "INPUT_TEMP mask 0x3f, threshold 90, 80, 70, 10, 20, 30 successfully"));
     EXPECT_THAT(Calls(), ElementsAre(kGet));
 }
@@ -268,9 +268,8 @@ TEST_F(ThresholdOverlay, ADifferentMaskIsToldWithBothMasks) {
     SetLive(Image(0, {{"INPUT_TEMP", kStored, 0x38}}));
     const Sdr sdr = FullRecord("INPUT_TEMP", 0x3A);
     EXPECT_EQ(Applied(sdr), sdr);
-    EXPECT_THAT(Written(),
-                ElementsAre("warn 42 modify_sensor_threshold.c:# updateSdrThreshold: sensor INPUT_TEMP "
-                            "last mask 38, now mask 3a, cannot modify threshold"));
+    EXPECT_THAT(Written(), ElementsAre("warn 42 updateSdrThreshold: sensor INPUT_TEMP "
+                                       "last mask 38, now mask 3a, cannot modify threshold"));
 }
 
 TEST_F(ThresholdOverlay, EveryOtherMaskIsRefused) {

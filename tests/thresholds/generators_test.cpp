@@ -65,13 +65,11 @@ Made Generate(const Case &c) {
     made.length = c.generate(&param, made.sdr.data(), param.dwSensorDevType);
     return made;
 }
-Lines UpdateLines() {
+Lines UpdateLines() { // and what was counted with them
     Lines lines;
-    for (const std::string &line : Written()) {
-        if (line.find(kUnit) != std::string::npos) {
-            lines.push_back(line);
-        }
-    }
+    for (const sim::Event &event : sim::Trace())
+        if (event.file == kUnit)
+            lines.push_back(tests::LineOf(event));
     return lines;
 }
 

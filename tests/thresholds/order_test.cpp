@@ -119,9 +119,8 @@ TEST_F(ThresholdOrder, Mask07With10And20And15Fails) {
     SetLive(Image(0, {{"SENSOR", {0, 0, 0, 10, 20, 15}, 0x07}}));
     const Sdr sdr = FullRecord("SENSOR", 0x07);
     EXPECT_EQ(Applied(sdr), sdr);
-    EXPECT_THAT(Written(),
-                ElementsAre("info 42 modify_sensor_threshold.c:# updateSdrThreshold: update sensor "
-                            "SENSOR mask 0x7, threshold 201, 202, 203, 10, 20, 15 failed"));
+    EXPECT_THAT(Written(), ElementsAre("info 42 updateSdrThreshold: update sensor "
+                                       "SENSOR mask 0x7, threshold 201, 202, 203, 10, 20, 15 failed"));
 }
 
 TEST_F(ThresholdOrder, Mask01IsAppliedWithoutAnyCheck) {

@@ -16,14 +16,16 @@
 
 #include "oxa/exports.h"
 #include "simulator/simulator.h"
+#include "support/bytes.h"
+#include "support/log_lines.h"
 
 namespace thresh {
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
-using Bytes = std::vector<uint8_t>;
-using Lines = std::vector<std::string>;
+using tests::Bytes;
+using Lines = tests::LineList;
 using Six = std::array<uint8_t, 6>; // UNR UC UNC LNR LC LNC
 
 constexpr char kFile[] = "/conf/BMC1/sensor_threshold.dat";
@@ -140,10 +142,10 @@ inline Sdr Applied(Sdr sdr) {
 
 inline std::string Line(const std::string &level, const std::string &function, const std::string &text,
                         int module = 42) {
-    return level + " " + std::to_string(module) + " " + kUnit + ":# " + function + ": " + text;
+    return level + " " + std::to_string(module) + " " + function + ": " + text;
 }
 inline Lines Error(const std::string &function, const std::string &text, int module = 42) {
-    return {std::string("stat ") + kUnit + ":#", Line("error", function, text, module)};
+    return {"stat", Line("error", function, text, module)};
 }
 inline Lines Info(const std::string &function, const std::string &text) {
     return {Line("info", function, text)};
@@ -168,21 +170,9 @@ inline Lines FetchFailed(const std::string &function) {
     return Error(function, "MW Get Sensor Thresh Info failed!");
 }
 
-// Log lines and failure statistics as they are, control characters too; nothing may stand on the other channels.
+// Everything that was said and counted.
 inline Lines Written() {
-    static const char *const kLevels[] = {"debug", "info", "warn", "error"};
-    Lines lines;
-    for (const sim::Event &event : sim::Trace()) {
-        if (event.kind == sim::Kind::kLog) {
-            EXPECT_NE(event.line, 0u);
-            lines.push_back(std::string(kLevels[static_cast<int>(event.level)]) + " " +
-                            std::to_string(event.number) + " " + event.file + ":# " + event.function + ": " +
-                            event.text);
-        } else if (event.kind != sim::Kind::kCall && event.kind != sim::Kind::kNote) {
-            lines.push_back(sim::Format(event));
-        }
-    }
-    return lines;
+    return tests::AllLines(kUnit);
 }
 inline Lines Calls() {
     Lines calls;
