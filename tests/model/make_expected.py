@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Writes the expected sets into expected/, or checks that the files there are what the model says.
 
-The Default set of every board stands in expected/<board>.txt, the sets of the other profiles on the boards named
-below in expected/<profile>/<board>.txt.
+The sets stand in expected/<profile>/<board>.txt: of Default on every board, of the other profiles on the boards named
+below.  expected/generators.txt lists every exported generator.
 
     make_expected.py            writes
     make_expected.py --check    changes nothing; exit 1 and a list when a file is missing, stale or left over
@@ -13,6 +13,7 @@ import sys
 
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE))
+import generators  # noqa: E402
 from board import load  # noqa: E402
 from profile_sets import PROFILES, text_of  # noqa: E402
 
@@ -24,13 +25,12 @@ FOR_ALL_PROFILES = ("base_48", "empty", "fullest", "gpu_8_5502", "gpu_8_550f", "
 
 
 def wanted():
+    yield EXPECTED / "generators.txt", generators.text()
     for path in sorted(BOARDS.rglob("*.toml")):
         name = "-".join(path.relative_to(BOARDS).with_suffix("").parts)
         board = load(path)
         for profile in PROFILES:
-            if profile == "default":
-                yield EXPECTED / f"{name}.txt", text_of(profile, board)
-            elif name in FOR_ALL_PROFILES or name.startswith("guards-"):
+            if profile == "default" or name in FOR_ALL_PROFILES or name.startswith("guards-"):
                 yield EXPECTED / profile / f"{name}.txt", text_of(profile, board)
 
 

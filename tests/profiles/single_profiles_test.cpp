@@ -7,11 +7,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "static_sensors/profiles_support.h"
+#include "support/static_pass.h"
 
 namespace {
 
-using namespace profile_sets;
+using namespace tests;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -26,10 +26,12 @@ TEST(PellagoDriver, ACpuBelowTheSilkStartHasNoPowerRecord) {
     EXPECT_NE(Pellago_GenCPUSinglePowerSDR(slot.data(), &entry, 5), 0);
     Record record{slot, Bytes(32)};
     std::memcpy(record.entry.data(), &entry, 32);
-    EXPECT_EQ(record,
-              (Record{Literal("00 00 51 01 35 20 00 00 03 E0 7F 68 08 01 00x6 00 06 00 00 03 00x9 FF 00 "
-                              "00x6 03 03 00 00 00 CA 'CPU5_Power' FFx6"),
-                      Literal("D9 03 00 01 00x16 FF 03 E0 7F 08 01 03 00x5")}));
+    EXPECT_TRUE(SameRecord(
+        Record{
+            Literal(
+                "00 00 51 01 35 20 00 00 03 E0 7F 68 08 01 00x6 00 06 00 00 03 00x9 FF 00 00x6 03 03 00 00 00 CA 'CPU5_Power' FFx6"),
+            Literal("D9 03 00 01 00x16 FF 03 E0 7F 08 01 03 00x5")},
+        record));
 }
 
 TEST(PellagoDriver, AFailedSilkReadCountsAsZeroAndWarns) {
@@ -61,15 +63,17 @@ TEST(FerriskDriver, BackplaneRailByHand) {
     EXPECT_EQ(Ferrisk_GenFrontBp12VSDR(slot.data(), &entry), 60);
     Record record{slot, Bytes(32)};
     std::memcpy(record.entry.data(), &entry, 32);
-    EXPECT_EQ(
-        record,
-        (Record{Literal("00 00 51 01 37 20 00 00 0B E0 7F 68 02 01 85 32 85 32 1B 1B 00 04 00 00 64 00 00 00 "
-                        "00 D0 00x4 FF 00 00 90 84 00 60 6C 03 03 00 00 00 CC 'Front_BP_12V' FFx4"),
-                Literal("9A 01 00x18 FF 0B E0 7F 02 01 64 00x5")}));
+    EXPECT_TRUE(SameRecord(
+        Record{
+            Literal(
+                "00 00 51 01 37 20 00 00 0B E0 7F 68 02 01 85 32 85 32 1B 1B 00 04 00 00 64 00 00 00 00 D0 00x4 FF 00 00 90 84 00 60 6C 03 03 00 00 00 CC 'Front_BP_12V' FFx4"),
+            Literal("9A 01 00x18 FF 0B E0 7F 02 01 64 00x5")},
+        record));
     EXPECT_NE(Ferrisk_GenRearBPTempSDR(slot.data(), &entry), 0);
-    EXPECT_EQ(Hex(slot),
-              Hex(Literal("00 00 51 01 38 20 00 00 0B E0 7F 68 01 01 80 02 80 32 18 18 80 01 00 00 01 "
-                          "00x9 7F 80 00 3C 3A 00 00 00 02 02 00 00 00 CD 'BP_R_Temp_Max' FFx3")));
+    EXPECT_TRUE(SameSdr(
+        Literal(
+            "00 00 51 01 38 20 00 00 0B E0 7F 68 01 01 80 02 80 32 18 18 80 01 00 00 01 00x9 7F 80 00 3C 3A 00 00 00 02 02 00 00 00 CD 'BP_R_Temp_Max' FFx3"),
+        slot));
 }
 
 TEST(QuorralDriver, TheMemoryHotRecordByHand) {
@@ -79,10 +83,12 @@ TEST(QuorralDriver, TheMemoryHotRecordByHand) {
     EXPECT_EQ(Quorral_GenCpuxMEMG0HotSDR(slot.data(), &entry, 1), 62);
     Record record{slot, Bytes(32)};
     std::memcpy(record.entry.data(), &entry, 32);
-    EXPECT_EQ(record,
-              (Record{Literal("00 00 51 01 39 20 00 00 08 E0 7F 68 0C 6F 00 04 00 04 00 04 C0 00x26 CE "
-                              "'Cpu1_MEMG0_Hot' FF FF"),
-                      Literal("4D 03 00 01 00x16 FF 08 E0 7F 0C 6F 00 00x5")}));
+    EXPECT_TRUE(SameRecord(
+        Record{
+            Literal(
+                "00 00 51 01 39 20 00 00 08 E0 7F 68 0C 6F 00 04 00 04 00 04 C0 00x26 CE 'Cpu1_MEMG0_Hot' FF FF"),
+            Literal("4D 03 00 01 00x16 FF 08 E0 7F 0C 6F 00 00x5")},
+        record));
 }
 
 // ---- Vorana and Lumora ------------------------------------------------------------------------------------
@@ -94,10 +100,12 @@ TEST(VoranaDriver, ACurrentByHand) {
     EXPECT_EQ(Vorana_GenCPUVSOCCurrentSDR(slot.data(), &entry, 1), 59);
     Record record{slot, Bytes(32)};
     std::memcpy(record.entry.data(), &entry, 32);
-    EXPECT_EQ(record,
-              (Record{Literal("00 00 51 01 36 20 00 00 03 E0 7F 68 03 01 00x6 00 05 00 00 02 00x9 FF 00 00x6 "
-                              "03 03 00 00 00 CB 'CPU1_VSOC_A' FFx5"),
-                      Literal("5C 03 00 01 00x16 FF 03 E0 7F 03 01 02 00x5")}));
+    EXPECT_TRUE(SameRecord(
+        Record{
+            Literal(
+                "00 00 51 01 36 20 00 00 03 E0 7F 68 03 01 00x6 00 05 00 00 02 00x9 FF 00 00x6 03 03 00 00 00 CB 'CPU1_VSOC_A' FFx5"),
+            Literal("5C 03 00 01 00x16 FF 03 E0 7F 03 01 02 00x5")},
+        record));
 }
 
 TEST(LumoraDriver, ItsPowerRecordsAreOfTypeOtherUnits) {
@@ -113,14 +121,18 @@ TEST(LumoraDriver, ItsPowerRecordsAreOfTypeOtherUnits) {
 TEST(LumoraDriver, TotalPowerAndLanSwitchByHand) {
     const Outcome outcome = RunPass(OXA_AddLumoraStaticSensor, SmallBoard());
     ASSERT_NE(outcome.Find("Total_Power"), nullptr);
-    EXPECT_EQ(*outcome.Find("Total_Power"),
-              (Record{Literal("00 00 51 01 36 20 00 00 07 E0 7F 68 0B 01 00x6 00 06 00 00 11 00x9 FF 00 00x6 "
-                              "03 03 00 00 00 CB 'Total_Power' FFx5"),
-                      Literal("9E 00 00 00 00 80 00x14 FF 07 E0 7F 0B 01 11 00x5")}));
-    EXPECT_EQ(outcome.records.back(),
-              (Record{Literal("00 00 51 01 36 20 00 00 10 E0 7F 68 01 01 00x6 80 01 00 00 01 00x9 7F 80 00x6 "
-                              "03 03 00 00 00 CB 'LAN_SW_Temp' FFx5"),
-                      Literal("5B 00x19 FF 10 E0 7F 01 01 01 00x5")}));
+    EXPECT_TRUE(SameRecord(
+        Record{
+            Literal(
+                "00 00 51 01 36 20 00 00 07 E0 7F 68 0B 01 00x6 00 06 00 00 11 00x9 FF 00 00x6 03 03 00 00 00 CB 'Total_Power' FFx5"),
+            Literal("9E 00 00 00 00 80 00x14 FF 07 E0 7F 0B 01 11 00x5")},
+        *outcome.Find("Total_Power")));
+    EXPECT_TRUE(SameRecord(
+        Record{
+            Literal(
+                "00 00 51 01 36 20 00 00 10 E0 7F 68 01 01 00x6 80 01 00 00 01 00x9 7F 80 00x6 03 03 00 00 00 CB 'LAN_SW_Temp' FFx5"),
+            Literal("5B 00x19 FF 10 E0 7F 01 01 01 00x5")},
+        outcome.records.back()));
 }
 
 // ---- Kestrin ----------------------------------------------------------------------------------------------
@@ -143,17 +155,18 @@ TEST(KestrinRackBoard, HasTwoRecordsByHandAndAsksForNothingElse) {
     const Outcome outcome = RunPass(OXA_AddKestrinStaticSensor, RackBoard());
     EXPECT_EQ(outcome.count, 2);
     ASSERT_EQ(outcome.records.size(), 2u);
-    EXPECT_EQ(
-        outcome.records[0],
-        (Record{
-            Literal("00 00 51 01 31 20 00 00 37 E0 7F 68 01 01 80 0A 80 7A 38 38 80 01 00 00 01 00x9 7F 80 "
-                    "34 32 2D 00 00 00 03 03 00 00 00 C6 'EnTemp' FFx10"),
-            Literal("00 00 00 00 00 80 04 4C 00x12 FF 37 E0 7F 01 01 01 00x5")}));
-    EXPECT_EQ(
-        outcome.records[1],
-        (Record{Literal("00 00 51 01 34 20 00 00 07 E0 7F 68 0B 01 00x6 00 09 00 00 EC 00 76 00x7 FF 00 00x6 "
-                        "00 00 00 00 00 C9 'RackPower' FFx7"),
-                Literal("3B 00 00 FF 00 80 00x14 FF 07 E0 7F 0B 01 EC 00x5")}));
+    EXPECT_TRUE(SameRecord(
+        Record{
+            Literal(
+                "00 00 51 01 31 20 00 00 37 E0 7F 68 01 01 80 0A 80 7A 38 38 80 01 00 00 01 00x9 7F 80 34 32 2D 00 00 00 03 03 00 00 00 C6 'EnTemp' FFx10"),
+            Literal("00 00 00 00 00 80 04 4C 00x12 FF 37 E0 7F 01 01 01 00x5")},
+        outcome.records[0]));
+    EXPECT_TRUE(SameRecord(
+        Record{
+            Literal(
+                "00 00 51 01 34 20 00 00 07 E0 7F 68 0B 01 00x6 00 09 00 00 EC 00 76 00x7 FF 00 00x6 00 00 00 00 00 C9 'RackPower' FFx7"),
+            Literal("3B 00 00 FF 00 80 00x14 FF 07 E0 7F 0B 01 EC 00x5")},
+        outcome.records[1]));
     EXPECT_THAT(Lines(), ElementsAre(Line{'I', 42,
                                           "OXA_AddKestrinRMCStaticSensor: ucIndex = 0, ucCnt = 0, "
                                           "ucKestrinRMCStaticSDRCnt = 2!"},
@@ -310,11 +323,12 @@ TEST(KestrinRails, TheGpuIndexStandsInNameAndEntryAndTheInstanceIsFixed) {
     EXPECT_EQ(Kestrin_GenGPU54VoltSDR(slot.data(), &entry, 2), 62);
     Record record{slot, Bytes(32)};
     std::memcpy(record.entry.data(), &entry, 32);
-    EXPECT_EQ(
-        record,
-        (Record{Literal("00 00 51 01 39 20 00 00 E0 60 7F 68 02 01 85 32 85 32 1B 1B 00 04 00 00 1E 00 00 00 "
-                        "00 E0 00x4 FF 00 00 EB E9 00 66 6B 03 03 00 00 00 CE 'GPU2_PWR_Volts' FF FF"),
-                Literal("95 02 00 02 00x16 28 E0 60 7F 02 01 1E 00x5")}));
+    EXPECT_TRUE(SameRecord(
+        Record{
+            Literal(
+                "00 00 51 01 39 20 00 00 E0 60 7F 68 02 01 85 32 85 32 1B 1B 00 04 00 00 1E 00 00 00 00 E0 00x4 FF 00 00 EB E9 00 66 6B 03 03 00 00 00 CE 'GPU2_PWR_Volts' FF FF"),
+            Literal("95 02 00 02 00x16 28 E0 60 7F 02 01 1E 00x5")},
+        record));
 }
 
 TEST(KestrinGates, TheGpuBoardPowerByHandAndAFlagThatAFailedCallLeft) {
@@ -325,10 +339,12 @@ TEST(KestrinGates, TheGpuBoardPowerByHandAndAFlagThatAFailedCallLeft) {
     EXPECT_EQ(Kestrin_GenGPUBoardPowerSDR(slot.data(), &entry), 63);
     Record record{slot, Bytes(32)};
     std::memcpy(record.entry.data(), &entry, 32);
-    EXPECT_EQ(record,
-              (Record{Literal("00 00 51 01 3A 20 00 00 E0 E0 7F 68 08 01 00x6 00 06 00 00 08 00x9 FF 00 00x6 "
-                              "03 03 00 00 00 CF 'GPU_Board_Power' FF"),
-                      Literal("93 03 00x18 FF E0 E0 7F 08 01 08 00x5")}));
+    EXPECT_TRUE(SameRecord(
+        Record{
+            Literal(
+                "00 00 51 01 3A 20 00 00 E0 E0 7F 68 08 01 00x6 00 06 00 00 08 00x9 FF 00 00x6 03 03 00 00 00 CF 'GPU_Board_Power' FF"),
+            Literal("93 03 00x18 FF E0 E0 7F 08 01 08 00x5")},
+        record));
     EXPECT_EQ(
         CountLine(
             {'W', 255, "HAL_GetSensorNotSupportFlagBySensor(SENSOR_GPU_BOARD_POWER, &ucSupportFlag) = [77]"}),

@@ -11,11 +11,12 @@
 
 #include <freeipmi/freeipmi.h>
 
-#include "static_sensors/default_support.h"
+#include "support/boards.h"
+#include "support/static_pass.h"
 
 namespace {
 
-using namespace default_set;
+using namespace tests;
 
 struct DestroyContext {
     void operator()(ipmi_sdr_ctx_t context) const {
@@ -162,7 +163,7 @@ private:
 };
 
 Outcome FullestSet() {
-    return RunPass(LoadBoard("fullest.toml"));
+    return RunPass(LoadBoard("fullest"));
 }
 
 TEST(DecodedDefaultSet, NoRecordOfTheFullestBoardIsRefusedInAnyPart) {
@@ -262,12 +263,11 @@ TEST(DecodedDefaultSet, ReadingsAndLimitsInRealUnits) {
 }
 
 TEST(DecodedDefaultSet, ReadingsOfTheOtherBoards) {
-    ExpectReadings(RunPass(LoadBoard("two_socket_2u.toml")), {{"PCH_TEMP", "Temperature", "C", 1, -1, {}}});
-    ExpectReadings(RunPass(LoadBoard("simplified.toml")), {{"DIMMG1_TEMP", "Temperature", "C", 1, -1, {}},
-                                                           {"DISKG2_TEMP", "Temperature", "C", 1, -1, {}}});
-    ExpectReadings(RunPass(LoadBoard("gpu_8_5502.toml")),
-                   {{"SW_OUTPUT_T_01", "Temperature", "C", 1, -1, {}}});
-    ExpectReadings(RunPass(LoadBoard("gpu_8_5517.toml")), {{"SW_TEMP_08", "Temperature", "C", 1, -1, {}}});
+    ExpectReadings(RunPass(LoadBoard("two_socket_2u")), {{"PCH_TEMP", "Temperature", "C", 1, -1, {}}});
+    ExpectReadings(RunPass(LoadBoard("simplified")), {{"DIMMG1_TEMP", "Temperature", "C", 1, -1, {}},
+                                                      {"DISKG2_TEMP", "Temperature", "C", 1, -1, {}}});
+    ExpectReadings(RunPass(LoadBoard("gpu_8_5502")), {{"SW_OUTPUT_T_01", "Temperature", "C", 1, -1, {}}});
+    ExpectReadings(RunPass(LoadBoard("gpu_8_5517")), {{"SW_TEMP_08", "Temperature", "C", 1, -1, {}}});
 }
 
 TEST(DecodedDefaultSet, StatesOfTheDiscreteSensors) {

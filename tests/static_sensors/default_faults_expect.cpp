@@ -6,7 +6,7 @@
 
 #include "simulator/calls.h"
 
-namespace default_set {
+namespace tests {
 namespace {
 
 constexpr char kDriver[] = "OXA_AddDefaultStaticSensor";
@@ -430,4 +430,4 @@ Expectation Expect(const CleanPass &clean, const FailableCall &call) {
     return Judge(clean, call).Decide();
 }
 
-} // namespace default_set
+} // namespace tests

@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-#include "static_sensors/default_support.h"
+#include "support/static_pass.h"
 
-namespace default_set {
+namespace tests {
 
 // One call of the clean pass that can fail.
 struct FailableCall {
@@ -46,6 +46,6 @@ Expectation Expect(const CleanPass &clean, const FailableCall &call);
 // the remark that the store is empty, which comes once per look into it.
 std::vector<Line> ComparableLines();
 
-} // namespace default_set
+} // namespace tests
 
 #endif

@@ -4,11 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "static_sensors/default_support.h"
+#include "support/static_pass.h"
 
 namespace {
 
-using namespace default_set;
+using namespace tests;
 using testing::ElementsAre;
 
 // ---- processors -------------------------------------------------------------------------------------------

@@ -1,20 +1,46 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What the profiles' generators ask the platform before they build, and what becomes of each answer.
+// What the generators ask the platform before they build, and what becomes of each answer.
 #include <gtest/gtest.h>
 
 #include <map>
 
-#include "static_sensors/profiles_generators.h"
+#include "static_sensors/generators.h"
 
 namespace {
 
-using namespace profile_sets;
+using namespace tests;
 
 // ---- support flags ----------------------------------------------------------------------------------------
 
+class GeneratorGates : public testing::TestWithParam<Profile> {};
+INSTANTIATE_TEST_SUITE_P(Profiles, GeneratorGates, testing::ValuesIn(Profiles()), ProfileName);
+
 bool AsksForFlag(const Generator &generator) {
-    return generator.ask == Ask::kFlag || generator.ask == Ask::kPch;
+    return generator.asks == "flag" || generator.asks == "pch";
+}
+
+TEST(GeneratorList, TellsHowManyAskForWhat) {
+    std::map<std::string, size_t> asked, suffixes;
+    for (const Generator &generator : Generators()) {
+        ++asked[generator.asks];
+        ++suffixes[generator.Suffix()];
+    }
+    const std::map<std::string, size_t> wanted = {
+        {"flag", 103},
+        {"kind", 12},
+        {"intel", 2},
+        {"pch", 8},
+        {"fans", 7},
+        {"leakage", 8},
+        {"accuracy", 19},
+        {"fans_and_accuracy", 9},
+        {"not_small_board", 8}, // Lumora has a total power without a gate in its place
+        {"switch_power", 1},
+        {"nothing", 215}};
+    EXPECT_EQ(asked, wanted);
+    EXPECT_EQ(suffixes["PowerFaultSDR"], 9u);
+    EXPECT_EQ(suffixes["PSUStatusSDR"] + suffixes["PSStatusSDR"], 5u);
 }
 
 std::string FlagName(uint32_t number) {
@@ -54,13 +80,11 @@ Line Refusal(const Generator &generator, char level = 'I') {
     return {level, 42, "The board does not support adding sensor " + generator.refused + "."};
 }
 
-TEST(ProfileGates, AFlagOfZeroRefusesTheSensorAndSaysSo) {
-    size_t seen = 0;
-    for (const Generator &generator : Generators()) {
+TEST_P(GeneratorGates, AFlagOfZeroRefusesTheSensorAndSaysSo) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
         if (!AsksForFlag(generator))
             continue;
         SCOPED_TRACE(generator.name);
-        ++seen;
         sim::Board board = GeneratorBoard();
         board.support.sensors[generator.number] = 0;
         sim::Start(board);
@@ -70,11 +94,10 @@ TEST(ProfileGates, AFlagOfZeroRefusesTheSensorAndSaysSo) {
         EXPECT_EQ(Lines(), std::vector<Line>{Refusal(generator)});
         EXPECT_EQ(sim::CountCalls("HAL_GetSensorNotSupportFlagBySensor"), 1u);
     }
-    EXPECT_GT(seen, 80u);
 }
 
-TEST(ProfileGates, AFailedQueryOnlyWarnsAndTheFlagDecides) {
-    for (const Generator &generator : Generators()) {
+TEST_P(GeneratorGates, AFailedQueryOnlyWarnsAndTheFlagDecides) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
         if (!AsksForFlag(generator))
             continue;
         for (const uint64_t flag : {0, 1}) {
@@ -92,8 +115,8 @@ TEST(ProfileGates, AFailedQueryOnlyWarnsAndTheFlagDecides) {
     }
 }
 
-TEST(ProfileGates, AnyFlagButZeroMeansThatTheBoardHasTheSensorAndOthersAskForNone) {
-    for (const Generator &generator : Generators()) {
+TEST_P(GeneratorGates, AnyFlagButZeroMeansThatTheBoardHasTheSensorAndOthersAskForNone) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
         SCOPED_TRACE(generator.name);
         sim::Board board = GeneratorBoard();
         board.support.all = false;
@@ -105,14 +128,14 @@ TEST(ProfileGates, AnyFlagButZeroMeansThatTheBoardHasTheSensorAndOthersAskForNon
     }
 }
 
-TEST(ProfileGates, PsuVoltagesAreRefusedBySuccessWithZeroOnly) {
-    for (const Generator &generator : Generators()) {
+TEST_P(GeneratorGates, PsuVoltagesAreRefusedBySuccessWithZeroOnly) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
         SCOPED_TRACE(generator.name);
         sim::Board board = GeneratorBoard();
         board.support.kinds[generator.number] = 0;
         sim::Start(board);
         const Built built = Build(generator);
-        if (generator.ask != Ask::kKind) {
+        if (generator.asks != "kind") {
             EXPECT_EQ(sim::CountCalls("HAL_GetSensorSupportFlagBySensor"), 0u);
             continue;
         }
@@ -128,12 +151,12 @@ TEST(ProfileGates, PsuVoltagesAreRefusedBySuccessWithZeroOnly) {
 
 // ---- processor type, board and cooling mode ---------------------------------------------------------------
 
-TEST(ProfileGates, TjmaxTcontrolAndPchNeedTheIntelProcessor) {
-    for (const Generator &generator : Generators()) {
-        if (generator.ask != Ask::kIntel && generator.ask != Ask::kPch)
+TEST_P(GeneratorGates, TjmaxTcontrolAndPchNeedTheIntelProcessor) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
+        if (generator.asks != "intel" && generator.asks != "pch")
             continue;
         const Line refusal =
-            generator.ask == Ask::kPch
+            generator.asks == "pch"
                 ? Line{'I', 42, "The board has no pch"}
                 : Line{'I', 42,
                        "OXA_AddKestrinStaticSensor: CpuType != CPU_TYPE_INTEL, no " + generator.refused};
@@ -146,6 +169,7 @@ TEST(ProfileGates, TjmaxTcontrolAndPchNeedTheIntelProcessor) {
             EXPECT_EQ(built.result, 0);
             EXPECT_TRUE(built.Untouched());
             EXPECT_EQ(Lines(), std::vector<Line>{refusal});
+            EXPECT_EQ(sim::CountCalls("HAL_GetSensorNotSupportFlagBySensor"), 0u);
         }
         SCOPED_TRACE(generator.name + " unknown type");
         sim::Start(GeneratorBoard());
@@ -155,10 +179,10 @@ TEST(ProfileGates, TjmaxTcontrolAndPchNeedTheIntelProcessor) {
     }
 }
 
-TEST(ProfileGates, FansAreLeftOutInModeTwoAndLeakageNeedsModeOne) {
-    for (const Generator &generator : Generators()) {
-        const bool leakage = generator.ask == Ask::kLeakage;
-        if (!leakage && generator.ask != Ask::kFans && generator.ask != Ask::kFansAndAccuracy)
+TEST_P(GeneratorGates, FansAreLeftOutInModeTwoAndLeakageNeedsModeOne) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
+        const bool leakage = generator.asks == "leakage";
+        if (!leakage && generator.asks != "fans" && generator.asks != "fans_and_accuracy")
             continue;
         for (const uint8_t mode : {0, 1, 2, 3}) {
             SCOPED_TRACE(generator.name + " mode " + std::to_string(mode));
@@ -176,12 +200,10 @@ TEST(ProfileGates, FansAreLeftOutInModeTwoAndLeakageNeedsModeOne) {
     }
 }
 
-TEST(ProfileGates, BoardPowerTellsBothIdsAndIsRefusedOnTheSmallBoard) {
-    size_t seen = 0;
-    for (const Generator &generator : Generators()) {
-        if (generator.ask != Ask::kNotSmallBoard)
+TEST_P(GeneratorGates, BoardPowerTellsBothIdsAndIsRefusedOnTheSmallBoard) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
+        if (generator.asks != "not_small_board")
             continue;
-        ++seen;
         SCOPED_TRACE(generator.name);
         const std::string driver = "OXA_Add" + generator.name.substr(0, generator.name.find('_')) + "Sensor";
         sim::Board board = GeneratorBoard();
@@ -195,19 +217,6 @@ TEST(ProfileGates, BoardPowerTellsBothIdsAndIsRefusedOnTheSmallBoard) {
         EXPECT_EQ(Build(generator).result, 0);
         EXPECT_EQ(Lines().back(), Refusal(generator));
     }
-    EXPECT_EQ(seen, 7u); // Lumora has a total power without a gate in its place
-}
-
-TEST(ProfileGates, LumorasTotalPowerReadsTheProductIdAndTellsIt) {
-    sim::Board board = GeneratorBoard();
-    board.inner_product_id = 0x2A;
-    board.board_id = 0x5497; // no gate
-    sim::Start(board);
-    EXPECT_NE(Build("Lumora_GenTotalPowerSDR").result, 0);
-    EXPECT_EQ(CountLine({'I', 42, "Lumora_GenTotalPowerSDR for POWER_WATTS: sdwRet = 0 productId = 2a!"}),
-              1u);
-    sim::AddFault({.call = "MW_GetInnerProductId"});
-    EXPECT_NE(Build("Lumora_GenTotalPowerSDR").result, 0);
 }
 
 // ---- bus clients, accuracies, registers -------------------------------------------------------------------
@@ -223,8 +232,8 @@ const char *ClientCall(const Generator &generator) {
     return nullptr;
 }
 
-TEST(ProfileClients, AFailedBusClientDropsTheRecordAndNobodyElseAsks) {
-    for (const Generator &generator : Generators()) {
+TEST_P(GeneratorGates, AFailedBusClientDropsTheRecordAndNobodyElseAsks) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
         SCOPED_TRACE(generator.name);
         sim::Start(GeneratorBoard());
         for (const char *call : {"HAL_InputTemp_GetI2cClient", "HAL_SWTICH_GetI2cClientByInstance",
@@ -241,14 +250,64 @@ TEST(ProfileClients, AFailedBusClientDropsTheRecordAndNobodyElseAsks) {
     }
 }
 
-TEST(ProfilePower, AnUnreadableAccuracyIsToldAndGivesNoRecord) {
-    size_t seen = 0;
-    for (const Generator &generator : Generators()) {
-        const std::string suffix = generator.Suffix();
-        const bool fans = generator.ask == Ask::kFansAndAccuracy;
-        if (!fans && generator.ask != Ask::kAccuracy)
+TEST_P(GeneratorGates, OnlyANegativeResultOfABusClientIsAFailure) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
+        if (!ClientCall(generator))
             continue;
-        ++seen;
+        SCOPED_TRACE(generator.name);
+        sim::Start(GeneratorBoard());
+        sim::AddFault({.call = ClientCall(generator), .result = 7, .succeed = true});
+        EXPECT_NE(Build(generator).result, 0);
+        EXPECT_TRUE(sim::FaultWasHit());
+    }
+}
+
+TEST_P(GeneratorGates, AnUnreadableVoltageDomainIsAnErrorAndNothingElse) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
+        if (!OneOf(generator.Suffix(), {"CPU0D0N2SDR", "CPU0D1N2SDR", "CPU1D0N2SDR", "CPU1D1N2SDR"}))
+            continue;
+        SCOPED_TRACE(generator.name);
+        sim::Start(GeneratorBoard());
+        sim::AddFault({.call = "HAL_GetCpuVoltSdrInfoforSensor"});
+        const Built built = Build(generator);
+        EXPECT_EQ(built.result, 0);
+        EXPECT_TRUE(built.Untouched());
+        EXPECT_EQ(CountLine({'E', 42, "Get Cpu Voltage Sensor SDR Info fail!"}), 1u);
+        EXPECT_TRUE(sim::Violations().empty()) << testing::PrintToString(sim::Violations());
+    }
+}
+
+// The factor that an accuracy becomes; -1: no record.
+int FactorOf(const Generator &generator, uint32_t accuracy) {
+    sim::Board board = GeneratorBoard();
+    board.dimms.power_accuracy = board.disks.power_accuracy = board.fans.power_accuracy = accuracy;
+    sim::Start(board);
+    const Built built = Build(generator);
+    if (built.result == 0)
+        return -1;
+    EXPECT_EQ(built.record.sdr[24], built.record.entry[26]);
+    return built.record.sdr[24];
+}
+
+TEST_P(GeneratorGates, TheAccuracyBecomesTheFactor) {
+    const struct {
+        uint32_t accuracy;
+        int factor;
+    } cases[] = {{1, 1}, {255, 255}, {256, 0}, {300, 44}, {0x80000001u, 255}};
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
+        if (generator.asks != "accuracy" && generator.asks != "fans_and_accuracy")
+            continue;
+        for (const auto &[accuracy, factor] : cases)
+            EXPECT_EQ(FactorOf(generator, accuracy), factor) << generator.name << ' ' << accuracy;
+    }
+}
+
+TEST_P(GeneratorGates, AnUnreadableAccuracyIsToldAndGivesNoRecord) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
+        const std::string suffix = generator.Suffix();
+        const bool fans = generator.asks == "fans_and_accuracy";
+        if (!fans && generator.asks != "accuracy")
+            continue;
         SCOPED_TRACE(generator.name);
         const bool memory =
             suffix.find("MEM") != std::string::npos || suffix.find("DIMM") != std::string::npos;
@@ -272,13 +331,14 @@ TEST(ProfilePower, AnUnreadableAccuracyIsToldAndGivesNoRecord) {
         EXPECT_EQ(zero.result != 0, memory);
         if (memory) {
             EXPECT_EQ(zero.record.sdr[24], 255);
+        } else {
+            EXPECT_EQ(CountLine(text), 1u);
         }
     }
-    EXPECT_EQ(seen, 8u * 3 + 1);
 }
 
-TEST(ProfilePower, PowerFaultReadsAndWritesBackBothRegistersAndStaysWithoutThem) {
-    for (const Generator &generator : Generators()) {
+TEST_P(GeneratorGates, PowerFaultReadsAndWritesBackBothRegistersAndStaysWithoutThem) {
+    for (const Generator &generator : GeneratorsOf(GetParam())) {
         if (generator.Suffix() != "PowerFaultSDR")
             continue;
         SCOPED_TRACE(generator.name);
@@ -298,27 +358,40 @@ TEST(ProfilePower, PowerFaultReadsAndWritesBackBothRegistersAndStaysWithoutThem)
 
 // ---- PSU status -------------------------------------------------------------------------------------------
 
-TEST(ProfilePsuStatus, LoadsTheAlarmConfigurationAndRefusesAnIndexAboveTheMaximum) {
-    const struct {
-        const char *name;
-        uint8_t (*call)(uint8_t, uint8_t *, DevTabEntry *);
-    } cases[] = {{"Kestrin", Kestrin_GenPSStatusSDR},
-                 {"Astrel", Astrel_GenPSUStatusSDR},
-                 {"Vorana", Vorana_GenPSUStatusSDR},
-                 {"Ferrisk", Ferrisk_GenPSUStatusSDR}};
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.name);
+TEST_P(GeneratorGates, PsuStatusLoadsTheAlarmConfigurationAndRefusesAnIndexAboveTheMaximum) {
+    for (Generator generator : GeneratorsOf(GetParam())) {
+        const bool status = OneOf(generator.Suffix(), {"PSUStatusSDR", "PSStatusSDR"});
+        if (!status && generator.Suffix() != "PSUSypplyDR")
+            continue;
+        SCOPED_TRACE(generator.name);
         sim::Board board = GeneratorBoard();
         board.psus.alarm_config = false;
         sim::Start(board);
-        EXPECT_NE(BuildIndexed(c.call, 2).result, 0);
-        EXPECT_EQ(CountLine({'W', 255, "LoadPsuAlarmCfg failed!"}), 1u);
-        EXPECT_EQ(BuildIndexed(c.call, 3).result, 0);
+        generator.index = 2;
+        EXPECT_NE(Build(generator).result, 0);
+        EXPECT_EQ(CountLine({'W', 255, "LoadPsuAlarmCfg failed!"}), status ? 1u : 0u);
+        EXPECT_EQ(sim::CountCalls("LoadPsuAlarmCfg"), status ? 1u : 0u); // the supply record loads nothing
+        EXPECT_EQ(CountLine({'I', 42, "pem ucInstance large max pem num!"}), 0u);
+        if (!status)
+            continue;
+        generator.index = 3;
+        EXPECT_EQ(Build(generator).result, 0);
         EXPECT_EQ(CountLine({'I', 42, "pem ucInstance large max pem num!"}), 1u);
     }
-    sim::Start(GeneratorBoard()); // the supply record loads nothing
-    EXPECT_NE(BuildIndexed(Quorral_GenPSUSypplyDR, 1).result, 0);
-    EXPECT_EQ(sim::CountCalls("LoadPsuAlarmCfg"), 0u);
+}
+
+// ---- one profile ------------------------------------------------------------------------------------------
+
+TEST(LumoraTotalPower, ReadsTheProductIdAndTellsItWithoutAGate) {
+    sim::Board board = GeneratorBoard();
+    board.inner_product_id = 0x2A;
+    board.board_id = 0x5497; // no gate
+    sim::Start(board);
+    EXPECT_NE(Build("Lumora_GenTotalPowerSDR").result, 0);
+    EXPECT_EQ(CountLine({'I', 42, "Lumora_GenTotalPowerSDR for POWER_WATTS: sdwRet = 0 productId = 2a!"}),
+              1u);
+    sim::AddFault({.call = "MW_GetInnerProductId"});
+    EXPECT_NE(Build("Lumora_GenTotalPowerSDR").result, 0);
 }
 
 } // namespace

@@ -1,38 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What the store of run-time records does to a pass, and the order of records and lines.
+// What the Default driver says of stored records, and the order of its records and lines.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "static_sensors/default_support.h"
+#include "profiles/default_support.h"
 
 namespace {
 
-using namespace default_set;
+using namespace tests;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-// Nothing but the rows of the static table, 24 records: no PCH and no leakage.
-sim::Board BareBoard() {
-    sim::Board board;
-    board.board_id = 0x1234;
-    return board;
-}
-constexpr size_t kBare = 24;
-
-std::vector<std::string> GroupNames(const Outcome &outcome) {
-    auto names = outcome.Names();
-    names.resize(names.size() - std::min(names.size(), kBare));
-    return names;
-}
-
-sim::Board DiskBoard() {
-    sim::Board board = BareBoard();
-    board.disks.backplanes = {{0, 2, "Front"}, {10, 0, "Rear"}, {20, 1, "Rear"}};
-    board.disks.nvme_slots = {1, 20};
-    board.disks.conversion = {{20, 99}};
-    return board;
-}
 
 // ---- the store --------------------------------------------------------------------------------------------
 
@@ -45,21 +23,6 @@ sim::Board FullBoard() {
     board.fans.count = 1;
     board.ocp.count = 1;
     return board;
-}
-
-TEST(DefaultStore, AStoredRecordLeavesNoGap) {
-    const Outcome clean = RunPass(FullBoard());
-    for (size_t i = 0; i < clean.records.size(); ++i) {
-        SCOPED_TRACE(clean.records[i].Name());
-        sim::Start(FullBoard());
-        Store({clean.records[i]});
-        const Outcome outcome = RunPass();
-        std::vector<Record> expected = clean.records;
-        expected.erase(expected.begin() + static_cast<std::ptrdiff_t>(i));
-        EXPECT_EQ(outcome.records, expected);
-        EXPECT_EQ(outcome.count, clean.count - 1);
-        EXPECT_EQ(CountLine({'I', 42, "This sensor is already exist!"}), 1u);
-    }
 }
 
 TEST(DefaultStore, WhatTheDriverSaysOfItsOwnStoredRecords) {
@@ -92,15 +55,6 @@ TEST(DefaultStore, WhatTheDriverSaysOfItsOwnStoredRecords) {
                 about.push_back(line);
         EXPECT_EQ(about, c.lines);
     }
-}
-
-TEST(DefaultStore, AFullStoreOfTheSameSetLeavesNothing) {
-    const Outcome clean = RunPass(FullBoard());
-    sim::Start(FullBoard());
-    Store(clean.records);
-    const Outcome outcome = RunPass();
-    EXPECT_TRUE(outcome.written);
-    EXPECT_EQ(outcome.count, 0);
 }
 
 TEST(DefaultStore, EqualNamesWithinOnePassBothStay) {
@@ -169,20 +123,6 @@ TEST(DefaultOrder, TheLinesOfASmallPass) {
     expected.push_back({'I', 42, driver + ": ucCnt = 45!"});
     EXPECT_THAT(Lines(), testing::ElementsAreArray(expected));
     EXPECT_THAT(sim::Violations(), IsEmpty());
-}
-
-TEST(DefaultLiquidCoolingUnit, OnlyAnEnableByteOfOneThatWasReadAddsItsSensors) {
-    sim::Board board = BareBoard();
-    const Outcome without = RunPass(board);
-    const auto lines = Lines();
-    board.cdu_enable = 2;
-    EXPECT_EQ(RunPass(board).records, without.records);
-    EXPECT_EQ(Lines(), lines);
-    board.cdu_enable = 1;
-    sim::Start(board);
-    sim::AddFault({.call = "IPMI_GetCduManageConfig", .output = 1});
-    EXPECT_EQ(RunPass().records, without.records);
-    EXPECT_EQ(Lines(), lines); // the failure is not told here
 }
 
 } // namespace

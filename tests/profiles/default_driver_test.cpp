@@ -1,100 +1,32 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The driver's rules: guards, board rules, groups and their order, names and instances.
-//
-// Not shown: a record whose length byte is FBh is copied but not counted.  The length byte is at most 43 + 16
-// with names of at most 16 characters, so no board reaches that test.
+// The Default driver beside what all drivers do: the numbers of the base board, the order of its facts, where
+// its guards stand, and what boards and cards change.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "static_sensors/default_support.h"
+#include "support/static_pass.h"
 
 namespace {
 
-using namespace default_set;
+using namespace tests;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// ---- arguments and fatal facts ----------------------------------------------------------------------------
+// ---- facts ----------------------------------------------------------------------------
 
-TEST(DefaultDriver, ANullArgumentIsAnErrorAndWritesNothing) {
-    for (int missing = 0; missing < 3; ++missing) {
-        SCOPED_TRACE(missing);
-        sim::Start(BaseBoard());
-        auto &arrays = sim::CallerArrays(64, kUntouched);
-        arrays.count = kCallersCount;
-        OXA_AddDefaultStaticSensor(missing == 0 ? nullptr : arrays.slots,
-                                   missing == 1 ? nullptr : arrays.entries,
-                                   missing == 2 ? nullptr : &arrays.count);
-        EXPECT_EQ(arrays.count, kCallersCount);
-        EXPECT_EQ(arrays.slots[0], kUntouched);
-        ASSERT_EQ(sim::Trace().size(), 2u);
-        EXPECT_EQ(sim::Trace()[0].kind, sim::Kind::kStat);
-        EXPECT_EQ(sim::Trace()[1].function, "OXA_AddDefaultStaticSensor");
-        EXPECT_EQ(sim::Trace()[1].file, "gen_specific_sensor_default.c");
-        EXPECT_THAT(
-            Lines(),
-            ElementsAre(Line{'E', 42,
-                             "OXA_AddDefaultStaticSensor failed! pucSDRRec == NULL || ptDEVTab == NULL || "
-                             "pucSensorCnt == NULL."}));
-    }
-}
-
-void ExpectEndsBeforeAnyRecord(const char *call, const char *text) {
-    sim::Start(BaseBoard());
-    sim::AddFault({.call = call});
-    const Outcome outcome = RunPass();
-    EXPECT_FALSE(outcome.written);
-    EXPECT_EQ(outcome.count, kCallersCount);
-    EXPECT_THAT(outcome.records, IsEmpty());
-    EXPECT_THAT(Lines(), ElementsAre(Line{'E', 42, text}));
-    EXPECT_THAT(sim::Violations(), IsEmpty());
-}
-
-TEST(DefaultDriver, APassWithoutPsuCountEndsBeforeAnyRecord) {
-    ExpectEndsBeforeAnyRecord("HAL_GetPsuMaxCount", "get pem max count failed\n");
-}
-
-TEST(DefaultDriver, APassWithoutBoardIdEndsBeforeAnyRecord) {
-    ExpectEndsBeforeAnyRecord("get_default_board_id", "get Board Id failed\n");
-}
-
-TEST(DefaultDriver, OnlyANegativeBoardIdResultIsFatal) {
-    sim::Start(BaseBoard());
-    sim::AddFault({.call = "get_default_board_id", .result = 1, .succeed = true});
-    EXPECT_TRUE(RunPass().written);
-}
-
-TEST(DefaultDriver, TheCountStartsAtZeroWhateverTheCallerHadInIt) {
-    const Outcome outcome = RunPass(BaseBoard()); // RunPass puts BEEFh into it
-    EXPECT_EQ(outcome.count, 48);
-}
-
-TEST(DefaultDriver, FactsThatFailAreWarnedAboutInOrderAndCountAsZero) {
+TEST(DefaultDriver, TheNumbersOfTheBaseBoard) {
     sim::Board board = BaseBoard();
-    board.cpus.silk_start = 3;
-    board.dimms.count = 2;
-    board.fans.count = 2;
-    sim::Start(board);
-    int32_t code = 0x11;
-    for (const char *call :
-         {"HAL_GetCpuMaxCount", "HAL_GetCpuSilkScreenIndexFixValue", "HAL_GetDimmMaxCount", "HAL_GetCpuType",
-          "HalFanService.GetFanMaxCount", "HAL_IsNeedSensorSimplification"})
-        sim::AddFault({.call = call, .occurrence = 1, .result = code++});
-    const Outcome outcome = RunPass();
-    EXPECT_TRUE(outcome.written);
-    auto lines = Lines();
-    lines.resize(6);
-    EXPECT_THAT(lines,
-                ElementsAre(Line{'W', 255, "HAL_GetCpuMaxCount(&ucCpuMaxCount) = [11]"},
-                            Line{'W', 255, "HAL_GetCpuSilkScreenIndexFixValue(&ucCpuSilkStartIndex) = [12]"},
-                            Line{'W', 255, "HAL_GetDimmMaxCount(&ucDimmMaxCount) = [13]"},
-                            Line{'W', 255, "HAL_GetCpuType(&ucCpuType) = [14]"},
-                            Line{'E', 42, "Get fan max count failed, result:21!"},
-                            Line{'W', 255, "HAL_IsNeedSensorSimplification(&SensorSimpleFlag) = [16]"}));
-    EXPECT_EQ(FunctionOf("Get fan max count failed, result:21!"), "Default_GetFanMaxCountByHal_");
-    EXPECT_EQ(outcome.count, 38); // no processors, DIMMs and fans
-    EXPECT_THAT(sim::Violations(), IsEmpty());
+    EXPECT_EQ(RunPass(board).count, 48);
+    board.liquid_cooling_mode = 1;
+    EXPECT_EQ(RunPass(board).count, 49);
+    board.liquid_cooling_mode = 2;
+    EXPECT_EQ(RunPass(board).count, 46);
+    board.liquid_cooling_mode = 0;
+    board.cpus.type = 3;
+    EXPECT_EQ(RunPass(board).count, 51);
+    board.cpus = {.count = 0, .type = 1};
+    EXPECT_EQ(RunPass(board).count, 38);
 }
 
 TEST(DefaultDriver, TheFactsAreAskedForInOrder) {
@@ -221,15 +153,6 @@ TEST(DefaultGuards, AnEarlierBackplaneIsBuiltBeforeTheGuardOfALaterOne) {
 }
 
 // ---- board rules ------------------------------------------------------------------------------------------
-
-TEST(DefaultBoardRules, TwoBoardsHaveNoOcpCards) {
-    for (uint16_t id : {0x558B, 0x5580}) {
-        sim::Board board = BaseBoard();
-        board.ocp.count = 255; // not even the guard trips
-        board.board_id = id;
-        EXPECT_EQ(RunPass(board).count, 48);
-    }
-}
 
 TEST(DefaultBoardRules, TheSmallBoardHasNoPsuPcieFanAndOcpRecordsAndNoCpuNumbers) {
     sim::Board board = BaseBoard();

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Every platform call of a pass failing, alone and from then on, for each of the eight other profiles: no
-// harm is done, no record is half written, and what was finished before stays byte for byte.
+// Every platform call of a pass failing, alone and from then on, for each of the nine profiles: no harm is done,
+// no record is half written, and what was finished before stays byte for byte.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <tuple>
 
-#include "static_sensors/profiles_support.h"
+#include "support/static_pass.h"
 
 namespace {
 
-using namespace profile_sets;
+using namespace tests;
 using testing::IsEmpty;
 
 // One or two of everything, so that every group has records.
@@ -140,7 +140,7 @@ std::string SweepName(const testing::TestParamInfo<std::tuple<Profile, int, size
            std::to_string(std::get<2>(info.param));
 }
 INSTANTIATE_TEST_SUITE_P(Profiles, EveryCallFailing,
-                         testing::Combine(testing::ValuesIn(OtherProfiles()), testing::Range(0, 2),
+                         testing::Combine(testing::ValuesIn(Profiles()), testing::Range(0, 2),
                                           testing::Range<size_t>(0, kShards)),
                          SweepName);
 INSTANTIATE_TEST_SUITE_P(Rack, EveryCallFailing,

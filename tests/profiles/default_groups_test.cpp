@@ -4,29 +4,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "static_sensors/default_support.h"
+#include "profiles/default_support.h"
 
 namespace {
 
-using namespace default_set;
+using namespace tests;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr char kInstanceWrap[] = "aucSDR[SDR_ENTITY_INSTANCE] + ucInstance may wrap!\n";
-
-// Nothing but the rows of the static table, 24 records: no PCH and no leakage.
-sim::Board BareBoard() {
-    sim::Board board;
-    board.board_id = 0x1234;
-    return board;
-}
-constexpr size_t kBare = 24;
-
-std::vector<std::string> GroupNames(const Outcome &outcome) {
-    auto names = outcome.Names();
-    names.resize(names.size() - std::min(names.size(), kBare));
-    return names;
-}
 
 // ---- power supplies ---------------------------------------------------------------------------------------
 
@@ -205,14 +191,6 @@ TEST(DefaultFans, WithoutServiceLaterEveryFanIsBuiltWithNumberZero) {
 }
 
 // ---- disks ------------------------------------------------------------------------------------------------
-
-sim::Board DiskBoard() {
-    sim::Board board = BareBoard();
-    board.disks.backplanes = {{0, 2, "Front"}, {10, 0, "Rear"}, {20, 1, "Rear"}};
-    board.disks.nvme_slots = {1, 20};
-    board.disks.conversion = {{20, 99}};
-    return board;
-}
 
 TEST(DefaultDisks, StatusThenTemperatureOfTheNvmeSlots) {
     const Outcome outcome = RunPass(DiskBoard());

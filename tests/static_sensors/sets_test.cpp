@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The sets of the nine profiles, record and entry byte for byte, against what the independent model
+// (tests/model) says; order and count with them.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <tuple>
+
+#include "support/boards.h"
+#include "support/static_pass.h"
+
+namespace {
+
+using namespace tests;
+
+struct Model {
+    bool written = false;
+    uint16_t count = 0;
+    std::vector<Record> records;
+};
+
+std::string ModelFile(const Profile &profile, const std::string &board) {
+    return OXA_SOURCE_DIR "/tests/model/expected/" + profile.folder + "/" + board + ".txt";
+}
+
+Model ReadModel(const std::string &path) {
+    std::ifstream file(path);
+    Model model;
+    std::string line;
+    EXPECT_TRUE(std::getline(file, line)) << "tests/model/make_expected.py writes the file";
+    model.written = line.starts_with("count ");
+    if (model.written)
+        model.count = static_cast<uint16_t>(std::stoul(line.substr(6)));
+    while (std::getline(file, line)) { // name, which may hold blanks, record, entry
+        const size_t entry = line.rfind(' '), sdr = line.rfind(' ', entry - 1);
+        model.records.push_back(
+            {Literal(line.substr(sdr + 1, entry - sdr - 1)), Literal(line.substr(entry + 1))});
+        EXPECT_EQ(model.records.back().Name(), line.substr(0, sdr));
+    }
+    return model;
+}
+
+using Set = std::tuple<Profile, std::string>;
+
+std::vector<Set> Sets() {
+    std::vector<Set> sets;
+    for (const Profile &profile : Profiles())
+        for (const std::string &board : BoardNames())
+            if (std::filesystem::exists(ModelFile(profile, board)))
+                sets.emplace_back(profile, board);
+    return sets;
+}
+
+class SetOnBoard : public testing::TestWithParam<Set> {};
+
+TEST_P(SetOnBoard, EqualsTheModelByteForByte) {
+    const auto &[profile, board] = GetParam();
+    const Model model = ReadModel(ModelFile(profile, board));
+    StartBoard(board);
+    const Outcome outcome = RunPass(profile.driver);
+    EXPECT_EQ(outcome.written, model.written);
+    EXPECT_EQ(outcome.count, model.written ? model.count : kCallersCount);
+    EXPECT_TRUE(SameRecords(model.records, outcome.records));
+    EXPECT_TRUE(sim::Violations().empty()) << testing::PrintToString(sim::Violations());
+}
+
+std::string SetName(const testing::TestParamInfo<Set> &info) {
+    return std::get<0>(info.param).name + "_on_" + Replace(std::get<1>(info.param), "-", "_");
+}
+INSTANTIATE_TEST_SUITE_P(Sets, SetOnBoard, testing::ValuesIn(Sets()), SetName);
+
+TEST(Sets, AreOfDefaultOnEveryBoardAndOfTheOthersOnTenBoardsAndNineGuards) {
+    EXPECT_EQ(BoardNames().size(), 11u + 9);
+    EXPECT_EQ(Sets().size(), BoardNames().size() + 8 * (10 + 9));
+}
+
+} // namespace
