@@ -12,6 +12,7 @@
 
 #include "oxa/platform.h"
 #include "simulator/board_file.h"
+#include "support/boards.h"
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -446,24 +447,19 @@ TEST(EmptyFile, IsABoardWithEveryDefault) {
 }
 
 TEST(ShippedBoards, AllLoadAndBeginByTellingWhatTheyTeach) {
-    size_t boards = 0;
-    for (const auto &entry : std::filesystem::recursive_directory_iterator(kSource + "/boards")) {
-        if (entry.path().extension() != ".toml")
-            continue;
-        const std::string path = entry.path().string();
-        EXPECT_NO_THROW(sim::LoadBoardFile(path)) << path;
-        EXPECT_TRUE(std::regex_search(ReadText(path), std::regex("^# [^\n]+\n# [^\n]+\n"))) << path;
-        boards++;
+    for (const std::string &name : tests::BoardNames()) {
+        EXPECT_NO_THROW(tests::LoadBoard(name)) << name;
+        EXPECT_TRUE(std::regex_search(ReadText(tests::BoardPath(name)), std::regex("^# [^\n]+\n# [^\n]+\n")))
+            << name;
     }
-    EXPECT_GE(boards, 18u);
+    EXPECT_GE(tests::BoardNames().size(), 18u);
 }
 
 TEST(ShippedBoards, TheFailingOnesCarryTheirFault) {
-    const std::string guards = kSource + "/boards/guards/";
-    const auto psu = sim::LoadBoardFaults(guards + "psu_count_fails.toml");
+    const auto psu = sim::LoadBoardFaults(tests::BoardPath("guards-psu_count_fails"));
     ASSERT_THAT(psu, SizeIs(1));
     EXPECT_EQ(psu[0].call, "HAL_GetPsuMaxCount");
-    const auto board_id = sim::LoadBoardFaults(guards + "board_id_fails.toml");
+    const auto board_id = sim::LoadBoardFaults(tests::BoardPath("guards-board_id_fails"));
     ASSERT_THAT(board_id, SizeIs(1));
     EXPECT_EQ(board_id[0].call, "get_default_board_id");
     EXPECT_EQ(board_id[0].result, -1);
@@ -475,7 +471,7 @@ TEST(ShippedBoards, EachGuardBoardTripsItsGuardAndNoOther) {
         {"fan_count_255", "fans"},       {"ocp_count_255", "ocp"},    {"cpu_silk_overflow", "cpus"},
         {"disk_range_overflow", "disks"}};
     for (const auto &[file, guard] : expected) {
-        const sim::Board board = sim::LoadBoardFile(kSource + "/boards/guards/" + file + ".toml");
+        const sim::Board board = tests::LoadBoard("guards-" + file);
         EXPECT_EQ(board.psus.count == 255, guard == "psus") << file;
         EXPECT_EQ(board.dimms.count == 255, guard == "dimms") << file;
         EXPECT_EQ(board.pcie.count == 255, guard == "pcie") << file;

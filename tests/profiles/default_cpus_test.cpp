@@ -145,16 +145,6 @@ TEST(DefaultCpus, VoltageDomainsNeedCpuTypeThreeAndComeAfterTheTable) {
                   1u);
 }
 
-TEST(DefaultCpus, VoltageDomainsOfAnOfflineCpuAreLeftOut) {
-    sim::Board board = BaseBoard();
-    board.cpus.type = 3;
-    board.cpus.reduce_flag = 1;
-    board.cpus.online = {false, true};
-    const Outcome outcome = RunPass(board);
-    EXPECT_EQ(outcome.CountName("CPU0_D0_N2") + outcome.CountName("CPU0_D1_N2"), 0u);
-    EXPECT_EQ(outcome.CountName("CPU1_D0_N2") + outcome.CountName("CPU1_D1_N2"), 2u);
-}
-
 TEST(DefaultCpuDomains, TheFirstOfThemNamesTheBoardItReads) {
     sim::Board board = BaseBoard();
     board.cpus.type = 3;

@@ -276,7 +276,7 @@ TEST(KestrinPowerModules, AFailedReportChangesNothing) {
     sim::Start(SmallBoard());
     std::filesystem::remove(sim::RealPath(kStorePath));
     sim::AddFault({.call = "MW_SetPWRModuleOnlineNum"});
-    EXPECT_EQ(RunPass(OXA_AddKestrinStaticSensor).records, clean.records);
+    EXPECT_TRUE(SameRecords(clean.records, RunPass(OXA_AddKestrinStaticSensor).records));
 }
 
 TEST(KestrinDisks, TheSilkNumberIsPrintedWhereItDiffersAndTheInstanceStaysTheSlot) {

@@ -15,6 +15,7 @@
 #include "oxa/exports.h"
 #include "simulator/simulator.h"
 #include "support/log_lines.h"
+#include "support/record_differ.h"
 
 namespace devtab {
 

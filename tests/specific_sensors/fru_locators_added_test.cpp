@@ -36,25 +36,25 @@ INSTANTIATE_TEST_SUITE_P(FruLocators, EveryCatalogueCard, testing::ValuesIn(kCar
 TEST_P(EveryCatalogueCard, ComesIntoTheRepositoryThroughTheDispatch) {
     const Added added = Add(Card(GetParam().type, 3));
     EXPECT_EQ(added.result, 0u);
-    EXPECT_EQ(added.record, GetParam().type == kSl200 ? kSl200Plain : GetParam().record);
+    EXPECT_TRUE(tests::SameSdr(GetParam().type == kSl200 ? kSl200Plain : GetParam().record, added.record));
 }
 
 TEST_F(FruLocators, ThePsuComesIntoTheRepositoryAndIsNotRecorded) {
     const Added added = Add(Psu(3));
     EXPECT_EQ(added.result, 0u);
-    EXPECT_EQ(added.record, kPsu3);
+    EXPECT_TRUE(tests::SameSdr(kPsu3, added.record));
     EXPECT_FALSE(sim::FileExists(kRecordFile));
 }
 
 TEST_F(FruLocators, TheSubCardComesIntoTheRepositoryWithAll27Bytes) {
     const Added added = Add(Card(kSubCardClass, 15));
     EXPECT_EQ(added.result, 0u);
-    EXPECT_EQ(added.record, kSubCard);
+    EXPECT_TRUE(tests::SameSdr(kSubCard, added.record));
 }
 
 TEST_F(FruLocators, TheSl200CardOfTheShiftedMachineComesIntoTheRepository) {
     StartClean(ShiftedMachine());
-    EXPECT_EQ(Add(Card(kSl200, 3)).record, kSl200Shifted);
+    EXPECT_TRUE(tests::SameSdr(kSl200Shifted, Add(Card(kSl200, 3)).record));
 }
 
 TEST_F(FruLocators, WhatIsRefusedFailsTheAdd) {
@@ -81,7 +81,7 @@ TEST_F(FruLocators, ACardThatTheRepositoryRefusesKeepsItsFruId) {
     EXPECT_EQ(Add(Card(0x010B, 3)).result, 0xC3u);
     EXPECT_EQ(TextOf(kIdFile), "[HyperCard]\nHyperCard_FruId =36\nHyperCard_SlotId =3\n");
     sim::ClearFaults();
-    EXPECT_EQ(Add(Card(0x010B, 3)).record, WithFruId(kCards[0].record, 35));
+    EXPECT_TRUE(tests::SameSdr(WithFruId(kCards[0].record, 35), Add(Card(0x010B, 3)).record));
 }
 
 // ---- every platform call failing ----------------------------------------------------------------

@@ -184,7 +184,7 @@ TEST_F(GeneratorFailures, AnUnreadableThresholdTableIsAnErrorAndLeavesTheDescrip
         ASSERT_GT(good.result, 48) << generator.name;
         sim::ClearTrace();
         Fail("MW_GetSensorThreshInfo");
-        EXPECT_EQ(Make(generator, param).record, good.record);
+        EXPECT_TRUE(tests::SameSdr(good.record, Make(generator, param).record));
         EXPECT_THAT(Lines(), Contains("error 42 ModifySensorThresholdByFile: "
                                       "MW Get Sensor Thresh Info failed!"));
     }
@@ -241,7 +241,8 @@ TEST_F(GeneratorFailures, AStoreThatCannotBeReadHoldsNothing) {
         Store({first.record});
         ASSERT_EQ(Make(kTempGenerator, Description(kTemp, 2, 3)).result, GEN_SDR_SKIPPED);
         Fail(call);
-        EXPECT_EQ(Make(kTempGenerator, Description(kTemp, 2, 3)).record, first.record) << call;
+        EXPECT_TRUE(tests::SameSdr(first.record, Make(kTempGenerator, Description(kTemp, 2, 3)).record))
+            << call;
         EXPECT_THAT(sim::Violations(), IsEmpty());
     }
 }

@@ -11,7 +11,7 @@ using namespace generators;
 class FanRecord : public RuleTest {};
 
 TEST_F(FanRecord, OneBoardTakesNoneInAnyProfile) {
-    for (const uint32_t profile : kProfiles) {
+    for (const auto &[profile, folder] : tests::NamedProfiles()) {
         for (const int type : {255, 0, 1, 200}) {
             Board(profile, 0x5497);
             EXPECT_EQ(Offer(kFanGenerator, type, 3).result, GEN_SDR_FAILED) << profile;
@@ -67,7 +67,7 @@ TEST_F(FanRecord, FerriskForcesTheLowerThresholdsOfPlainFans) {
 }
 
 TEST_F(FanRecord, NoOtherFanIsForced) {
-    for (const uint32_t profile : kProfiles) {
+    for (const auto &[profile, folder] : tests::NamedProfiles()) {
         Board(profile);
         for (int type = 0; type < 256; ++type) {
             const bool plain = type == 255 || type == 0 || type == 1;

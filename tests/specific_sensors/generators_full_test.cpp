@@ -154,7 +154,7 @@ TEST_F(FullRecord, OnlyType41AddsAnIndex) {
 }
 
 TEST_F(FullRecord, AnOcpPortOfLumoraIsDeviceRelativeAndHasNoSlot) {
-    for (const uint32_t profile : kProfiles) {
+    for (const auto &[profile, folder] : tests::NamedProfiles()) {
         Board(profile);
         for (const int type : {5, 6, 7}) {
             for (const int sub : {0, 1, 2}) {
@@ -241,7 +241,7 @@ TEST_F(FullRecord, FerriskFixesTheUpperThresholdsOfGpusAndNics) {
 }
 
 TEST_F(FullRecord, NothingElseIsFixed) {
-    for (const uint32_t profile : kProfiles) {
+    for (const auto &[profile, folder] : tests::NamedProfiles()) {
         Board(profile);
         for (int type = 0; type < 256; ++type) {
             const bool fixed = profile == CUSTOM_ID_FERRISK && (type == 2 || type == 5);

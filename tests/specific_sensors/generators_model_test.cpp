@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "specific_sensors/generators_fixture.h"
+#include "support/profiles.h"
 
 namespace {
 
@@ -255,7 +256,7 @@ Tally OfferAll(const std::string &file) {
     return tally;
 }
 
-class OffersOfProfile : public testing::TestWithParam<std::pair<uint32_t, const char *>> {
+class OffersOfProfile : public testing::TestWithParam<tests::NamedProfile> {
 protected:
     void TearDown() override {
         EXPECT_THAT(sim::Violations(), testing::IsEmpty());
@@ -283,13 +284,8 @@ TEST_P(OffersOfProfile, EveryRowGivesTheModelsRecord) {
     RecordProperty("offers", static_cast<int>(tally.offers));
 }
 
-INSTANTIATE_TEST_SUITE_P(Profiles, OffersOfProfile,
-                         testing::Values(std::pair{0u, "default"}, std::pair{1u, "kestrin"},
-                                         std::pair{2u, "pellago"}, std::pair{3u, "vorana"},
-                                         std::pair{4u, "astrel"}, std::pair{6u, "quorral"},
-                                         std::pair{7u, "lumora"}, std::pair{11u, "durnow"},
-                                         std::pair{16u, "ferrisk"}, std::pair{20u, "sablin"}),
-                         [](const auto &info) { return std::string(info.param.second); });
+INSTANTIATE_TEST_SUITE_P(Profiles, OffersOfProfile, testing::ValuesIn(tests::NamedProfiles()),
+                         [](const auto &info) { return info.param.folder; });
 
 TEST(OffersOfCards, EveryEntryOfEveryFamilyGivesTheModelsRecord) {
     const Tally tally = OfferAll("cards");

@@ -27,7 +27,7 @@ protected:
 };
 
 TEST_F(PowerRecord, OnlyLumoraUsesTheOtherSensorType) {
-    for (const uint32_t profile : kProfiles) {
+    for (const auto &[profile, folder] : tests::NamedProfiles()) {
         Board(profile);
         EXPECT_EQ(Offer(kPowerGenerator, 34, 3).At(12), profile == CUSTOM_ID_LUMORA ? 0x0B : 0x08);
         EXPECT_EQ(Offer(kTempGenerator, 34, 3).At(12), 0x01);

@@ -6,10 +6,9 @@
 #define OXA_TESTS_SPECIFIC_SENSORS_GENERATORS_TABLE_H
 
 #include "specific_sensors/generators_fixture.h"
+#include "support/profiles.h"
 
 namespace generators {
-
-inline constexpr uint32_t kProfiles[] = {0, 1, 2, 3, 4, 6, 7, 11, 20, 16};
 
 void ClearRows();
 void AddRow(uint32_t sensor_class, int device_type, int sub_type, const std::string &pattern,

@@ -55,6 +55,25 @@ inline const std::vector<Profile> &Profiles() {
     return kProfiles;
 }
 
+// Whose single sensors the library names: the nine, and Sablin, which has no static set.
+struct NamedProfile {
+    uint32_t custom_id;
+    std::string folder;
+};
+inline std::ostream &operator<<(std::ostream &out, const NamedProfile &profile) {
+    return out << profile.folder;
+}
+inline const std::vector<NamedProfile> &NamedProfiles() {
+    static const std::vector<NamedProfile> kNamed = [] {
+        std::vector<NamedProfile> named;
+        for (const Profile &profile : Profiles())
+            named.push_back({profile.custom_id, profile.folder});
+        named.push_back({CUSTOM_ID_SABLIN, "sablin"});
+        return named;
+    }();
+    return kNamed;
+}
+
 inline const Profile &FindProfile(const std::string &name) {
     for (const Profile &profile : Profiles())
         if (profile.name == name)

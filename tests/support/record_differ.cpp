@@ -291,11 +291,14 @@ std::vector<std::string> RecordDiff(const Record &expected, const Record &got) {
     return lines;
 }
 
-testing::AssertionResult SameSdr(const Bytes &expected, const Bytes &got) {
-    if (expected == got)
-        return testing::AssertionSuccess();
+testing::AssertionResult SdrFailure(const Bytes &expected, const Bytes &got) {
     return testing::AssertionFailure() << "'" << NameOf(expected) << "' differs, expected -> got:\n"
                                        << Indented(SdrDiff(expected, got));
+}
+
+testing::AssertionResult EntryFailure(const Bytes &expected, const Bytes &got) {
+    return testing::AssertionFailure() << "the entry differs, expected -> got:\n"
+                                       << Indented(EntryDiff(expected, got));
 }
 
 testing::AssertionResult SameRecord(const Record &expected, const Record &got) {

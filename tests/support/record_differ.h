@@ -5,6 +5,7 @@
 #ifndef OXA_TESTS_SUPPORT_RECORD_DIFFER_H
 #define OXA_TESTS_SUPPORT_RECORD_DIFFER_H
 
+#include <algorithm>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -34,7 +35,20 @@ std::vector<std::string> EntryDiff(const Bytes &expected, const Bytes &got);
 std::vector<std::string> RecordDiff(const Record &expected, const Record &got);
 
 // For EXPECT_TRUE: true, or what differs.
-testing::AssertionResult SameSdr(const Bytes &expected, const Bytes &got);
+testing::AssertionResult SdrFailure(const Bytes &expected, const Bytes &got);
+testing::AssertionResult EntryFailure(const Bytes &expected, const Bytes &got);
+template <class Expected, class Got>
+testing::AssertionResult SameSdr(const Expected &expected, const Got &got) {
+    if (std::equal(expected.begin(), expected.end(), got.begin(), got.end()))
+        return testing::AssertionSuccess();
+    return SdrFailure({expected.begin(), expected.end()}, {got.begin(), got.end()});
+}
+template <class Expected, class Got>
+testing::AssertionResult SameEntry(const Expected &expected, const Got &got) {
+    if (std::equal(expected.begin(), expected.end(), got.begin(), got.end()))
+        return testing::AssertionSuccess();
+    return EntryFailure({expected.begin(), expected.end()}, {got.begin(), got.end()});
+}
 testing::AssertionResult SameRecord(const Record &expected, const Record &got);
 // Of lists of different length only what is missing and what is too much is told.
 testing::AssertionResult SameRecords(const std::vector<Record> &expected, const std::vector<Record> &got);

@@ -92,12 +92,14 @@ TEST(SdrDiff, TellsWhatIsMissingAndOtherKinds) {
     cut.resize(37);
     EXPECT_THAT(SdrDiff(kTemperature, cut), testing::Contains("byte 37, UC: 0x32 -> (missing)"));
     EXPECT_THAT(SdrDiff(kTemperature, kStatus), testing::Contains("byte 3, record type: 0x01 -> 0x02"));
-    EXPECT_FALSE(SameSdr(kTemperature, {}));
+    EXPECT_FALSE(SameSdr(kTemperature, Bytes()));
 }
 
 TEST(EntryDiff, NamesTheFieldsOfAnEntry) {
     EXPECT_THAT(EntryDiff(kEntry, With(kEntry, 5, 0x00)),
                 ElementsAre("entry byte 5, scan flag: 0x80 -> 0x00"));
+    EXPECT_STREQ(SameEntry(kEntry, With(kEntry, 5, 0x00)).message(),
+                 "the entry differs, expected -> got:\n  entry byte 5, scan flag: 0x80 -> 0x00\n");
     EXPECT_THAT(EntryDiff(kEntry, With(With(kEntry, 3, 8), 30, 1)),
                 ElementsAre("entry byte 3, index: 9 -> 8",
                             "entry bytes 27-31, reserved: 0x0000000000 -> 0x0001000000"));

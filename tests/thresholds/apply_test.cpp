@@ -18,12 +18,12 @@ protected:
     // The record is left alone without a word.
     void ExpectUntouched(const Sdr &sdr) {
         sim::ClearTrace();
-        EXPECT_EQ(Applied(sdr), sdr);
+        EXPECT_TRUE(tests::SameSdr(sdr, Applied(sdr)));
         EXPECT_THAT(Written(), IsEmpty());
     }
     void ExpectLaidOver(const Sdr &sdr, const Six &six, const std::string &name) {
         sim::ClearTrace();
-        EXPECT_EQ(Applied(sdr), With(sdr, six));
+        EXPECT_TRUE(tests::SameSdr(With(sdr, six), Applied(sdr)));
         EXPECT_THAT(Written(), ElementsAreArray(Updated(name, sdr[18], six, true)));
     }
 };
@@ -84,7 +84,7 @@ TEST_F(ThresholdOverlay, WithoutTheTableTheRecordStays) {
     for (const Sdr &sdr :
          {FullRecord("A", 0x3F), FullRecord(std::string(16, '\xA5'), 0xA5, {1, 2, 3, 6, 5, 4})}) {
         sim::ClearTrace();
-        EXPECT_EQ(Applied(sdr), sdr);
+        EXPECT_TRUE(tests::SameSdr(sdr, Applied(sdr)));
         EXPECT_THAT(Written(), ElementsAreArray(FetchFailed(kApply)));
     }
 }
@@ -221,7 +221,7 @@ TEST_F(ThresholdOverlay, TheFirstOfTwoEqualEntriesCounts) {
 TEST_F(ThresholdOverlay, AnEntryWithAnotherMaskHidesALaterOne) {
     SetLive(Image(0, {{"A", kStored, 0x38}, {"A", kStored, 0x3F}}));
     const Sdr sdr = FullRecord("A", 0x3F);
-    EXPECT_EQ(Applied(sdr), sdr);
+    EXPECT_TRUE(tests::SameSdr(sdr, Applied(sdr)));
     EXPECT_THAT(Written(), ElementsAreArray(CannotModify("A", 0x38, 0x3F)));
 }
 
@@ -267,7 +267,7 @@ TEST_F(ThresholdOverlay, TheTableIsFetchedAfreshForEveryRecord) {
 TEST_F(ThresholdOverlay, ADifferentMaskIsToldWithBothMasks) {
     SetLive(Image(0, {{"INPUT_TEMP", kStored, 0x38}}));
     const Sdr sdr = FullRecord("INPUT_TEMP", 0x3A);
-    EXPECT_EQ(Applied(sdr), sdr);
+    EXPECT_TRUE(tests::SameSdr(sdr, Applied(sdr)));
     EXPECT_THAT(Written(), ElementsAre("warn 42 updateSdrThreshold: sensor INPUT_TEMP "
                                        "last mask 38, now mask 3a, cannot modify threshold"));
 }
@@ -278,7 +278,7 @@ TEST_F(ThresholdOverlay, EveryOtherMaskIsRefused) {
         for (const unsigned step : {1u, 0x10u, 0x20u, 0x40u, 0x80u, 0xFFu}) {
             const Sdr sdr = FullRecord("A", static_cast<uint8_t>(stored ^ step));
             sim::ClearTrace();
-            EXPECT_EQ(Applied(sdr), sdr);
+            EXPECT_TRUE(tests::SameSdr(sdr, Applied(sdr)));
             EXPECT_THAT(Written(), ElementsAreArray(CannotModify("A", stored, stored ^ step)));
         }
     }
@@ -289,7 +289,7 @@ TEST_F(ThresholdOverlay, OnlyTheLowByteOfTheStoredMaskIsComparedAndPrinted) {
     ExpectLaidOver(FullRecord("A", 0x38), {90, 80, 70, 204, 205, 206}, "A");
     const Sdr sdr = FullRecord("A", 0x12);
     sim::ClearTrace();
-    EXPECT_EQ(Applied(sdr), sdr);
+    EXPECT_TRUE(tests::SameSdr(sdr, Applied(sdr)));
     EXPECT_THAT(Written(), ElementsAreArray(CannotModify("A", 0x38, 0x12)));
 }
 

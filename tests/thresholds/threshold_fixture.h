@@ -18,6 +18,7 @@
 #include "simulator/simulator.h"
 #include "support/bytes.h"
 #include "support/log_lines.h"
+#include "support/record_differ.h"
 
 namespace thresh {
 
