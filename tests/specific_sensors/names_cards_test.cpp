@@ -164,6 +164,9 @@ struct Fallback {
     uint32_t sensor_class;
     const char *name;
 };
+void PrintTo(const Fallback &fallback, std::ostream *out) {
+    *out << std::hex << fallback.sensor_class;
+}
 class CardFallback : public Lookup, public testing::WithParamInterface<Fallback> {};
 
 TEST_P(CardFallback, TheGenericLookupGetsTheSlotAndThePortOfTheClass) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "static_sensors/default_faults_expect.h"
 
-#include <regex>
 #include <set>
 
 #include "simulator/calls.h"
@@ -11,9 +10,15 @@ namespace {
 
 constexpr char kDriver[] = "OXA_AddDefaultStaticSensor";
 
+// Running counts differ between passes that differ in a record.
 Line Masked(Line line) {
-    static const std::regex kNumbers("(ucCnt = |line=)[0-9]+");
-    line.text = std::regex_replace(line.text, kNumbers, "$1#");
+    static const std::string kCount = "ucCnt = ";
+    for (size_t at = 0; (at = line.text.find(kCount, at)) != std::string::npos;) {
+        at += kCount.size();
+        const size_t end = std::min(line.text.find_first_not_of("0123456789", at), line.text.size());
+        if (end > at)
+            line.text.replace(at, end - at, "#");
+    }
     return line;
 }
 

@@ -176,7 +176,8 @@ TEST_P(EveryProfile, EachGuardOfAGroupThatItHasEndsThePassWithoutACount) {
         if (has) {
             EXPECT_EQ(Lines().back(), guard.line);
             EXPECT_EQ(outcome.count, kCallersCount);
-            EXPECT_TRUE(!outcome.records.empty() || !GetParam().table_first); // the table came before the guard
+            EXPECT_TRUE(!outcome.records.empty() ||
+                        !GetParam().table_first); // the table came before the guard
         }
         EXPECT_THAT(sim::Violations(), IsEmpty());
         guard.set(board, guard.passes);

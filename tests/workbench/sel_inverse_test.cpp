@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include "simulator/simulator.h"
+#include "support/bytes.h"
 #include "workbench/sel_calls.h"
 
 namespace {
@@ -118,11 +119,8 @@ sim::Board Directory(std::mt19937 &random) {
     board.sensor_numbers.by_key["1E 0A 03 00 00"] = 0x5E;
     board.sensor_numbers.power_fault = random() & 0xFF;
     for (uint32_t n = 0; n < 40; n += 1 + random() % 3) { // with gaps: some lookups fail
-        const uint8_t disk[] = {0x04, 0x0D, 0x6F, static_cast<uint8_t>(n), 0};
-        char key[16];
-        std::snprintf(key, sizeof key, "%02X %02X %02X %02X %02X", disk[0], disk[1], disk[2], disk[3],
-                      disk[4]);
-        board.sensor_numbers.by_key[key] = random() & 0xFF;
+        const std::string disk = tests::Hex({0x04, 0x0D, 0x6F, static_cast<uint8_t>(n), 0});
+        board.sensor_numbers.by_key[disk] = random() & 0xFF;
         board.sensor_numbers.cpu[n] = random() & 0xFF;
         board.sensor_numbers.dimm[n] = random() & 0xFF;
         board.sensor_numbers.power_module[n] = random() & 0xFF;
