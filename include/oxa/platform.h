@@ -1,14 +1,48 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/*
- * Every function that liboxaspecificsensorinfo imports from the BMC firmware's own libraries, by owner.
+/**
+ * \file
+ * \brief Every function that liboxaspecificsensorinfo imports from the BMC firmware, for whoever implements them.
  *
- * Conventions
+ * The library is linked against none of them: they are found by name when it is loaded, so a stub may be the program
+ * itself (linked with -rdynamic, or its functions are not seen) or another shared object.  All that it calls must be
+ * there (it binds at once), or the library does not load.
+ *
+ * What holds for every function
  *   - C linkage, fixed-width types; size_t only in the bounded memory and string functions.
- *   - Unless its line says otherwise a function returns int32_t, 0 = success, anything else = failure, and
- *     out-pointers come last.  "gives" = what lands in the out-pointer; "returns" = the result itself.
- *   - After a failed call an out-parameter holds nothing to rely on: the caller puts its own default back
- *     (0 unless said otherwise).  One exception: the sensor support flag, see there.
- *   - A null service object, or a null operation in it, counts as a failed call with code -1.
+ *   - Most return int32_t: 0 = success, anything else = failure.  Where only a negative result is a failure the
+ *     function says so.  Some cannot fail: their result is the answer.
+ *   - Out-parameters come last and are never null.  They count only after success (one exception:
+ *     HAL_GetSensorNotSupportFlagBySensor()); after a failure the library puts its own default back, 0 unless said
+ *     otherwise, so a failing function may leave anything in them.  A record is to be filled whole as far as it is said
+ *     to be read.
+ *   - A service object (HalCpuInst(), HalFanInst(), HalHddBackpanelInst()) may be null, and so may an operation in it:
+ *     either counts as a failed call with result -1, where nothing else is said.
+ *   - Texts go out NUL-terminated within the size that is passed.
+ *   - Each runs in the thread that called the library, and is called again for every question: answers are not kept
+ *     (but for MW_GetInnerProductId() and IPMI_LoadCustomID() in GetSdrFruIdOffset()).
+ *   - "Called by" names the functions of the library that call it: drivers are the nine OXA_Add<Profile>StaticSensor(),
+ *     generators of a sensor are meant wherever they run, in a driver too.
+ *
+ * What the library never does
+ *   - It starts no thread, takes no memory from the heap, and calls nothing when it is loaded or unloaded.
+ *   - It keeps no pointer: not those that it gets from the platform (service objects, handles and sessions are used
+ *     within one call) nor may the platform keep those that it is given.  Texts given to the logger are partly on the
+ *     stack.
+ *   - It holds at most one thing at a time: an IPMI session, an INI handle, the threshold file, or the semaphore (and
+ *     under it one descriptor).  What it opened it closes before it returns, also when something fails in between;
+ *     what it could not open it does not close.
+ *   - While it holds the semaphore it calls only sigwrap_open_mode(), lseek, ftruncate, sigwrap_read(),
+ *     sigwrap_write(), sigwrap_close(), oxa_strerror_s() and IDBG_LINUXAPP_DbgOut().
+ *   - It is not prepared for being called back: a function of the platform must not call the library.
+ *
+ * A stub of a board with nothing on it: what cannot fail answers 0, queries return -1 (but HAL_GetPsuMaxCount() and
+ * get_default_board_id() must give something, or a static pass writes no count), service objects are null, the
+ * semaphore, sessions and commands return 0, what opens a file (IniLoadFile(), OXA_IniLoadFile(), oxa_fopen_s(),
+ * sigwrap_open_mode()) returns -1, the loggers are empty.  memcpy_s(), snprintf_s() and strnlen_s() must be real: every
+ * record is built with them.  With two PSUs the Default driver then builds 22 records.
+ *
+ * From the C library come besides: lseek, ftruncate and errno (extended store), fread, fwrite and unlink (threshold
+ * file), access (the marker of addDiskSEL()), and memcmp, memcpy, memset (bcmp with clang).
  */
 #ifndef OXA_PLATFORM_H
 #define OXA_PLATFORM_H
@@ -17,6 +51,7 @@
 #include <stdint.h>
 #include <stdio.h>
 
+/** Stops the compiler where a condition does not hold. */
 #ifndef OXA_SASSERT
 #ifdef __cplusplus
 #define OXA_SASSERT(cond, text) static_assert(cond, text)
@@ -25,6 +60,7 @@
 #endif
 #endif
 
+/** Lets the compiler compare a format with its arguments. */
 #if defined(__GNUC__)
 #define PLAT_PRINTF(fmt, first) __attribute__((format(printf, fmt, first)))
 #else
@@ -39,132 +75,307 @@ extern "C" {
  * 1. HARDWARE ABSTRACTION
  * ================================================================================================== */
 
-/* ---- board and cards ----------------------------------------------------------------------------- */
+/** \name Board and cards */
+/** @{ */
 
-/* gives the mainboard's 16-bit id; NEGATIVE = failure. Static drivers (fatal there), Sablin GPU rename,
- * power and fan generators, power device-table handler, log lines of the static generators. */
+/**
+ * Gives the id of the mainboard.
+ * A failure ends a static pass without a count; everywhere else the board then has id 0, which is no known one.
+ * Called by drivers; generators of powers, fans, CPUs and inlet temperatures; GenDevTable() (power);
+ * modifySablinGpuSensorName().
+ * \param[out] pwBoardId  board id, for example 0x5502
+ * \return negative = failure, anything else = success
+ */
 int32_t get_default_board_id(uint16_t *pwBoardId);
 
-/* returns 1 when the board takes a switch-board card; cannot fail. Static drivers. */
+/**
+ * Tells whether the board takes a switch-board card.
+ * Called by drivers.
+ * \return 1 yes, anything else no; cannot fail
+ */
 uint8_t GetSwitchBoardSupportFlag(void);
 
-/* returns 1 when card ucCard (1, 2) is online; cannot fail. Static drivers (card 2), switch total power (1, 2). */
+/**
+ * Tells whether a card is online.
+ * Called by drivers (card 2), Kestrin_GenSwitchBoardPowerSDR() (1, 2).
+ * \param[in] ucCard  1 or 2; 2 is the switch-board card
+ * \return 1 online, anything else not; cannot fail
+ */
 uint8_t GetCardOnlineStatus(uint8_t ucCard);
 
-/* returns the board id of card ucCard; cannot fail. Static drivers (card 2), switch total power (1, 2). */
+/**
+ * Tells the board id of a card; asked only about cards that are online.
+ * Called by drivers (card 2), Kestrin_GenSwitchBoardPowerSDR() (1, 2).
+ * \param[in] ucCard  1 or 2
+ * \return its id: 0x5504, 0x5510, 0x5517 and 0x560A are known; cannot fail
+ */
 uint16_t GetCardBoardId(uint8_t ucCard);
 
-/* returns the liquid-cooling mode: 0 none, 1 leak sensor, 2 no fans; cannot fail. Fan redundancy and fan
- * power (not in mode 2), leakage (only in mode 1), every profile. */
+/**
+ * Tells the liquid-cooling mode.
+ * Fan redundancy and fan power are not built in mode 2, leakage only in mode 1.
+ * Called by generators of fan redundancy, fan power and leakage.
+ * \return 0 none, 1 with a leak sensor, 2 no fans; cannot fail
+ */
 uint8_t GetLiquidCoolingFlag(void);
 
-/* returns 1 when the static drivers are to build the disk group. Static drivers. */
+/**
+ * Tells whether the static drivers build the disks.
+ * Called by drivers.
+ * \return 1 yes, anything else no; cannot fail
+ */
 int32_t FruSdrInitPathChoice(void);
 
-/* converts a disk slot in place into the printed number; cannot fail. NVMe temperature and disk status
- * generators, disk group of the static drivers, disk-name rewriters. */
+/**
+ * Turns a disk slot into the number that is printed at it; cannot fail.
+ * Called by drivers (NVMe disks), GenSpecificTempSDR() and GenSpecificStatusSDR() (disks), the three disk-name
+ * rewriters.
+ * \param[in,out] pucSlot  slot, becomes the printed number; leave it alone where they are the same
+ */
 void oxa_CustomSlotConversion(uint8_t *pucSlot);
 
-/* ---- bus clients --------------------------------------------------------------------------------- */
+/** @} */
 
-typedef struct HalI2cClient { /* 2 bytes */
-    uint8_t ucBus;            /* 0 goes to device-table byte 6 */
-    uint8_t ucAddr;           /* 1 goes to device-table byte 7 */
+/** \name Bus clients */
+/** @{ */
+
+/** Where on a bus a sensor is, 2 bytes; both go into the device-table entry. */
+typedef struct HalI2cClient {
+    uint8_t ucBus;  /**< 0  byte 6 of the entry */
+    uint8_t ucAddr; /**< 1  byte 7 of the entry */
 } HalI2cClient;
 OXA_SASSERT(sizeof(HalI2cClient) == 2, "HalI2cClient");
 
-/* gives the voltage regulator's client of CPU ucCpuNum (0-based); NEGATIVE = failure. CPU VR temperature,
- * CPU core voltage. */
+/**
+ * Gives the bus client of a CPU's voltage regulator.
+ * A failure is a warning, and the sensor is not built.
+ * Called by generators of CPU regulator temperature, core voltage and voltage domains.
+ * \param[in]  ucCpuNum  number of the CPU, from 0
+ * \param[out] ptClient  the client
+ * \return negative = failure, anything else = success
+ */
 int32_t HAL_CPUVRTempCoreVolts_GetI2cClientByInstance(uint8_t ucCpuNum, HalI2cClient *ptClient);
 
-/* gives the inlet sensor's client; NEGATIVE = failure. Inlet temperature, rack board temperature. */
+/**
+ * Gives the bus client of the inlet sensor.
+ * A failure is a warning, and the sensor is not built.
+ * Called by generators of the inlet temperature and of the rack board temperature.
+ * \param[out] ptClient  the client
+ * \return negative = failure, anything else = success
+ */
 int32_t HAL_InputTemp_GetI2cClient(HalI2cClient *ptClient);
 
-/* gives the client of switch-board instance ucInstance (from 1); NEGATIVE = failure. Switch-board volts
- * and current. */
+/**
+ * Gives the bus client of a switch-board instance (the name is spelled so).
+ * A failure is a warning, and the sensor is not built.
+ * Called by generators of switch-board volts and current.
+ * \param[in]  ucInstance  instance, from 1
+ * \param[out] ptClient    the client
+ * \return negative = failure, anything else = success
+ */
 int32_t HAL_SWTICH_GetI2cClientByInstance(uint8_t ucInstance, HalI2cClient *ptClient);
 
-/* ---- processors ---------------------------------------------------------------------------------- */
+/** @} */
 
+/** \name Processors */
+/** @{ */
+
+/** CPU types. */
 enum {
-    CPU_TYPE_UNKNOWN = 0,    /* what a failed query leaves */
-    CPU_TYPE_INTEL = 1,      /* has Tjmax and Tcontrol sensors */
-    CPU_TYPE_DOMAIN_VOLT = 3 /* the processor with voltage domains */
+    CPU_TYPE_UNKNOWN = 0,    /**< what a failed query leaves */
+    CPU_TYPE_INTEL = 1,      /**< has a chipset, Tjmax and Tcontrol sensors */
+    CPU_TYPE_DOMAIN_VOLT = 3 /**< the processor with voltage domains */
 };
 
-/* gives the number of CPU sockets. Static drivers. */
+/**
+ * Gives the number of CPU sockets.
+ * A failure is a warning and counts as 0.  With the first printed number it must not exceed 255, or a static pass
+ * ends without a count.
+ * Called by drivers.
+ * \param[out] pucCpuMaxCount  sockets, populated or not
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetCpuMaxCount(uint8_t *pucCpuMaxCount);
 
-/* gives the first printed CPU number. Static drivers, again before each CPU record; CPU core voltage,
- * Pellago single CPU power. */
+/**
+ * Gives the first printed CPU number.
+ * A failure is a warning and counts as 0.
+ * Called by drivers, and again every generator of a CPU sensor.
+ * \param[out] pucCpuSilkStartIndex  0 or 1, as a rule
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetCpuSilkScreenIndexFixValue(uint8_t *pucCpuSilkStartIndex);
 
-/* gives the CPU type (CPU_TYPE_...). Voltage domain pass, PCH temperature, Kestrin Tjmax and Tcontrol. */
+/**
+ * Gives the CPU type.
+ * A failure is a warning and counts as CPU_TYPE_UNKNOWN.
+ * Called by drivers; generators of the chipset temperature, Kestrin_GenCPUTjmaxSDR(), Kestrin_GenCPUTControlSDR().
+ * \param[out] pucCpuType  CPU_TYPE_INTEL, CPU_TYPE_DOMAIN_VOLT or another
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetCpuType(uint8_t *pucCpuType);
 
-/* gives 1 when the 0-based CPU ucCpuIndex is online. CPU presence test. */
+/**
+ * Gives whether a CPU is online; asked only where the reduce flag is not 0.
+ * A failure is a warning and counts as offline.
+ * Called by OXA_CheckifAddCpuSensorByIndex(), and so the drivers.
+ * \param[in]  ucCpuIndex        number of the CPU, from 0
+ * \param[out] psdwOnlineStatus  1 online, anything else not
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetCpuOnlineStatus(uint8_t ucCpuIndex, int32_t *psdwOnlineStatus);
 
-typedef struct HalCpuVoltSdrInfo {                   /* 10 bytes */
-    uint8_t ucM;                                     /* 0 SDR byte 24 */
-    uint8_t ucB;                                     /* 1 SDR byte 26 */
-    uint8_t ucExp;                                   /* 2 SDR byte 29: R high nibble, B low nibble */
-    uint8_t ucMask;                                  /* 3 bit 0 LNC, 1 LC, 2 LNR, 3 UNC, 4 UC, 5 UNR */
-    uint8_t ucUNR, ucUC, ucUNC, ucLNR, ucLC, ucLNC;  /* 4..9 raw values, order of SDR bytes 36..41 */
+/** Conversion and limits of a CPU voltage, 10 bytes. */
+typedef struct HalCpuVoltSdrInfo {
+    uint8_t ucM;    /**< 0  M, SDR byte 24 */
+    uint8_t ucB;    /**< 1  B, SDR byte 26 */
+    uint8_t ucExp;  /**< 2  SDR byte 29: R high nibble, B exponent low nibble */
+    uint8_t ucMask; /**< 3  which limits there are: bit 0 LNC, 1 LC, 2 LNR, 3 UNC, 4 UC, 5 UNR */
+    uint8_t ucUNR;  /**< 4  raw upper non-recoverable; these six in the order of SDR bytes 36 to 41 */
+    uint8_t ucUC;   /**< 5  raw upper critical */
+    uint8_t ucUNC;  /**< 6  raw upper non-critical */
+    uint8_t ucLNR;  /**< 7  raw lower non-recoverable */
+    uint8_t ucLC;   /**< 8  raw lower critical */
+    uint8_t ucLNC;  /**< 9  raw lower non-critical */
 } HalCpuVoltSdrInfo;
 OXA_SASSERT(sizeof(HalCpuVoltSdrInfo) == 10, "HalCpuVoltSdrInfo");
 
-/* gives the description of CPU voltage ucVoltIndex (1..4). CPU voltage domain generators. */
+/**
+ * Gives how a CPU voltage domain is measured.
+ * A failure is an error line, and the sensor is not built.
+ * Called by generators of the voltage domains; the drivers run them only with CPU_TYPE_DOMAIN_VOLT.
+ * \param[in]  ucVoltIndex  1, 2 the domains of CPU 0; 3, 4 those of CPU 1
+ * \param[out] ptInfo       conversion and limits
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetCpuVoltSdrInfoforSensor(uint8_t ucVoltIndex, HalCpuVoltSdrInfo *ptInfo);
 
+/** CPU service. */
 typedef struct HalCpuService {
-    int32_t (*GetCpuReduceFlag)(uint8_t *pucFlag);   /* gives 0 = build for every socket. CPU presence test */
+    /**
+     * Gives whether only CPUs that are online have sensors.
+     * A failure is a warning and counts as 0.
+     * \param[out] pucFlag  0 every socket has them, populated or not; anything else CPUs that are online
+     * \return 0, anything else = failure
+     */
+    int32_t (*GetCpuReduceFlag)(uint8_t *pucFlag);
 } HalCpuService;
-/* returns the CPU service object, may be null. CPU presence test. */
+
+/**
+ * Tells the CPU service.
+ * Called by OXA_CheckifAddCpuSensorByIndex(), and so the drivers.
+ * \return the service, or null
+ */
 const HalCpuService *HalCpuInst(void);
 
-/* ---- memory -------------------------------------------------------------------------------------- */
+/** @} */
 
-typedef struct HalDimmDevInfo { /* 4 bytes, handed on unread */
-    uint8_t ucDimmNum;          /* 0 */
-    uint8_t ucCpuNum;           /* 1 */
-    uint8_t ucChannel;          /* 2 */
-    uint8_t ucSlotInChannel;    /* 3 */
+/** \name Memory */
+/** @{ */
+
+/** Where a DIMM is, 4 bytes; the library hands it on and does not read it. */
+typedef struct HalDimmDevInfo {
+    uint8_t ucDimmNum;       /**< 0  number of the DIMM */
+    uint8_t ucCpuNum;        /**< 1  its CPU */
+    uint8_t ucChannel;       /**< 2  its channel */
+    uint8_t ucSlotInChannel; /**< 3  its slot in the channel */
 } HalDimmDevInfo;
 OXA_SASSERT(sizeof(HalDimmDevInfo) == 4, "HalDimmDevInfo");
 
-/* gives the number of DIMM slots. Static drivers. */
+/**
+ * Gives the number of DIMM slots.
+ * A failure is a warning and counts as 0.
+ * Called by drivers.
+ * \param[out] pucDimmMaxCount  slots, up to 254; 255 ends a static pass without a count
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetDimmMaxCount(uint8_t *pucDimmMaxCount);
 
-/* gives the facts of DIMM ucDimmNum (0 .. count - 1). Memory group of the static drivers. */
+/**
+ * Gives where a DIMM is.
+ * A failure is an error line, and the record is not built.
+ * Called by drivers, for each record of a DIMM.
+ * \param[in]  ucDimmNum  number of the DIMM, from 0
+ * \param[out] ptInfo     where it is; zero before the call
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetDimmDevInfoByDimmNum(uint8_t ucDimmNum, HalDimmDevInfo *ptInfo);
 
-/* gives the DIMM's name, NUL-terminated within dwSize bytes. Memory group of the static drivers. */
+/**
+ * Gives what a DIMM is called in sensor names.
+ * A failure is an error line, and the record is not built.
+ * Called by drivers, for each record of a DIMM.
+ * \param[in]  ptInfo  what HAL_GetDimmDevInfoByDimmNum() gave
+ * \param[out] pcName  the text, NUL-terminated; more than 5 characters are cut off the sensor's name
+ * \param[in]  dwSize  room in pcName: 17
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetDimmSensorNameIndex(const HalDimmDevInfo *ptInfo, char *pcName, uint32_t dwSize);
 
-/* gives the watts per count of memory power. Memory power generators, Quorral DIMM VR power. */
+/**
+ * Gives the watts a count of memory power.
+ * A failure is a line on the debug channel, and the sensor is not built.
+ * Called by generators of memory power, Quorral_GenPxDIMMVRPwrSDR().
+ * \param[out] pdwAccuracy  1 to 255; 0 is written as 255
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetDimmPowerAccuracy(uint32_t *pdwAccuracy);
 
-/* gives 1 when group sensors replace the single ones. Static drivers. */
+/**
+ * Gives whether groups of DIMMs and disks have temperatures, instead of each DIMM and besides each disk.
+ * A failure is a warning and counts as 0.
+ * Called by drivers.
+ * \param[out] pucSensorSimpleFlag  1 yes, anything else no
+ * \return 0, anything else = failure
+ */
 int32_t HAL_IsNeedSensorSimplification(uint8_t *pucSensorSimpleFlag);
 
-/* ---- power supplies ------------------------------------------------------------------------------ */
+/** @} */
 
-/* gives the number of PSUs. Static drivers (fatal there), PSU status. */
+/** \name Power supplies */
+/** @{ */
+
+/**
+ * Gives the number of PSUs.
+ * A failure ends a static pass without a count; for a PSU's state the number is then 0, and it is not built.
+ * Called by drivers; generators of PSU states.
+ * \param[out] pucPsuCnt  PSUs, up to 254; 255 ends a static pass without a count
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetPsuMaxCount(uint8_t *pucPsuCnt);
 
-/* gives the power-management support flag. Static drivers. */
+/**
+ * Gives whether power is managed; asked, and not used by anything yet.
+ * Called by drivers.
+ * \param[out] pucFlag  1 yes
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetIsSupportPowerManage(uint8_t *pucFlag);
 
-/* gives the number of PSU groups. PSU redundancy (at most 2 groups). */
+/**
+ * Gives the number of PSU groups.
+ * After a failure there is no redundancy sensor.
+ * Called by drivers, with at least one PSU.
+ * \param[out] pucGroupCnt  0 to 2: as many redundancy sensors; more than 2 none
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetPsuGroupCount(uint8_t *pucGroupCnt);
 
-/* gives the number of PSUs in a group. PSU redundancy (non-zero). */
+/**
+ * Gives the number of PSUs in a group.
+ * After a failure there is no redundancy sensor.
+ * Called by drivers, after HAL_GetPsuGroupCount().
+ * \param[out] pucPsuPerGroup  0: no redundancy sensor
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetPsuCountPerGroup(uint8_t *pucPsuPerGroup);
 
-/* ---- sensor support flags ------------------------------------------------------------------------ */
+/** @} */
 
-/* Sensor identifiers.  The nine numbers below 101 are fixed by the firmware, the others belong to this library. */
+/** \name Sensor support flags */
+/** @{ */
+
+/** Sensor identifiers.  The nine numbers below 101 are fixed by the firmware, the others belong to this library. */
 enum {
     SENSOR_BP_FRONT_12V = 19,
     SENSOR_BP_REAR_12V = 20,
@@ -180,7 +391,7 @@ enum {
     SENSOR_INPUT_TEMP = 103,
     SENSOR_OUTPUT_TEMP = 104,
     SENSOR_ENV_HUMI = 105,
-    SENSOR_PDB_TEMP = 106, /* both power distribution board temperatures */
+    SENSOR_PDB_TEMP = 106, /**< both power distribution board temperatures */
     SENSOR_VCC12V = 107,
     SENSOR_POWER_FAULT = 108,
     SENSOR_CPU_VCORE_CURRENT = 109,
@@ -193,377 +404,999 @@ enum {
     SENSOR_UID_BUTTON = 123,
     SENSOR_INTRUSION = 124,
     SENSOR_ME = 125,
-    SENSOR_PWR_MODULE_TEMP = 126, /* Kestrin power modules */
-    SENSOR_UBB_RT_TEMP = 127      /* Kestrin UBB retimers */
+    SENSOR_PWR_MODULE_TEMP = 126, /**< Kestrin power modules */
+    SENSOR_UBB_RT_TEMP = 127      /**< Kestrin UBB retimers */
 };
 
-/* gives the SUPPORT flag of sensor dwSensorId, despite the name: non-zero = the board has it. The caller
- * presets 0, and reads the flag also after a failed call (a failure is only a warning). All gated static
- * generators. */
+/**
+ * Gives whether the board HAS a sensor, despite the name.
+ * The flag is read after a failure as well, which is only a warning: leave it alone, and the sensor is not built.
+ * Called by static generators whose comment says "where the board has SENSOR_...".
+ * \param[in]     dwSensorId      SENSOR_BP_FRONT_12V and its like
+ * \param[in,out] pucSupportFlag  0 before the call; anything else = the board has the sensor
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetSensorNotSupportFlagBySensor(uint32_t dwSensorId, uint8_t *pucSupportFlag);
 
-enum { SENSOR_KIND_INPUT_VOLTS = 3, SENSOR_KIND_OUTPUT_VOLTS = 4 }; /* numbers fixed, names */
+/** Kinds of sensors that can be refused; the numbers are fixed by the firmware. */
+enum {
+    SENSOR_KIND_INPUT_VOLTS = 3, /**< voltage into a PSU */
+    SENSOR_KIND_OUTPUT_VOLTS = 4 /**< voltage out of a PSU */
+};
 
-/* gives the support flag of sensor kind dwSensorKind. The caller presets 1; only success together with 0
- * refuses the sensor. PSU input and output voltage. */
+/**
+ * Gives whether the board has a kind of sensor.
+ * Only success together with 0 refuses the sensor; after a failure it is built.
+ * Called by generators of PSU input and output voltage.
+ * \param[in]     dwSensorKind    SENSOR_KIND_INPUT_VOLTS, SENSOR_KIND_OUTPUT_VOLTS
+ * \param[in,out] pucSupportFlag  1 before the call; 0 refuses the sensor
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetSensorSupportFlagBySensor(uint32_t dwSensorKind, uint8_t *pucSupportFlag);
 
-/* ---- fans ---------------------------------------------------------------------------------------- */
+/** @} */
 
+/** \name Fans */
+/** @{ */
+
+/** Fan service. */
 typedef struct HalFanService {
-    int32_t (*GetFanMaxCount)(uint8_t *pucFanCnt);                         /* gives the number of fans */
-    int32_t (*GetFanSilkByIndex)(uint8_t ucFanIndex, uint8_t *pucSilk);    /* index from 0; gives the printed
-                                                                              number, 0xFF = leave the fan out */
+    /**
+     * Gives the number of fans.
+     * A failure is an error line and counts as 0.
+     * \param[out] pucFanCnt  fans, up to 254 (255 ends a static pass without a count)
+     * \return 0, anything else = failure
+     */
+    int32_t (*GetFanMaxCount)(uint8_t *pucFanCnt);
+    /**
+     * Gives the printed number of a fan.
+     * A failure is a warning and leaves the fan out.
+     * \param[in]  ucFanIndex  which fan, from 0
+     * \param[out] pucSilk     its number; 0xFF leaves the fan out
+     * \return 0, anything else = failure
+     */
+    int32_t (*GetFanSilkByIndex)(uint8_t ucFanIndex, uint8_t *pucSilk);
 } HalFanService;
-/* returns the fan service object, may be null. Static drivers: fan count and fan status pass (which, with no
- * service, still builds its record, with number 0). */
+
+/**
+ * Tells the fan service.
+ * Called by drivers: once for the count, then for each fan.
+ * \return the service, or null (error line): then there are no fans; a fan whose number is asked of a service that
+ *         has gone meanwhile is built as number 0
+ */
 const HalFanService *HalFanInst(void);
 
-/* gives the watts per count of fan power; a value of 0 is unusable too. Fan power generators. */
+/**
+ * Gives the watts a count of fan power.
+ * A failure is a warning, and the sensor is not built.
+ * Called by generators of fan power.
+ * \param[out] pdwAccuracy  1 to 255; 0 counts as a failure
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetFanPowerAccuracy(uint32_t *pdwAccuracy);
 
-/* ---- disks --------------------------------------------------------------------------------------- */
+/** @} */
 
-#define HAL_HDD_BACKPANEL_MAX 32u /* at most 32 backplanes are looked at */
-#define HAL_HDD_LOCATION_LEN 32u
+/** \name Disks */
+/** @{ */
 
-typedef struct HalHddBackpanelRec {          /* 34 bytes */
-    uint8_t ucStartSlot;                     /* 0 first disk slot */
-    uint8_t ucDiskCnt;                       /* 1 number of disk slots */
-    char acLocation[HAL_HDD_LOCATION_LEN];   /* 2 NUL-terminated; "Front" is compared whole */
+#define HAL_HDD_BACKPANEL_MAX 32u /**< at most 32 backplanes are looked at */
+#define HAL_HDD_LOCATION_LEN 32u  /**< room for a location and a NUL */
+
+/** A disk backplane, 34 bytes. */
+typedef struct HalHddBackpanelRec {
+    uint8_t ucStartSlot;                   /**< 0  first disk slot */
+    uint8_t ucDiskCnt;                     /**< 1  number of disk slots; with the first one at most 255 */
+    char acLocation[HAL_HDD_LOCATION_LEN]; /**< 2  NUL-terminated; "Front", compared whole, or anything else */
 } HalHddBackpanelRec;
 OXA_SASSERT(sizeof(HalHddBackpanelRec) == 34, "HalHddBackpanelRec");
 
-typedef struct HalHddBackpanelList {         /* 1092 bytes */
-    uint32_t count;                          /* 0 may exceed the array; the caller clamps */
-    HalHddBackpanelRec atRec[HAL_HDD_BACKPANEL_MAX]; /* 4 */
+/** All disk backplanes, 1,092 bytes. */
+typedef struct HalHddBackpanelList {
+    uint32_t count;                                  /**< 0  may exceed the array: the library looks at 32 */
+    HalHddBackpanelRec atRec[HAL_HDD_BACKPANEL_MAX]; /**< 4  the backplanes */
 } HalHddBackpanelList;
 OXA_SASSERT(offsetof(HalHddBackpanelList, atRec) == 4, "HalHddBackpanelList");
 OXA_SASSERT(sizeof(HalHddBackpanelList) == 1092, "HalHddBackpanelList");
 
+/** Disk backplane service. */
 typedef struct HalHddBackpanelService {
-    int32_t (*GetBackPanelList)(HalHddBackpanelList *ptList);              /* gives all backplanes */
-    int32_t (*CheckHddIsSupportNvme)(uint8_t ucSlot, uint8_t *pucIsNvme);  /* gives 1 = NVMe disk in the slot */
+    /**
+     * Gives all backplanes.
+     * After a failure every disk sits in the rear, and a static pass builds no disks.
+     * \param[out] ptList  the backplanes; zero before the call
+     * \return 0, anything else = failure
+     */
+    int32_t (*GetBackPanelList)(HalHddBackpanelList *ptList);
+    /**
+     * Gives whether there is an NVMe disk in a slot.
+     * A failure is an error line and counts as no.
+     * \param[in]  ucSlot     disk slot
+     * \param[out] pucIsNvme  1 yes, anything else no
+     * \return 0, anything else = failure
+     */
+    int32_t (*CheckHddIsSupportNvme)(uint8_t ucSlot, uint8_t *pucIsNvme);
 } HalHddBackpanelService;
-/* returns the disk backplane service object, may be null. Front/rear question of a disk slot, disk group of
- * the static drivers. */
+
+/**
+ * Tells the disk backplane service.
+ * Called by drivers: for the list, then for each disk slot; getNvmeFrontInfo(), and so the specific generators of
+ * disks.
+ * \return the service, or null
+ */
 const HalHddBackpanelService *HalHddBackpanelInst(void);
 
-/* returns 1 when the printed number of disk slot ucSlot differs from the slot; cannot fail. Kestrin disks. */
+/**
+ * Tells whether the printed number of a disk slot differs from the slot.
+ * Called by the Kestrin driver.
+ * \param[in] ucSlot  disk slot
+ * \return 1 yes, anything else no; cannot fail
+ */
 uint8_t Hal_CheckHddSlotIsDiffHddSilk(uint8_t ucSlot);
 
-/* gives the printed number of disk slot ucSlot. Kestrin disks. */
+/**
+ * Gives the printed number of a disk slot.
+ * After a failure the slot is printed.
+ * Called by the Kestrin driver, where the two differ.
+ * \param[in]  ucSlot   disk slot
+ * \param[out] pucSilk  printed number
+ * \return 0, anything else = failure
+ */
 int32_t Hal_GetHddSilkByHddSlot(uint8_t ucSlot, uint8_t *pucSilk);
 
-/* gives the watts per count of disk power. Disk power generators. */
+/**
+ * Gives the watts a count of disk power.
+ * A failure is a warning, and the sensor is not built.
+ * Called by generators of disk power.
+ * \param[out] pdwAccuracy  1 to 255; 0 counts as a failure
+ * \return 0, anything else = failure
+ */
 int32_t HAL_GetHddPowerAccuracy(uint32_t *pdwAccuracy);
 
-/* ---- PCIe and OCP slots, switch chips ------------------------------------------------------------ */
+/** @} */
 
-/* returns the number of standard PCIe slots; cannot fail. Static drivers. */
+/** \name PCIe and OCP slots, switch chips */
+/** @{ */
+
+/**
+ * Tells the number of standard PCIe slots.
+ * Called by drivers.
+ * \return slots, up to 254 (255 ends the static pass of a profile that builds PCIe slots, without a count); cannot
+ *         fail
+ */
 uint8_t Hal_GetStandPcieSlotCounts(void);
 
-/* gives the slot of the 1-based index ucIndex; -1 = the index has no slot. PCIe status pass. */
+/**
+ * Gives the slot number of a PCIe slot.
+ * A failure is a warning, and the index is passed over.
+ * Called by drivers.
+ * \param[in]  ucIndex  which of the slots, from 1
+ * \param[out] pucSlot  its number
+ * \return 0; -1 or anything else = the index has no slot
+ */
 int32_t Hal_GetPcieSlotByIndex(uint8_t ucIndex, uint8_t *pucSlot);
 
-/* gives the location of slot ucSlot, 1 = front. Front-slot rename. */
+/**
+ * Gives where a PCIe slot is.
+ * After a failure the slot is not a front slot.
+ * Called by getFSlotInfo(), and so the names of RAID, HBA, FC cards and NICs.
+ * \param[in]  ucSlot       slot number
+ * \param[out] pucLocation  1 front, anything else not
+ * \return 0, anything else = failure
+ */
 int32_t Hal_GetPcieLocationByPcieSlot(uint8_t ucSlot, uint8_t *pucLocation);
 
-/* gives the silk text of slot ucSlot, NUL-terminated within dwSize bytes. Front-slot rename. */
+/**
+ * Gives the text that is printed at a PCIe slot; asked of front slots.
+ * After a failure the slot is not a front slot.
+ * Called by getFSlotInfo().
+ * \param[in]  ucSlot  slot number
+ * \param[out] pcSilk  the text, NUL-terminated; "F-Slot" and a number where the card is to be renamed
+ * \param[in]  dwSize  room in pcSilk: 32
+ * \return 0, anything else = failure
+ */
 int32_t Hal_GetPcieSilkByPcieSlot(uint8_t ucSlot, char *pcSilk, uint32_t dwSize);
 
-/* gives the slot of the card that stays powered in S5. Smart NIC temperature device-table entry. */
+/**
+ * Gives the slot of the card that stays powered in S5.
+ * A failure is a warning, and no card gets the flag.
+ * Called by GenDevTable() (temperature of a smart NIC).
+ * \param[out] pucSlot  its slot; its sensor gets the scan flag
+ * \return 0, anything else = failure
+ */
 int32_t GetBlueFieldS5PcieSlotNum(uint8_t *pucSlot);
 
-/* returns the number of OCP card positions; cannot fail. Number formatting of names, static drivers. */
+/**
+ * Tells the number of OCP card positions.
+ * Called by drivers; getSilkInfo(), and so every run-time name with a number.
+ * \return positions, up to 254 (255 ends a static pass without a count); cannot fail
+ */
 uint8_t GetOcpNetCardMaxCount(void);
 
-/* returns the presence bitmap, bit n = OCP position n + 1; cannot fail. Number formatting of names, Ferrisk driver. */
+/**
+ * Tells which OCP positions have a card.
+ * Called by the Ferrisk driver; getSilkInfo().
+ * \return bit n = position n + 1; cannot fail
+ */
 uint32_t GetOcpPresentStatus(void);
 
-/* returns the restored slot of the 1-based OCP index ucIndex; cannot fail. OCP records of the static drivers. */
+/**
+ * Tells the slot of an OCP position.
+ * Called by drivers.
+ * \param[in] ucIndex  position, from 1
+ * \return the slot, goes to byte 3 of the device-table entry of the card's error sensor; cannot fail
+ */
 uint8_t RestoreOcpSlot(uint8_t ucIndex);
 
-/* returns the number of switch-chip temperature sensors; cannot fail. Kestrin switch temperatures. */
+/**
+ * Tells the number of switch-chip temperature sensors.
+ * Called by the Kestrin driver.
+ * \return sensors; cannot fail
+ */
 uint8_t Hal_GetSwiTempSensorCnt(void);
+
+/** @} */
 
 /* ==================================================================================================
  * 2. MIDDLEWARE
  * ================================================================================================== */
 
-/* gives the profile id, the same fact as IPMI_LoadCustomID; failure = profile 0. Event builders. */
+/** \name Identity */
+/** @{ */
+
+/**
+ * Gives the profile id, the same fact as IPMI_LoadCustomID().
+ * After a failure it is profile 0.
+ * Called by addMemPredictiveFault(), addMemError(), addPEMSEL(), addPowerDropSEL(), addDiskSEL(), addLeakageSel(),
+ * where a rule needs it.
+ * \param[out] pdwCustomId  CUSTOM_ID_DEFAULT (0) and its like, see records.h
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetCustomid(uint32_t *pdwCustomId);
 
-/* gives the inner product id ("productId" of the power generators). FRU id offset, board power, Lumora total power. */
+/**
+ * Gives the inner product id.
+ * After a failure there is no FRU id offset.
+ * Called by GetSdrFruIdOffset() (once, in profile 20); generators of board power, for a line of the log.
+ * \param[out] pdwInnerProductId  7 on machines with a FRU id offset
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetInnerProductId(uint32_t *pdwInnerProductId);
 
-#define MW_GPU_ASSET_MAX 29u               /* a count above it makes the inventory unusable */
-#define MW_GPU_POWER_UNKNOWN 0xFFFFFFFFu
-typedef struct GpuAssetRec {               /* 12 bytes */
-    uint8_t ucSlot;                        /* 0 */
-    uint32_t dwPowerW;                     /* 4 rated watts, or MW_GPU_POWER_UNKNOWN */
-    uint16_t wVendorId;                    /* 8 PCI vendor id */
+/** @} */
+
+/** \name GPU inventory */
+/** @{ */
+
+#define MW_GPU_ASSET_MAX 29u             /**< a count above it makes the inventory unusable */
+#define MW_GPU_POWER_UNKNOWN 0xFFFFFFFFu /**< a rated power that is not known */
+
+/** A GPU, 12 bytes. */
+typedef struct GpuAssetRec {
+    uint8_t ucSlot;     /**< 0  slot, up to 81 */
+    uint32_t dwPowerW;  /**< 4  rated power in watts, or #MW_GPU_POWER_UNKNOWN */
+    uint16_t wVendorId; /**< 8  PCI vendor id */
 } GpuAssetRec;
 OXA_SASSERT(offsetof(GpuAssetRec, dwPowerW) == 4 && offsetof(GpuAssetRec, wVendorId) == 8, "GpuAssetRec");
 OXA_SASSERT(sizeof(GpuAssetRec) == 12, "GpuAssetRec");
 
-typedef struct GpuAssetInfo {              /* 352 bytes */
-    uint32_t dwCount;                      /* 0 may exceed the array; the caller checks */
-    GpuAssetRec atGpu[MW_GPU_ASSET_MAX];   /* 4 */
+/** All GPUs, 352 bytes. */
+typedef struct GpuAssetInfo {
+    uint32_t dwCount;                    /**< 0  how many; may exceed the array: the library checks */
+    GpuAssetRec atGpu[MW_GPU_ASSET_MAX]; /**< 4  the GPUs */
 } GpuAssetInfo;
 OXA_SASSERT(offsetof(GpuAssetInfo, atGpu) == 4 && sizeof(GpuAssetInfo) == 352, "GpuAssetInfo");
 
-/* gives the GPU inventory. GPU power factors. */
+/**
+ * Gives the GPU inventory.
+ * After a failure there are no GPUs.
+ * Called by GetGpuPowerAccuracy(), and so GenSpecificPowerSDR() of GPUs.
+ * \param[out] ptInfo  count and as many GPUs
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetGPUAssetInfo(GpuAssetInfo *ptInfo);
 
-/* Threshold table: the platform's live table and the file image are the same bytes, natural layout. */
-#define SENSOR_MAX_COUNT 512u
-typedef struct SensorThreshEntry {                   /* 28 bytes */
-    char acName[17];                                 /* 0  ID string of up to 16 characters; byte 16 is zero */
-    uint8_t ucUNR, ucUC, ucUNC, ucLNR, ucLC, ucLNC;  /* 17..22 raw, order of SDR bytes 36..41 */
-    uint8_t aucExtra[2];                             /* 23 stored, not applied */
-    uint8_t ucZero;                                  /* 25 zero */
-    uint16_t wMask;                                  /* 26 low byte: bits LNC LC LNR UNC UC UNR from bit 0 */
+/** @} */
+
+/** \name Thresholds */
+/** @{ */
+
+#define SENSOR_MAX_COUNT 512u /**< sensors that have thresholds of the user */
+
+/** Thresholds of a sensor, 28 bytes. */
+typedef struct SensorThreshEntry {
+    char acName[17];     /**< 0  name of up to 16 characters, NUL-terminated */
+    uint8_t ucUNR;       /**< 17 raw upper non-recoverable; these six in the order of SDR bytes 36 to 41 */
+    uint8_t ucUC;        /**< 18 raw upper critical */
+    uint8_t ucUNC;       /**< 19 raw upper non-critical */
+    uint8_t ucLNR;       /**< 20 raw lower non-recoverable */
+    uint8_t ucLC;        /**< 21 raw lower critical */
+    uint8_t ucLNC;       /**< 22 raw lower non-critical */
+    uint8_t aucExtra[2]; /**< 23 stored, not applied */
+    uint8_t ucZero;      /**< 25 zero */
+    uint16_t wMask;      /**< 26 low byte: which thresholds, bits LNC LC LNR UNC UC UNR from bit 0 */
 } SensorThreshEntry;
 OXA_SASSERT(offsetof(SensorThreshEntry, ucUNR) == 17 && offsetof(SensorThreshEntry, ucLNC) == 22, "SensorThreshEntry");
 OXA_SASSERT(offsetof(SensorThreshEntry, aucExtra) == 23, "SensorThreshEntry");
 OXA_SASSERT(offsetof(SensorThreshEntry, ucZero) == 25 && offsetof(SensorThreshEntry, wMask) == 26, "SensorThreshEntry");
 OXA_SASSERT(sizeof(SensorThreshEntry) == 28, "SensorThreshEntry");
 
-typedef struct SensorThreshTable {                   /* 14,344 bytes */
-    uint32_t dwCustomId;                             /* 0 profile id it was saved under */
-    uint16_t wCount;                                 /* 4 number of entries in use */
-    SensorThreshEntry atEntry[SENSOR_MAX_COUNT];     /* 6 */
-    uint16_t wUnused;                                /* 14342 zero */
+/** Threshold table, 14,344 bytes: the platform's live table and the file's image are the same bytes. */
+typedef struct SensorThreshTable {
+    uint32_t dwCustomId;                         /**< 0  profile id it was saved under */
+    uint16_t wCount;                             /**< 4  number of entries in use; above 512 counts as 512 */
+    SensorThreshEntry atEntry[SENSOR_MAX_COUNT]; /**< 6  the sensors */
+    uint16_t wUnused;                            /**< 14342 zero */
 } SensorThreshTable;
 OXA_SASSERT(offsetof(SensorThreshTable, wCount) == 4 && offsetof(SensorThreshTable, atEntry) == 6, "SensorThreshTable");
 OXA_SASSERT(offsetof(SensorThreshTable, wUnused) == 14342, "SensorThreshTable");
 OXA_SASSERT(sizeof(SensorThreshTable) == 14344, "SensorThreshTable");
 
-/* gives the live threshold table, all 14,344 bytes. Threshold save and overlay. */
+/**
+ * Gives the live threshold table.
+ * A failure is an error line: nothing is saved, or no thresholds are laid over a record.
+ * Called by SaveSdrThresholdInfoInFile(); ModifySensorThresholdByFile(), and so every specific generator of a full
+ * record.
+ * \param[out] ptTable  all 14,344 bytes (they are saved as they are), on the stack of the library
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetSensorThreshInfo(SensorThreshTable *ptTable);
 
-/* replaces the live threshold table. Threshold start and save, result not looked at. */
+/**
+ * Replaces the live threshold table; copy it, it does not outlive the call.
+ * Called by InitSdrThresholdInfoFromFile(), SaveSdrThresholdInfoInFile().
+ * \param[in] ptTable  the whole table
+ * \return not looked at
+ */
 int32_t MW_SetSensorThreshInfo(const SensorThreshTable *ptTable);
 
-/* Sensor directory.  A failed lookup makes the builder use sensor number 0 (leakage stops instead). */
-typedef struct MwSensorKey {  /* 5 bytes; the disk key is 04 0D 6F slot 00 */
-    uint8_t ucEntityId;       /* 0 */
-    uint8_t ucSensorType;     /* 1 */
-    uint8_t ucEventType;      /* 2 */
-    uint8_t ucInstance;       /* 3 */
-    uint8_t ucReserved;       /* 4 */
+/** @} */
+
+/**
+ * \name Sensor directory
+ * Numbers that whoever took the records over gave to the sensors.  A failed lookup is an error line, and the event is
+ * sent with sensor number 0 (a leak is not sent).
+ * @{
+ */
+/** Which sensor is meant, 5 bytes. */
+typedef struct MwSensorKey {
+    uint8_t ucEntityId;   /**< 0  IPMI entity */
+    uint8_t ucSensorType; /**< 1  IPMI sensor type */
+    uint8_t ucEventType;  /**< 2  IPMI event type */
+    uint8_t ucInstance;   /**< 3  which of them: the slot of a disk, 0 of the leak sensor */
+    uint8_t ucReserved;   /**< 4  0 */
 } MwSensorKey;
 OXA_SASSERT(sizeof(MwSensorKey) == 5, "MwSensorKey");
 
-typedef struct MwSpecificSensorInfo { /* 16 bytes */
-    uint8_t ucSensorNum;              /* 0 */
-    uint8_t ucSensorType;             /* 1 */
-    uint8_t ucEventType;              /* 2 */
-    uint8_t ucOwnerLun;               /* 3 */
-    uint8_t aucReserved[12];          /* 4 */
+/** What the directory knows of a sensor, 16 bytes. */
+typedef struct MwSpecificSensorInfo {
+    uint8_t ucSensorNum;     /**< 0  sensor number */
+    uint8_t ucSensorType;    /**< 1  IPMI sensor type */
+    uint8_t ucEventType;     /**< 2  IPMI event type */
+    uint8_t ucOwnerLun;      /**< 3  LUN, 0 to 3 */
+    uint8_t aucReserved[12]; /**< 4  not read */
 } MwSpecificSensorInfo;
 OXA_SASSERT(sizeof(MwSpecificSensorInfo) == 16, "MwSpecificSensorInfo");
 
-/* gives the sensor number of a 5-byte key. Disk event builder. */
+/**
+ * Gives the number of a disk's status sensor.
+ * Called by addDiskSEL().
+ * \param[in]  ptKey         04 0D 6F, the slot, 00
+ * \param[out] pdwSensorNum  sensor number; its low byte goes into the event
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetSensorNumber(const MwSensorKey *ptKey, uint32_t *pdwSensorNum);
 
-/* gives the sensor number of CPU dwCpuNum. CPU error builder. */
+/**
+ * Gives the number of a CPU's status sensor.
+ * Called by addCPUError().
+ * \param[in]  dwCpuNum      number of the CPU, as addCPUError() was told
+ * \param[out] pdwSensorNum  sensor number; its low byte goes into the event
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetCPUSensorNumber(uint32_t dwCpuNum, uint32_t *pdwSensorNum);
 
-/* gives the sensor number of DIMM dwDimmNum. Memory error builder. */
+/**
+ * Gives the number of a DIMM's status sensor.
+ * Called by addMemError().
+ * \param[in]  dwDimmNum     number of the DIMM, as addMemError() was told
+ * \param[out] pdwSensorNum  sensor number; its low byte goes into the event
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetMemSensorNumber(uint32_t dwDimmNum, uint32_t *pdwSensorNum);
 
-/* gives the sensor number of the power module at dwLocation. Power module event builder. */
+/**
+ * Gives the number of a power module's sensor.
+ * Called by addPEMSEL().
+ * \param[in]  dwLocation    place of the module, as addPEMSEL() was told
+ * \param[out] pdwSensorNum  sensor number; its low byte goes into the event
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetPemSensorNumber(uint32_t dwLocation, uint32_t *pdwSensorNum);
 
-/* gives the power-fault sensor's number. Power drop builder. */
+/**
+ * Gives the number of the power-fault sensor.
+ * Called by addPowerDropSEL().
+ * \param[out] pdwSensorNum  sensor number; its low byte goes into the event, its low 2 bits as LUN besides
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetPowerFaultSensorNum(uint32_t *pdwSensorNum);
 
-/* gives number, types and LUN of the sensor with a 5-byte key. Leakage builder (failure ends it). */
+/**
+ * Gives number, types and LUN of the leak sensor.
+ * A failure is an error line, and the event is not sent.
+ * Called by addLeakageSel().
+ * \param[in]  ptKey   1E 0A 03 00 00
+ * \param[out] ptInfo  the sensor; zero before the call
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetSpecificSensorInfo(const MwSensorKey *ptKey, MwSpecificSensorInfo *ptInfo);
 
-/* gives the inlet temperature in degrees C; failure = 0. Alarm builder, inlet temperature. */
+/** @} */
+
+/** \name Readings and states */
+/** @{ */
+
+/**
+ * Gives the inlet temperature.
+ * A failure counts as 0.
+ * Called by addSELAlarm() (air inlet).
+ * \param[out] pucInletTemp  degrees C
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetInletTempInfo(uint8_t *pucInletTemp);
 
-/* sets the predictive-failure state (0, 1) of DIMM dwDimmNum. Memory predictive fault builder in profile 1, result
- * not looked at. */
+/**
+ * Sets the predictive-failure state of a DIMM.
+ * Called by addMemPredictiveFault() in profile 1.
+ * \param[in] dwDimmNum  number of the DIMM
+ * \param[in] dwState    the inverted assertFlag of addMemPredictiveFault(): 1 when it was 0, 0 when it was 1
+ * \return not looked at
+ */
 int32_t MW_SetMemPredictiveFailureState(uint32_t dwDimmNum, uint32_t dwState);
 
-/* reports the number of power modules. Kestrin power modules, result not looked at. */
+/**
+ * Takes the number of power modules that got a record.
+ * Called by the Kestrin driver, once a pass.
+ * \param[in] ucNum  0 to 4
+ * \return not looked at
+ */
 int32_t MW_SetPWRModuleOnlineNum(uint8_t ucNum);
 
-/* gives 1 when the switch sensors are valid; spelled so. Kestrin switch total power. */
+/**
+ * Gives whether the switch sensors are valid (the name is spelled so).
+ * After a failure the sensor is not built.
+ * Called by Kestrin_GenSwitchBoardPowerSDR() on board 0x5502.
+ * \param[out] pucValid  anything but 0 = valid
+ * \return 0, anything else = failure
+ */
 int32_t MW_GetSWSensorVail(uint8_t *pucValid);
+
+/** @} */
 
 /* ==================================================================================================
  * 3. IPMI SERVICE LIBRARY
  * ================================================================================================== */
 
-/* gives the profile id; failure = profile 0 (the disk registration question alone answers -1). Names, generators,
- * FRU id offset, FRU names, disk registration. */
+/** \name Configuration */
+/** @{ */
+
+/**
+ * Gives the profile id, the same fact as MW_GetCustomid().
+ * After a failure it is profile 0; only isNeedRegisterHddSdr() answers -1.
+ * Called by specific generators, getSensorInfo(), GetSdrFruIdOffset(), isNeedRegisterHddSdr(); the drivers do not
+ * ask.
+ * \param[out] pdwCustomId  CUSTOM_ID_DEFAULT (0) and its like, see records.h
+ * \return 0, anything else = failure
+ */
 int32_t IPMI_LoadCustomID(uint32_t *pdwCustomId);
 
-typedef struct IpmiCduManageConfig { /* 1 byte */
-    uint8_t ucEnable;                /* 0 1 = a CDU is managed */
+/** Liquid-cooling configuration, 1 byte. */
+typedef struct IpmiCduManageConfig {
+    uint8_t ucEnable; /**< 0  1 = a CDU is managed */
 } IpmiCduManageConfig;
 OXA_SASSERT(sizeof(IpmiCduManageConfig) == 1, "IpmiCduManageConfig");
 
-/* gives the liquid-cooling configuration. CDU pass of the Default and Kestrin drivers. */
+/**
+ * Gives the liquid-cooling configuration.
+ * After a failure there are no CDU sensors.
+ * Called by the Default and Kestrin drivers.
+ * \param[out] ptConfig  the configuration
+ * \return 0, anything else = failure
+ */
 int32_t IPMI_GetCduManageConfig(IpmiCduManageConfig *ptConfig);
 
-typedef struct IpmiLocalSession { /* 42 bytes, zero-filled by the caller */
-    uint8_t aucRaw[42];
+/** @} */
+
+/**
+ * \name Sessions and commands
+ * Each returns uint16_t: 0 = success, anything else is the code that the library prints, and that
+ * SDR_AddSpecificSensor(), SDR_DeleteSpecificSDR() and SendSubCardStatusToFRU() return.  A session is opened, used for
+ * one command and closed.  Responses are zero before the call and not read.
+ * @{
+ */
+/** Session block, 42 bytes, the platform's own; zero-filled before it is opened. */
+typedef struct IpmiLocalSession {
+    uint8_t aucRaw[42]; /**< not read by the library */
 } IpmiLocalSession;
 OXA_SASSERT(sizeof(IpmiLocalSession) == 42, "IpmiLocalSession");
 
-/* All six below: uint16_t result, 0 = success, printed as the code on failure. */
-
-/* opens a session: block, user "", password "", privilege byte 4, then 0, 2 and 10 (repository) or 100 (event log).
- * Sensor add and delete, sub-card status, event writer. */
+/**
+ * Opens a local session.
+ * A failure is an error line, and the caller fails with the code (the event writer with 0xFFFF).
+ * Called by SDR_AddSpecificSensor(), SDR_DeleteSpecificSDR(), SendSubCardStatusToFRU(), ipmi_add_sel_entry() and so
+ * all event builders.
+ * \param[out]    ptSession     session block, zero-filled
+ * \param[in]     pcUser        "" in a buffer of 8 zero bytes
+ * \param[in]     pcPassword    "" in a buffer of 8 zero bytes
+ * \param[in,out] pucPrivilege  4, administrator
+ * \param[in]     dwArg5        0
+ * \param[in]     dwArg6        2
+ * \param[in]     dwArg7        10 for the repository and the FRU service, 100 for the event log
+ * \return 0, else a code
+ */
 uint16_t LIBIPMI_Create_IPMI_Local_Session(IpmiLocalSession *ptSession, const char *pcUser, const char *pcPassword,
                                            uint8_t *pucPrivilege, uint32_t dwArg5, uint32_t dwArg6, uint32_t dwArg7);
 
-/* closes an opened session, result not looked at. Same callers; never after a failed open. */
+/**
+ * Closes a session; called after every open that succeeded, never after one that failed.
+ * Called by whoever opened it.
+ * \param[in,out] ptSession  the session
+ * \return not looked at
+ */
 uint16_t LIBIPMI_CloseSession(IpmiLocalSession *ptSession);
 
-/* adds ucLen bytes of an SDR; 3-byte response, unread; last word 20. Sensor add. */
+/**
+ * Adds a record to the SDR repository.
+ * A failure is an error line.
+ * Called by SDR_AddSpecificSensor().
+ * \param[in,out] ptSession  the session
+ * \param[in]     pucSDR     the record, header included, record id 0
+ * \param[in]     ucLen      its length: 16 to 64
+ * \param[out]    pucRes     room for 3 bytes: completion code and the new record id, least significant byte first
+ * \param[in]     dwArg      20
+ * \return 0, else a code
+ */
 uint16_t IPMICMD_AddSDR(IpmiLocalSession *ptSession, const uint8_t *pucSDR, uint8_t ucLen, uint8_t *pucRes /* 3 */,
                         uint32_t dwArg);
 
-/* deletes the SDR named in a 4-byte request; 4-byte response, unread; last word 20. Sensor delete. */
+/**
+ * Deletes a record from the SDR repository.
+ * Called by SDR_DeleteSpecificSDR().
+ * \param[in,out] ptSession  the session
+ * \param[in]     pucReq     4 bytes: reservation id 0, then the record id, least significant byte first
+ * \param[out]    pucRes     room for 4 bytes
+ * \param[in]     dwArg      20
+ * \return 0, else a code
+ */
 uint16_t IPMICMD_DeleteSDR(IpmiLocalSession *ptSession, const uint8_t *pucReq /* 4 */, uint8_t *pucRes /* 4 */,
                            uint32_t dwArg);
 
-/* adds a 16-byte event record; 3-byte response, unread; last word 100. Event writer. */
+/**
+ * Adds a record to the event log.
+ * A failure is an error line, and a dump of the record; a builder tries once more in a new session.
+ * Called by ipmi_add_sel_entry(), and so all event builders.
+ * \param[in,out] ptSession  the session
+ * \param[in]     pucRecord  16 bytes; record id and, of stamped types, time stamp are 0
+ * \param[out]    pucRes     room for 3 bytes: completion code and the new record id
+ * \param[in]     dwArg      100
+ * \return 0, else a code
+ */
 uint16_t IPMICMD_AddSELEntry(IpmiLocalSession *ptSession, const uint8_t *pucRecord /* 16 */, uint8_t *pucRes /* 3 */,
                              uint32_t dwArg);
 
-/* sends a 25-byte message to the FRU service; last word 20. Sub-card status. */
+/**
+ * Sends a message to the FRU service.
+ * A failure is an error line.
+ * Called by SendSubCardStatusToFRU().
+ * \param[in,out] ptSession  the session
+ * \param[in]     pucMsg     25 bytes: 12 00 8E 01, the 20 bytes of the status, 00
+ * \param[in]     dwArg      20
+ * \return 0, else a code
+ */
 uint16_t LIBIPMI_HL_SendMsgToFRU(IpmiLocalSession *ptSession, const uint8_t *pucMsg /* 25 */, uint32_t dwArg);
 
+/** @} */
+
 /* ==================================================================================================
- * 4. INI FILE LIBRARY (keeps section and key texts as given, trailing blanks included)
+ * 4. INI FILE LIBRARY
  * ================================================================================================== */
 
-typedef struct IniFile IniFile; /* opaque handle */
+/**
+ * \name INI files
+ * Section and key texts are to be kept as given, trailing blanks included.  A handle is opened, used and closed within
+ * one call of the library, and only one is open at a time.
+ * @{
+ */
+/** An open INI file, the platform's own. */
+typedef struct IniFile IniFile;
 
-/* opens the INI file pcPath; a missing file loads as an empty one. Specific SDR record file. */
+/**
+ * Opens the record file; a missing file is to load as an empty one.
+ * A failure is an error line: nothing is written, or the record id is 0.
+ * Called by SDR_UpdateSpecificSDRRecFile(), SDR_GetSepcificFruSDRRecID(), and so GenFruOfPsuSpecificSDR() and
+ * SDR_DeleteSpecificSDR().
+ * \param[in]  pcPath  "/var/SpecificSDRRec"
+ * \param[out] pptIni  the handle; null before the call, and null counts as a failure
+ * \return 0, anything else = failure
+ */
 int32_t IniLoadFile(const char *pcPath, IniFile **pptIni);
 
-/* the same for the card FRU id file, on save and on load. */
+/**
+ * The same for the FRU id file.
+ * A failure is a line, and the result -1; the record of the card is built all the same.
+ * Called by SavePurchaseCardFruId(), and so the locators of cards; LoadPurchaseCardFruId().
+ * \param[in]  pcPath  "/var/tmp/purchaseCardFruId"
+ * \param[out] pptIni  the handle; null counts as a failure
+ * \return 0, anything else = failure
+ */
 int32_t OXA_IniLoadFile(const char *pcPath, IniFile **pptIni);
 
-/* returns the value, or dwDefault when section or key is missing. Record file, card FRU id file. */
+/**
+ * Tells a value.
+ * Called by as the two above, on reading.
+ * \param[in] ptIni      the handle
+ * \param[in] pcSection  section, for example "PSU_1"
+ * \param[in] pcKey      key, for example "sdrRecId" or "HyperCard_FruId "
+ * \param[in] dwDefault  0
+ * \return the value, or dwDefault when section or key is missing
+ */
 uint32_t IniGetUInt(IniFile *ptIni, const char *pcSection, const char *pcKey, uint32_t dwDefault);
 
-/* sets the value, making section and key when missing. Record file, card FRU id file. */
+/**
+ * Sets a value, making section and key when missing.
+ * Called by as the two above, on writing.
+ * \param[in,out] ptIni      the handle
+ * \param[in]     pcSection  section
+ * \param[in]     pcKey      key
+ * \param[in]     dwValue    value
+ * \return not looked at
+ */
 int32_t IniSetUInt(IniFile *ptIni, const char *pcSection, const char *pcKey, uint32_t dwValue);
 
-/* writes everything to pcPath, result not looked at. Record file, card FRU id file. */
+/**
+ * Writes everything to a file.
+ * Called by as the two above, on writing.
+ * \param[in] ptIni   the handle
+ * \param[in] pcPath  the path that it was loaded from
+ * \return not looked at
+ */
 int32_t IniSaveFile(IniFile *ptIni, const char *pcPath);
 
-/* gives the handle back, without saving. Every load that succeeded. */
+/**
+ * Gives the handle back, without saving; called after every load that succeeded.
+ * Called by whoever loaded it.
+ * \param[in] ptIni  the handle
+ */
 void IniCloseFile(IniFile *ptIni);
 
+/** @} */
+
 /* ==================================================================================================
- * 5. OPERATING-SYSTEM ABSTRACTION (all: extended SDR store)
+ * 5. OPERATING-SYSTEM ABSTRACTION
  * ================================================================================================== */
 
-/* creates or opens the system semaphore of key dwKey (12313). */
+/**
+ * \name Semaphore and files of the extended store
+ * Called in this order by everything that reads or writes the extended store, that is checkSensorExist() and so every
+ * generator, getExtDevTabCount() and the four functions for whole files: create, lock, open, (lseek), read or
+ * (ftruncate) write, close, unlock.
+ * @{
+ */
+/**
+ * Creates a semaphore of the whole system, or opens it where it exists.
+ * Called before every lock: it must not reset a semaphore that exists.  A failure is an error line; the file is left
+ * alone.
+ * \param[in] dwKey  12313
+ * \return 0, anything else = failure
+ */
 int32_t OAL_SemCreate(uint32_t dwKey);
 
-/* locks it, waiting at most dwWait (2000). */
+/**
+ * Locks the semaphore.
+ * One thread never locks it twice: it need not be recursive.  A failure is an error line; the file is left alone, and
+ * the semaphore is not unlocked.
+ * \param[in] dwKey   12313
+ * \param[in] dwWait  longest wait, in units of the platform: 2000
+ * \return 0, anything else = failure
+ */
 int32_t OAL_SemLockByKey(uint32_t dwKey, uint32_t dwWait);
 
-/* unlocks it (2000 again). */
+/**
+ * Unlocks the semaphore.
+ * A failure is an error line, and the result of the access stands.
+ * \param[in] dwKey   12313
+ * \param[in] dwWait  2000
+ * \return 0, anything else = failure
+ */
 int32_t OAL_SemUnLockByKey(uint32_t dwKey, uint32_t dwWait);
 
-/* returns a file descriptor, NEGATIVE = failure; flags of open(), mode 0775. */
+/**
+ * Opens a file, signals notwithstanding; the directory is there.
+ * \param[in] pcPath    "/var/tmp/extSDR.dat" or "/var/tmp/extDevTab.dat"
+ * \param[in] sdwFlags  O_RDWR | O_CREAT of the system's open()
+ * \param[in] dwMode    0775
+ * \return a descriptor that lseek and ftruncate understand; negative = failure, a line on the debug channel: the
+ *         store counts as empty
+ */
 int32_t sigwrap_open_mode(const char *pcPath, int32_t sdwFlags, uint32_t dwMode);
 
-/* returns the number of bytes read; 0 or less = nothing read. */
+/**
+ * Reads from a file, signals notwithstanding.
+ * \param[in]  sdwFd  descriptor
+ * \param[out] pvBuf  room for dwLen bytes; what a failed read leaves there is not looked at
+ * \param[in]  dwLen  up to 16,320; the file may be shorter
+ * \return number of bytes read; 0 or less = nothing read, errno says why on the debug channel
+ */
 int32_t sigwrap_read(int32_t sdwFd, void *pvBuf, uint32_t dwLen);
 
-/* returns 0 when all bytes were written; anything else is reported as an error. */
+/**
+ * Writes all of a buffer to a file, signals notwithstanding.
+ * \param[in] sdwFd  descriptor
+ * \param[in] pvBuf  dwLen bytes
+ * \param[in] dwLen  number of bytes
+ * \return 0 when all bytes were written (not their number); anything else is a line on the debug channel, with errno
+ */
 int32_t sigwrap_write(int32_t sdwFd, const void *pvBuf, uint32_t dwLen);
 
-/* closes the descriptor, result not looked at. */
+/**
+ * Closes a descriptor.
+ * \param[in] sdwFd  descriptor
+ * \return not looked at
+ */
 int32_t sigwrap_close(int32_t sdwFd);
 
+/** @} */
+
 /* ==================================================================================================
- * 6. LOGGING (all: everywhere)
+ * 6. LOGGING
  * ================================================================================================== */
 
-/* Arguments: module (42 SDR, 43 sub card, 52 event builders, 67 disk events, 255 assertions
- * and the static drivers' warnings about failed queries), source file name as a text of its own, line, function name, format.  The trap alarm's info
- * line passes one argument more than its format takes: silence the warning at that one call. */
+/**
+ * \name Logging
+ * Everything that the library says; all functions log unless their comment says that they are silent.  Modules: 42 SDR,
+ * 43 sub card, 52 event builders, 67 disk events, 255 assertions, and warnings about failed queries of static sensors.
+ * The formats take %d, %u, %x, %X, %s and %.*s, some with a width of 2, and end with or without a newline.  All texts,
+ * file and function name included, hold during the call only.  The trap alarm's info line passes one argument more than
+ * its format takes: a wrapper that counts must bear with that.  _ssp_debug() gets one line only: a disk without a
+ * temperature. @{
+ */
+/**
+ * Writes a debug line.
+ * \param[in] dwModule  42, 43, 52, 67 or 255
+ * \param[in] pcFile    source file as the firmware knows it, for example "oxa_specific_sel.c"
+ * \param[in] dwLine    line
+ * \param[in] pcFunc    function, or the generator in whose name it speaks
+ * \param[in] pcFmt     format of printf, and its arguments
+ */
 void _ssp_debug(uint32_t dwModule, const char *pcFile, uint32_t dwLine, const char *pcFunc, const char *pcFmt, ...)
     PLAT_PRINTF(5, 6);
+
+/**
+ * Writes an info line.
+ * \param[in] dwModule  42, 43, 52, 67 or 255
+ * \param[in] pcFile    source file as the firmware knows it, for example "oxa_specific_sel.c"
+ * \param[in] dwLine    line
+ * \param[in] pcFunc    function, or the generator in whose name it speaks
+ * \param[in] pcFmt     format of printf, and its arguments
+ */
 void _ssp_info(uint32_t dwModule, const char *pcFile, uint32_t dwLine, const char *pcFunc, const char *pcFmt, ...)
     PLAT_PRINTF(5, 6);
+
+/**
+ * Writes a warning.
+ * \param[in] dwModule  42, 43, 52, 67 or 255
+ * \param[in] pcFile    source file as the firmware knows it, for example "oxa_specific_sel.c"
+ * \param[in] dwLine    line
+ * \param[in] pcFunc    function, or the generator in whose name it speaks
+ * \param[in] pcFmt     format of printf, and its arguments
+ */
 void _ssp_warn(uint32_t dwModule, const char *pcFile, uint32_t dwLine, const char *pcFunc, const char *pcFmt, ...)
     PLAT_PRINTF(5, 6);
+
+/**
+ * Writes an error line; sspFailedStat() was called just before.
+ * \param[in] dwModule  42, 43, 52, 67 or 255
+ * \param[in] pcFile    source file as the firmware knows it, for example "oxa_specific_sel.c"
+ * \param[in] dwLine    line
+ * \param[in] pcFunc    function, or the generator in whose name it speaks
+ * \param[in] pcFmt     format of printf, and its arguments
+ */
 void _ssp_error(uint32_t dwModule, const char *pcFile, uint32_t dwLine, const char *pcFunc, const char *pcFmt, ...)
     PLAT_PRINTF(5, 6);
 
-/* counts a failure; called once just before every _ssp_error. */
+/**
+ * Counts a failure; called once just before every _ssp_error(), and nowhere else.
+ * \param[in] pcFile  source file of the line
+ * \param[in] dwLine  its line
+ */
 void sspFailedStat(const char *pcFile, uint32_t dwLine);
 
-/* debug channel: level 130, or 132 in the extended store; format. */
+/**
+ * Writes to the debug channel; also called while the semaphore is held.
+ * \param[in] dwLevel  130, or 132 in the extended store
+ * \param[in] pcFmt    format of printf, and its arguments
+ */
 void IDBG_LINUXAPP_DbgOut(uint32_t dwLevel, const char *pcFmt, ...) PLAT_PRINTF(2, 3);
 
-/* security channel: level 191; format. FRU id given back in vain. */
+/**
+ * Writes to the security channel.
+ * Called by SetFruValidState(), for a FRU id that is not of the pool.
+ * \param[in] dwLevel  191
+ * \param[in] pcFmt    format of printf, and its arguments
+ */
 void IDBG_LINUXAPP_AuditOut(uint32_t dwLevel, const char *pcFmt, ...) PLAT_PRINTF(2, 3);
+
+/** @} */
 
 /* ==================================================================================================
  * 7. BOUNDED MEMORY, STRING AND FILE FUNCTIONS
- *    Shapes of ISO C11 Annex K, for the plain and the oxa_ names alike.  int results: 0 = success;
- *    a broken bound gives non-zero and the caller drops the record.
  * ================================================================================================== */
 
-/* copies nCount bytes; destination, its size, source, count. */
+/**
+ * \name Bounded memory and strings
+ * Shapes of ISO C11 Annex K, for the plain and the oxa_ names alike.  The library keeps the bounds itself, and sources
+ * and destinations do not overlap; a result that is not success drops the record.  memset_s(), oxa_memset_s(),
+ * oxa_memcpy_s() and oxa_snprintf_s() belong to the interface and are not called by this version.
+ * @{
+ */
+/**
+ * Copies bytes.
+ * Called by every generator, the disk-name rewriters.
+ * \param[out] pvDst    destination
+ * \param[in]  nDstMax  its size
+ * \param[in]  pvSrc    source
+ * \param[in]  nCount   how many bytes
+ * \return 0, anything else = failure
+ */
 int memcpy_s(void *pvDst, size_t nDstMax, const void *pvSrc, size_t nCount);
+
+/**
+ * Copies bytes.
+ * \param[out] pvDst    destination
+ * \param[in]  nDstMax  its size
+ * \param[in]  pvSrc    source
+ * \param[in]  nCount   how many bytes
+ * \return 0, anything else = failure
+ */
 int oxa_memcpy_s(void *pvDst, size_t nDstMax, const void *pvSrc, size_t nCount);
 
-/* fills nCount bytes; destination, its size, byte, count. */
+/**
+ * Fills bytes.
+ * \param[out] pvDst    destination
+ * \param[in]  nDstMax  its size
+ * \param[in]  nByte    the byte
+ * \param[in]  nCount   how many bytes
+ * \return 0, anything else = failure
+ */
 int memset_s(void *pvDst, size_t nDstMax, int nByte, size_t nCount);
+
+/**
+ * Fills bytes.
+ * \param[out] pvDst    destination
+ * \param[in]  nDstMax  its size
+ * \param[in]  nByte    the byte
+ * \param[in]  nCount   how many bytes
+ * \return 0, anything else = failure
+ */
 int oxa_memset_s(void *pvDst, size_t nDstMax, int nByte, size_t nCount);
 
-/* prints at most nDstMax - 1 characters and a NUL, a longer text is cut; returns the uncut length, NEGATIVE = error. */
+/**
+ * Prints a text and a NUL; a text that is too long is cut, not refused.
+ * Called by every generator, the disk-name rewriters, and for section and key texts the record file and the FRU id
+ * file.
+ * \param[out] pcDst    destination
+ * \param[in]  nDstMax  its size: 17 for names; at most one character less is printed
+ * \param[in]  pcFmt    format of printf: %d, %u, %X (some as %02d, %02u, %1X), %s and %c
+ * \return length of the uncut text; negative = failure
+ */
 int snprintf_s(char *pcDst, size_t nDstMax, const char *pcFmt, ...) PLAT_PRINTF(3, 4);
+
+/**
+ * Prints a text and a NUL; a text that is too long is cut, not refused.
+ * \param[out] pcDst    destination
+ * \param[in]  nDstMax  its size: 17 for names; at most one character less is printed
+ * \param[in]  pcFmt    format of printf: %d, %u, %X (some as %02d, %02u, %1X), %s and %c
+ * \return length of the uncut text; negative = failure
+ */
 int oxa_snprintf_s(char *pcDst, size_t nDstMax, const char *pcFmt, ...) PLAT_PRINTF(3, 4);
 
-/* returns the length, at most nMax; a null text has length 0. */
+/**
+ * Tells the length of a text.
+ * Called by every generator and name lookup.
+ * \param[in] pcStr  the text; null has length 0
+ * \param[in] nMax   how many characters are looked at
+ * \return the length, at most nMax
+ */
 size_t strnlen_s(const char *pcStr, size_t nMax);
+
+/**
+ * Tells the length of a text.
+ * Called by the functions of thresholds.h.
+ * \param[in] pcStr  the text; null has length 0
+ * \param[in] nMax   how many characters are looked at
+ * \return the length, at most nMax
+ */
 size_t oxa_strnlen_s(const char *pcStr, size_t nMax);
 
-/* opens pcPath in mode pcMode ("rb+", "wb"). Threshold file. */
+/** @} */
+
+/** \name Threshold file and error texts */
+/** @{ */
+
+/**
+ * Opens the threshold file, as fopen() does.
+ * A failure is an error line: nothing is loaded, or saved.
+ * Called by InitSdrThresholdInfoFromFile(), SaveSdrThresholdInfoInFile().
+ * \param[out] pptFile  a stream that fread and fwrite understand
+ * \param[in]  pcPath   "/conf/BMC1/sensor_threshold.dat"
+ * \param[in]  pcMode   "rb+" or "wb"
+ * \return 0, anything else = failure
+ */
 int oxa_fopen_s(FILE **pptFile, const char *pcPath, const char *pcMode);
 
-/* closes the file. Threshold file. */
+/**
+ * Closes the threshold file.
+ * Called by whoever opened it.
+ * \param[in] ptFile  the stream
+ * \return not looked at
+ */
 int oxa_fclose_s(FILE *ptFile);
 
-/* gives the text of error number nErrnum within nBufMax bytes. Extended store. */
+/**
+ * Gives the text of an error number; also called while the semaphore is held.
+ * After a failure the line has no text.
+ * Called by the extended store.
+ * \param[out] pcBuf    the text, NUL-terminated
+ * \param[in]  nBufMax  room in pcBuf: 48
+ * \param[in]  nErrnum  errno
+ * \return 0, anything else = failure
+ */
 int oxa_strerror_s(char *pcBuf, size_t nBufMax, int nErrnum);
+
+/** @} */
 
 /* ==================================================================================================
  * 8. POWER MANAGEMENT
  * ================================================================================================== */
 
-enum { PMIC_POWER_FAULT_REG_5350 = 1, PMIC_POWER_FAULT_REG_6900G5 = 2 };
+/** \name Power faults and PSU alarms */
+/** @{ */
 
-/* gives the byte of register dwReg. Power-fault generator of every profile. */
+/** Power-fault registers. */
+enum {
+    PMIC_POWER_FAULT_REG_5350 = 1,  /**< the one */
+    PMIC_POWER_FAULT_REG_6900G5 = 2 /**< the other */
+};
+
+/**
+ * Gives the byte of a register.
+ * A failure is a warning, and nothing is written back; the sensor is built all the same.
+ * Called by generators of the power fault.
+ * \param[in]  dwReg     PMIC_POWER_FAULT_REG_5350 or PMIC_POWER_FAULT_REG_6900G5
+ * \param[out] pucValue  the byte
+ * \return 0, anything else = failure
+ */
 int32_t epldio_read(uint32_t dwReg, uint8_t *pucValue);
 
-/* writes a byte into register dwReg. Power-fault generator of every profile. */
+/**
+ * Writes a byte into a register: what was read from it just before.
+ * Called by generators of the power fault.
+ * \param[in] dwReg    the register
+ * \param[in] ucValue  the byte
+ * \return not looked at
+ */
 int32_t epldio_write(uint32_t dwReg, uint8_t ucValue);
 
-/* loads the PSU alarm configuration. PSU status generators, Astrel, Pellago and Durnow drivers. */
+/**
+ * Loads the PSU alarm configuration.
+ * A failure is a warning, and the sensor is built all the same.
+ * Called by generators of PSU states, each time; not Quorral_GenPSUSypplyDR().
+ * \return 0, anything else = failure
+ */
 int32_t LoadPsuAlarmCfg(void);
 
-/* From the language's and the system's standard library come besides: lseek and ftruncate (extended store),
- * fread, fwrite and unlink (threshold file), access (test marker of the disk event builder). */
+/** @} */
 
 #ifdef __cplusplus
 }

@@ -51,7 +51,7 @@ def declarations(compiler, include, header):
     for line in text.splitlines():
         marker = re.match(r'# \d+ "([^"]*)"', line)
         if marker:
-            keep = marker.group(1).endswith(header)
+            keep = marker.group(1).startswith(include)
         elif keep and not line.startswith("#"):
             own.append(line)
     functions, data = set(), set()

@@ -1,0 +1,160 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+/**
+ * \file
+ * \brief Profile Lumora (CUSTOM_ID_LUMORA, 7): driver, generators, tables.
+ *
+ * What every driver does stands in records.h under "What all static drivers do"; what every generator does stands at
+ * #StaticGenFn, #IndexedGenFn and #IndexLastGenFn.  Here stand the sensors: what each is, its "name" (in it # stands
+ * for a number, ## for one with at least two digits, ? for 1 or 2), its unit, and when there is none.  Sensors without
+ * a unit report states.
+ */
+#ifndef OXA_PROFILES_LUMORA_H
+#define OXA_PROFILES_LUMORA_H
+
+#include "oxa/records.h"
+
+#if defined(__GNUC__)
+#pragma GCC visibility push(default)
+#endif
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/**
+ * Builds the whole static set of profile Lumora in one pass.
+ *
+ * Order of the pass: facts of the board, static table, CPUs, memory, CPU voltage domains, PSUs and their
+ * redundancy, disks, OCP cards, switch-board card, switch-board air, LAN switch board.
+ * Records at most, and so slots and entries that the arrays need: 28 of the table, 4 per CPU, 2 per DIMM (or 1 per
+ * CPU under simplification), 4 CPU voltage domains, 6 per PSU and 2, 2 per disk slot and 1 per backplane, 2 per
+ * OCP card, 8 of the switch-board card, 4 of its air, 1 LAN switch board.
+ *
+ * \param[out] pucSDRRec     slots of 64 bytes, filled from the first on
+ * \param[out] ptDEVTab      entries, entry n for slot n
+ * \param[out] pucSensorCnt  how many were filled; left alone when the pass ended early (see records.h)
+ *
+ * A null pointer is an error line, and nothing is written.  One thread at a time; logs a line or more for every record.
+ */
+void OXA_AddLumoraStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt);
+
+/** \name Static table: 28 rows, in this order */
+/** @{ */
+/** Temperature of the air that comes in, "Inlet_Temp"; degrees C, upper limits 45, 50, 52; where the board has
+ *  SENSOR_INPUT_TEMP and tells the bus client of its sensor. */
+uint8_t Lumora_GenInletTempSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the air that goes out, "Outlet_Temp"; degrees C; where the board has SENSOR_OUTPUT_TEMP. */
+uint8_t Lumora_GenOutletTempSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the chipset, "PCH_Temp"; degrees C; on boards with Intel processors and SENSOR_PCH_TEMP. */
+uint8_t Lumora_GenPCHTempSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power of the machine, "Total_Power"; 17 W a count, sensor type other units. */
+uint8_t Lumora_GenTotalPowerSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power of all processors, "CPU_Power"; 6 W a count, sensor type other units. */
+uint8_t Lumora_GenCPUPowerSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power of the memory, "MEM_Power"; watts a count from the platform, sensor type other units; none where it
+ *  cannot tell. */
+uint8_t Lumora_GenMEMPowerSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power of the fans, "FAN_Power"; watts a count from the platform, sensor type other units; none where it cannot
+ *  tell or says 0, or in liquid-cooling mode 2. */
+uint8_t Lumora_GenFANPowerSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power of the disks, "HDD_Power"; watts a count from the platform, sensor type other units; none where it cannot
+ *  tell or says 0. */
+uint8_t Lumora_GenHDDPowerSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** 12 V supply of the board, "SYS_12V"; 0.1 V a count, limits 9.6, 10.8, 13.2, 14.4; where the board has
+ *  SENSOR_VCC12V. */
+uint8_t Lumora_GenSYS12VSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Humidity of the air that comes in, "Env_Humi"; percent; where the board has SENSOR_ENV_HUMI. */
+uint8_t Lumora_GenENVHUMISDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Button of the identification light, "UID_Button"; where the board has SENSOR_UID_BUTTON. */
+uint8_t Lumora_GenUIDButtonSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power button, "Power_Button"; where the board has SENSOR_POWER_BUTTON. */
+uint8_t Lumora_GenPowerButtonSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Boot of the system that was initiated, "Sys_Boot". */
+uint8_t Lumora_GenSysBootSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** ACPI state of the system, "ACPI_State". */
+uint8_t Lumora_GenACPIStateSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Boot of the operating system, "OS_Boot". */
+uint8_t Lumora_GenOSBootSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Boot of the BMC, "BMC_Boot_Up". */
+uint8_t Lumora_GenBMCBootUpSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** State of the event log: cleared, full, almost full, "Event_Log". */
+uint8_t Lumora_GenEventLogSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Redundancy of the fans, "Fan_Redundancy"; not in liquid-cooling mode 2. */
+uint8_t Lumora_GenFanRedundancySDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Health of the management engine, "ME"; where the board has SENSOR_ME. */
+uint8_t Lumora_GenMESDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Leak of the liquid cooling, "Leakage"; only in liquid-cooling mode 1. */
+uint8_t Lumora_GenLeakageSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Errors of all PCIe buses, "PCIe_Status". */
+uint8_t Lumora_GenPcieStatusSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Time synchronisation that failed, "NTP_Sync_Fail". */
+uint8_t Lumora_GenNTPSyncFailSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the power distribution board, "PDB_Temp"; degrees C; where the board has SENSOR_PDB_TEMP. */
+uint8_t Lumora_GenPDBTEMPSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the middle power distribution board, "Middle_PDB_Temp"; degrees C; where the board has
+ *  SENSOR_PDB_TEMP. */
+uint8_t Lumora_GenMiddlePDBTEMPSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power fault of the board, "Power_Fault"; its registers are read and written back; where the board has
+ *  SENSOR_POWER_FAULT. */
+uint8_t Lumora_GenPowerFaultSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Errors of the boot, "Boot_Error". */
+uint8_t Lumora_GenBootErrorSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Chassis that was opened, "Intrusion"; where the board has SENSOR_INTRUSION. */
+uint8_t Lumora_GenIntrusionSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Progress of the system firmware, "BIOS_Boot_Up". */
+uint8_t Lumora_GenBiosBootUpSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** The generators above in this order, which is the order of their records.  The Lumora driver walks it in the
+ *  step "static table".  Read-only. */
+extern const StaticGenFn atGenLumoraStaticSDRTab[28];
+/** Rows of #atGenLumoraStaticSDRTab: 28. */
+extern const uint8_t ucLumoraStaticSDRCnt;
+/** @} */
+
+/** \name Not a table row, no index */
+/** @{ */
+/** Temperature of the LAN switch board, "LAN_SW_Temp"; degrees C. */
+uint8_t Lumora_GenLanSwitchBoardTempSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** @} */
+
+/** \name One record per index */
+/** @{ */
+/** Power into a PSU, "PSU#_Pin"; 14 W a count, sensor type other units.  Index: PSU from 1. */
+uint8_t Lumora_GenPSUPInSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power out of a PSU, "PSU#_Pout"; 13 W a count, sensor type other units.  Index: PSU from 1. */
+uint8_t Lumora_GenPSUPOutSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** @} */
+
+/** \name The profile's own copies of the Default generators of the same suffix */
+/** @{ */
+/** Voltage of domain 0 of CPU 0, "CPU#_D0_N2" ("CPU_Volts" on board 0x5497); described by
+ *  HAL_GetCpuVoltSdrInfoforSensor(1); none where that fails.  Index: printed number of the CPU. */
+uint8_t Lumora_GenCPU0D0N2SDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Voltage of domain 1 of CPU 0, "CPU#_D1_N2"; described by HAL_GetCpuVoltSdrInfoforSensor(2); none where that
+ *  fails.  Index: printed number of the CPU. */
+uint8_t Lumora_GenCPU0D1N2SDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Voltage of domain 0 of CPU 1, "CPU#_D0_N2"; described by HAL_GetCpuVoltSdrInfoforSensor(3); none where that
+ *  fails.  Index: printed number of the CPU. */
+uint8_t Lumora_GenCPU1D0N2SDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Voltage of domain 1 of CPU 1, "CPU#_D1_N2"; described by HAL_GetCpuVoltSdrInfoforSensor(4); none where that
+ *  fails.  Index: printed number of the CPU. */
+uint8_t Lumora_GenCPU1D1N2SDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Core voltage of a processor, "CPU#_Volts"; 0.01 V a count, limits 1.2, 1.25, 1.3, 2.3, 2.35, 2.4; where the
+ *  board has SENSOR_CPU_VOLTS and tells the bus client of the regulator.  Index: printed number of the CPU. */
+uint8_t Lumora_GenCPUCOREVoltageSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Voltage of the switch board, "SW#_Volt"; 0.2 V a count; none without its bus client.  Index: instance 1 to 4. */
+uint8_t Lumora_GenSwitchBoardVoltsSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Current of the switch board, "SW#_Current"; 1 A a count; none without its bus client.  Index: instance 1 to 4. */
+uint8_t Lumora_GenSwitchBoardCurrentSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the switch board, "SW#_Temp"; degrees C.  Index: instance 1 to 8. */
+uint8_t Lumora_GenSwitchBoardTempSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the air into and out of the switch board, "SW_Input_Temp_0?" and "SW_Output_T_0?"; degrees C.
+ *  Index: 0, 1 in, 2, 3 out; no record above 3. */
+uint8_t Lumora_GenSwitchBoardInOROutletTempSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** @} */
+
+#ifdef __cplusplus
+}
+#endif
+#if defined(__GNUC__)
+#pragma GCC visibility pop
+#endif
+#endif

@@ -1,0 +1,178 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+/**
+ * \file
+ * \brief Profile Quorral (CUSTOM_ID_QUORRAL, 6): driver, generators, tables, disk-name rewriter.
+ *
+ * What every driver does stands in records.h under "What all static drivers do"; what every generator does stands at
+ * #StaticGenFn, #IndexedGenFn and #IndexLastGenFn.  Here stand the sensors: what each is, its "name" (in it # stands
+ * for a number, ## for one with at least two digits, ? for 1 or 2), its unit, and when there is none.  Sensors without
+ * a unit report states.
+ */
+#ifndef OXA_PROFILES_QUORRAL_H
+#define OXA_PROFILES_QUORRAL_H
+
+#include "oxa/records.h"
+
+#if defined(__GNUC__)
+#pragma GCC visibility push(default)
+#endif
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/**
+ * Builds the whole static set of profile Quorral in one pass.
+ *
+ * Order of the pass: facts of the board, static table, CPUs, memory, CPU voltage domains, PSUs and their
+ * redundancy, fans, disks, OCP cards, PCIe slots, switch-board card, switch-board air.
+ * Records at most, and so slots and entries that the arrays need: 28 of the table, 7 per CPU, 2 per DIMM (or 1 per
+ * CPU under simplification), 4 CPU voltage domains, 6 per PSU and 2, 1 per fan, 2 per disk slot and 1 per
+ * backplane, 2 per OCP card, 1 per PCIe slot, 8 of the switch-board card, 4 of its air.
+ *
+ * \param[out] pucSDRRec     slots of 64 bytes, filled from the first on
+ * \param[out] ptDEVTab      entries, entry n for slot n
+ * \param[out] pucSensorCnt  how many were filled; left alone when the pass ended early (see records.h)
+ *
+ * A null pointer is an error line, and nothing is written.  One thread at a time; logs a line or more for every record.
+ */
+void OXA_AddQuorralStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt);
+
+/**
+ * Renames a disk record that was built elsewhere by the printed number of its disk.
+ *
+ * A compact record becomes "HDD#_Status", a full record whose name begins with "NVME_TEMP_" becomes "NVME#_Temp"; any
+ * other record stays as it is.  The number is the entity instance (byte 9) less 0x60 unless the entity is a disk (0x04)
+ * plus the offset (left out where that would pass 255), converted by oxa_CustomSlotConversion().  Name, name length,
+ * record length and entity instance (now that number) are changed in place; nothing is when the name cannot be printed.
+ * \param[in,out] pucSDRRec     the record, 64 bytes
+ * \param[in]     ucSlotOffset  what the printed number has more than the instance
+ * \return 0, also when nothing was changed; -1 (and an error line) for a null record
+ *
+ * Otherwise silent; touches nothing but the record, so it may be called from any thread.
+ */
+int32_t Quorral_ModifyDiskSensorName(uint8_t *pucSDRRec, uint8_t ucSlotOffset);
+
+/** \name Static table: 28 rows, in this order */
+/** @{ */
+/** Power of all processors, "CPU_Power"; 6 W a count. */
+uint8_t Quorral_GenCPUPowerSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power of the memory, "MEM_Power"; the platform tells the watts a count (HAL_GetDimmPowerAccuracy()); none where
+ *  it cannot. */
+uint8_t Quorral_GenMEMPowerSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power of the fans, "FAN_Power"; the platform tells the watts a count (HAL_GetFanPowerAccuracy()); none where it
+ *  cannot or says 0, or in liquid-cooling mode 2. */
+uint8_t Quorral_GenFANPowerSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power of the disks, "HDD_Power"; the platform tells the watts a count (HAL_GetHddPowerAccuracy()); none where
+ *  it cannot or says 0. */
+uint8_t Quorral_GenHDDPowerSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power of the machine, "Board_Power"; 17 W a count; not on board 0x5497. */
+uint8_t Quorral_GenBoardPowerSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Boot of the BMC, "BMC_Boot". */
+uint8_t Quorral_GenBMCBootSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power button, "Power_Button"; where the board has SENSOR_POWER_BUTTON. */
+uint8_t Quorral_GenPowerButtonSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** State of the event log: cleared, full, almost full, "Event_Log". */
+uint8_t Quorral_GenEventLogSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Boot of the system that was initiated, "SYS_Boot". */
+uint8_t Quorral_GenSYSBootSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** ACPI state of the system, "ACPI_Status". */
+uint8_t Quorral_GenACPIStatusSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Button of the identification light, "UID_Button"; where the board has SENSOR_UID_BUTTON. */
+uint8_t Quorral_GenUIDButtonSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Errors of all PCIe buses, "PCIe_Status". */
+uint8_t Quorral_GenPCIeStatusSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Progress of the system firmware: error, hang, progress, "SYS_Progress". */
+uint8_t Quorral_GenSYSProgressSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Boot of the operating system, "OS_Boot". */
+uint8_t Quorral_GenOSBootSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Progress of the system firmware, "BIOS_Boot_Up". */
+uint8_t Quorral_GenBiosBootUpSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Health of the management engine, "ME"; where the board has SENSOR_ME. */
+uint8_t Quorral_GenMESDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the chipset, "PCH_Temp"; degrees C; on boards with Intel processors and SENSOR_PCH_TEMP. */
+uint8_t Quorral_GenPCHTempSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the disks, the highest, "HDD_Temp"; degrees C. */
+uint8_t Quorral_GenHDDTempSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Leak of the liquid cooling, "Leakage"; only in liquid-cooling mode 1. */
+uint8_t Quorral_GenLeakageSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power fault of the board, "Power_Fault"; its registers are read and written back; where the board has
+ *  SENSOR_POWER_FAULT. */
+uint8_t Quorral_GenPowerFaultSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Change of firmware versions, "FW_Update". */
+uint8_t Quorral_GenFWUpdateSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the air that comes in, "Inlet_Temp"; degrees C, upper limits 45, 50, 52; where the board has
+ *  SENSOR_INPUT_TEMP and tells the bus client of its sensor. */
+uint8_t Quorral_GenINLETTEMPSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Humidity of the air that comes in, "Env_Humi"; percent; where the board has SENSOR_ENV_HUMI. */
+uint8_t Quorral_GenENVHUMISDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the air that goes out, "Outlet_Temp"; degrees C; where the board has SENSOR_OUTPUT_TEMP. */
+uint8_t Quorral_GenOutletTempSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** 12 V supply of the board, "SYS_12V"; 0.1 V a count, limits 9.6, 10.8, 13.2, 14.4; where the board has
+ *  SENSOR_VCC12V. */
+uint8_t Quorral_GenSYS12VSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the power distribution board, "PDB_Temp"; degrees C; where the board has SENSOR_PDB_TEMP. */
+uint8_t Quorral_GenPDBTEMPSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the middle power distribution board, "Middle_PDB_Temp"; degrees C; where the board has
+ *  SENSOR_PDB_TEMP. */
+uint8_t Quorral_GenMiddlePDBTEMPSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Time synchronisation that failed, "NTP_Sync_Fail". */
+uint8_t Quorral_GenNTPSyncFailSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** The generators above in this order, which is the order of their records.  The Quorral driver walks it in the
+ *  step "static table".  Read-only. */
+extern const StaticGenFn atGenQuorralStaticSDRTab[28];
+/** Rows of #atGenQuorralStaticSDRTab: 28. */
+extern const uint8_t ucQuorralStaticSDRCnt;
+/** @} */
+
+/** \name One record per index */
+/** @{ */
+/** Power of a processor's regulator, "CPU#_VR_Pwr"; 3 W a count.  Index: printed number of the CPU. */
+uint8_t Quorral_GenCPUxVRPwrSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Power of the memory regulator of a processor, "P#_DIMM_VR_Pwr"; watts a count from the platform; none where it
+ *  cannot tell.  Index: printed number of the CPU. */
+uint8_t Quorral_GenPxDIMMVRPwrSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** State of a PSU, "PSU#_Supply"; none above the number of PSUs.  Index: PSU from 1. */
+uint8_t Quorral_GenPSUSypplyDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** @} */
+
+/** \name One record per index, index last */
+/** @{ */
+/** Memory of a processor too hot: a state in a full record, "Cpu#_MEMG0_Hot".  Index: printed number of the CPU. */
+uint8_t Quorral_GenCpuxMEMG0HotSDR(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint8_t ucIndex);
+/** @} */
+
+/** \name The profile's own copies of the Default generators of the same suffix */
+/** @{ */
+/** Voltage of domain 0 of CPU 0, "CPU#_D0_N2" ("CPU_Volts" on board 0x5497); described by
+ *  HAL_GetCpuVoltSdrInfoforSensor(1); none where that fails.  Index: printed number of the CPU. */
+uint8_t Quorral_GenCPU0D0N2SDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Voltage of domain 1 of CPU 0, "CPU#_D1_N2"; described by HAL_GetCpuVoltSdrInfoforSensor(2); none where that
+ *  fails.  Index: printed number of the CPU. */
+uint8_t Quorral_GenCPU0D1N2SDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Voltage of domain 0 of CPU 1, "CPU#_D0_N2"; described by HAL_GetCpuVoltSdrInfoforSensor(3); none where that
+ *  fails.  Index: printed number of the CPU. */
+uint8_t Quorral_GenCPU1D0N2SDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Voltage of domain 1 of CPU 1, "CPU#_D1_N2"; described by HAL_GetCpuVoltSdrInfoforSensor(4); none where that
+ *  fails.  Index: printed number of the CPU. */
+uint8_t Quorral_GenCPU1D1N2SDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Core voltage of a processor, "Cpu#_Volts"; 0.01 V a count, limits 1.2, 1.25, 1.3, 2.3, 2.35, 2.4; where the
+ *  board has SENSOR_CPU_VOLTS and tells the bus client of the regulator.  Index: printed number of the CPU. */
+uint8_t Quorral_GenCPUCOREVoltageSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Voltage of the switch board, "SW#_Volt"; 0.2 V a count; none without its bus client.  Index: instance 1 to 4. */
+uint8_t Quorral_GenSwitchBoardVoltsSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Current of the switch board, "SW#_Current"; 1 A a count; none without its bus client.  Index: instance 1 to 4. */
+uint8_t Quorral_GenSwitchBoardCurrentSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the switch board, "SW#_Temp"; degrees C.  Index: instance 1 to 8. */
+uint8_t Quorral_GenSwitchBoardTempSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** Temperature of the air into and out of the switch board, "SW_Input_Temp_0?" and "SW_Output_T_0?"; degrees C.
+ *  Index: 0, 1 in, 2, 3 out; no record above 3. */
+uint8_t Quorral_GenSwitchBoardInOROutletTempSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
+/** @} */
+
+#ifdef __cplusplus
+}
+#endif
+#if defined(__GNUC__)
+#pragma GCC visibility pop
+#endif
+#endif
