@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "library/profiles/catalogue.h"
 #include "oxa/platform.h"
 #include "simulator/calls.h"
 
@@ -15,9 +16,14 @@ namespace {
 // ---- words that stand for numbers
 // --------------------------------------------------------------------------
 
-const Words<uint32_t> kProfiles = {{"default", 0},  {"kestrin", 1}, {"pellago", 2}, {"vorana", 3},
-                                   {"astrel", 4},   {"quorral", 6}, {"lumora", 7},  {"durnow", 11},
-                                   {"ferrisk", 16}, {"sablin", 20}};
+Words<uint32_t> ProfileWords() {
+    Words<uint32_t> words;
+    for (const oxa::ProfileView &profile : oxa::kProfiles)
+        words.emplace_back(profile.pcName, profile.dwCustomId);
+    std::sort(words.begin(), words.end(), [](const auto &a, const auto &b) { return a.second < b.second; });
+    return words;
+}
+const Words<uint32_t> kProfiles = ProfileWords();
 const Words<uint8_t> kCpuTypes = {
     {"unknown", CPU_TYPE_UNKNOWN}, {"intel", CPU_TYPE_INTEL}, {"domain_volt", CPU_TYPE_DOMAIN_VOLT}};
 const Words<uint8_t> kLiquidCooling = {{"none", 0}, {"leak_sensor", 1}, {"no_fans", 2}};

@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "library/profiles/catalogue.h"
 #include "simulator/internal.h"
 
 namespace sim {
@@ -155,23 +156,10 @@ constexpr std::string_view kLibraryPaths[] = {
     "/var/test_disk_fault_predict",
 };
 
-constexpr std::string_view kLibraryUnits[] = {
-    "gen_specific_sensor_data.c",
-    "gen_specific_sensor_devtab.c",
-    "specific_sdr_file.c",
-    "NVRAccess.c",
-    "oxa_specific_sdr.c",
-    "modify_sensor_threshold.c",
-    "oxa_specific_sel.c",
-    "gen_specific_sensor_default.c",
-    "gen_specific_sensor_kestrin.c",
-    "gen_specific_sensor_astrel.c",
-    "gen_specific_sensor_pellago.c",
-    "gen_specific_sensor_vorana.c",
-    "gen_specific_sensor_lumora.c",
-    "gen_specific_sensor_quorral.c",
-    "gen_specific_sensor_durnow.c",
-    "gen_specific_sensor_ferrisk.c",
+// Beside the units of the profiles.
+constexpr std::string_view kSharedUnits[] = {
+    "gen_specific_sensor_data.c", "gen_specific_sensor_devtab.c", "specific_sdr_file.c", "NVRAccess.c",
+    "oxa_specific_sdr.c",         "modify_sensor_threshold.c",    "oxa_specific_sel.c",
 };
 
 } // namespace
@@ -206,8 +194,12 @@ bool IsLibraryPath(const char *path) {
 }
 
 bool IsLibraryUnit(const char *file) {
-    return file != nullptr &&
-           std::find(std::begin(kLibraryUnits), std::end(kLibraryUnits), file) != std::end(kLibraryUnits);
+    if (file == nullptr || *file == '\0')
+        return false;
+    return std::find(std::begin(kSharedUnits), std::end(kSharedUnits), file) != std::end(kSharedUnits) ||
+           std::any_of(
+               std::begin(oxa::kProfiles), std::end(oxa::kProfiles),
+               [file](const oxa::ProfileView &profile) { return std::string_view(profile.pcUnit) == file; });
 }
 
 void CloseEverything(State &state) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // Descriptions in words.
+#include "library/specific_sensors/device_types_catalogue.h"
 #include "workbench/description.h"
 #include "workbench/description_rules.h"
 #include "workbench/text.h"
@@ -22,76 +23,19 @@ constexpr Word kClasses[] = {
     {"mt-ubb-fru", 0x07E0},
 };
 
-constexpr Word kDeviceTypes[] = {
-    {"gpu", 2},
-    {"raid", 3},
-    {"raid-single", 4},
-    {"nic", 5},
-    {"ocp", 6},
-    {"aic", 13},
-    {"hba", 15},
-    {"fc", 16},
-    {"brenmor", 17},
-    {"gpu-memory", 18},
-    {"smart-nic", 19},
-    {"hyper", 20},
-    {"biren-retimer", 21},
-    {"hgx-nswitch-all", 22},
-    {"hgx-pswitch", 23},
-    {"hgx-retimer-all", 24},
-    {"hgx-fpga", 25},
-    {"hgx-hmc", 26},
-    {"hgx-hsc-all", 27},
-    {"spnc50", 28},
-    {"pcie", 29},
-    {"oam", 30},
-    {"sxm", 31},
-    {"oam-memory", 32},
-    {"sxm-memory", 33},
-    {"smart-nic-card", 34},
-    {"giga-hyper3", 35},
-    {"neo", 36},
-    {"oam-mcd", 37},
-    {"mlu-pcie-retimer", 38},
-    {"mlu-serdes-retimer", 39},
-    {"mlu-ubb", 40},
-    {"mlu-ubb-sfp", 41},
-    {"x2000-box", 42},
-    {"nic-ht", 43},
-    {"nic-sw", 44},
-    {"mlu-inlet", 45},
-    {"halvik", 46},
-    {"ilu-retimer", 47},
-    {"metax-retimer", 48},
-    {"oam-pcb", 49},
-    {"mgx-nswitch", 50},
-    {"mgx-pswitch", 51},
-    {"mgx-fpga", 52},
-    {"mgx-hmc", 53},
-    {"ds25ge50", 54},
-    {"cx6-net", 55},
-    {"gpu-slot-power", 56},
-    {"oam-slot-power", 57},
-    {"sxm-slot-power", 58},
-    {"nvme-disk", 59},
-    {"nebula-matrix", 60},
-    {"sp925d", 61},
-    {"ubb-power-brick", 62},
-    {"ubb-inlet", 63},
-    {"ubb-outlet", 64},
-    {"mt-retimer", 65},
-    {"br166-retimer", 66},
-    {"sxm-margin", 67},
-    {"hgx-inlet", 68},
-    {"hgx-outlet", 69},
-    {"hgx-nswitch", 70},
-    {"hgx-retimer", 71},
-    {"hgx-hsc", 72},
-    {"hgx-hsc-standby", 73},
-    {"fan-front", 0},
-    {"fan-rear", 1},
-    {"fan-plain", 255},
-};
+const std::vector<Word> &DeviceTypes() {
+    static const std::vector<Word> words = [] {
+        std::vector<Word> out;
+        for (const oxa::snr::DeviceTypeWord &type : oxa::snr::kDeviceTypeWords)
+            if (*type.pcWord != '\0')
+                out.push_back({type.pcWord, type.ucNumber});
+        out.push_back({"fan-front", oxa::snr::kFanFront});
+        out.push_back({"fan-rear", oxa::snr::kFanRear});
+        out.push_back({"fan-plain", oxa::snr::kFanPlain});
+        return out;
+    }();
+    return words;
+}
 
 // The names of the two families of tools, the first of each bit is shown.
 constexpr Word kThresholdBits[] = {
@@ -113,7 +57,7 @@ std::string WordOf(std::span<const Word> words, uint32_t value) {
 std::string DeviceTypeText(const SpecificSensorParam &param) {
     const uint8_t type = param.ucDeviceType;
     const bool fan_row = type <= 1 || type == 255;
-    const std::string word = fan_row && param.dwSensorDevType != kFanClass ? "" : WordOf(kDeviceTypes, type);
+    const std::string word = fan_row && param.dwSensorDevType != kFanClass ? "" : WordOf(DeviceTypes(), type);
     return "device type " + std::to_string(type) + (word.empty() ? "" : " (" + word + ")");
 }
 
@@ -137,7 +81,7 @@ std::span<const Word> ClassTable() {
 }
 
 std::span<const Word> DeviceTypeTable() {
-    return kDeviceTypes;
+    return DeviceTypes();
 }
 
 std::span<const Word> ThresholdTable() {
@@ -208,7 +152,7 @@ std::vector<std::string> ClassWords() {
 
 std::vector<std::string> DeviceTypeWords() {
     std::vector<std::string> out;
-    for (const Word &word : kDeviceTypes)
+    for (const Word &word : DeviceTypes())
         out.push_back(word.word);
     return out;
 }

@@ -9,7 +9,7 @@
 #include <optional>
 #include <utility>
 
-#include "sdr/leakage_key.h"
+#include "library/record/leakage_key.h"
 #include "simulator/simulator.h"
 #include "workbench/errors.h"
 #include "workbench/static_set.h"
@@ -117,7 +117,7 @@ sim::Board BoardFor(const Candidate &candidate) {
     if (!number)
         return board;
     sim::SensorNumbers &directory = board.sensor_numbers;
-    const uint8_t disk[] = {tables::kEntityDisk, tables::kDriveSlot, tables::kSpecific,
+    const uint8_t disk[] = {oxa::kEntityDisk, oxa::kTypeDriveSlot, oxa::kEventSpecific,
                             static_cast<uint8_t>(slot), 0};
     const uint8_t leak[] = {oxa::kLeakageEntityId, oxa::kLeakageSensorType, oxa::kLeakageEventType, 0, 0};
     directory.by_key[HexBytes(disk)] = *number;

@@ -6,7 +6,7 @@
 #include <set>
 #include <utility>
 
-#include "sdr/leakage_key.h"
+#include "library/record/leakage_key.h"
 #include "workbench/text.h"
 
 namespace workbench {

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "sel/sel_catalogue.h"
+#include "library/events/catalogue.h"
 
 namespace workbench {
 

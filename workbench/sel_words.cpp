@@ -160,7 +160,7 @@ std::string Filled(const BuilderView &builder, std::string text, const std::vect
 std::string IpmiState(uint8_t sensor_type, uint8_t event_type, uint8_t data1) {
     char text[256];
     const unsigned offset = data1 & 0x0Fu;
-    const int size = event_type == tables::kSpecific
+    const int size = event_type == oxa::kEventSpecific
                          ? ipmi_get_sensor_type_message(sensor_type, offset, text, sizeof text)
                          : ipmi_get_generic_event_message(event_type, offset, text, sizeof text);
     return size > 0 ? std::string(text, static_cast<size_t>(size))

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <utility>
 
+#include "library/profiles/catalogue.h"
 #include "simulator/board_file.h"
 #include "simulator/simulator.h"
 #include "workbench/errors.h"
@@ -14,19 +15,16 @@
 namespace workbench {
 namespace {
 
-// One line per profile, in the order of their ids.
-constexpr Profile kProfiles[] = {
-    {"default", CUSTOM_ID_DEFAULT, OXA_AddDefaultStaticSensor},
-    {"kestrin", CUSTOM_ID_KESTRIN, OXA_AddKestrinStaticSensor},
-    {"pellago", CUSTOM_ID_PELLAGO, OXA_AddPellagoStaticSensor},
-    {"vorana", CUSTOM_ID_VORANA, OXA_AddVoranaStaticSensor},
-    {"astrel", CUSTOM_ID_ASTREL, OXA_AddAstrelStaticSensor},
-    {"quorral", CUSTOM_ID_QUORRAL, OXA_AddQuorralStaticSensor},
-    {"lumora", CUSTOM_ID_LUMORA, OXA_AddLumoraStaticSensor},
-    {"durnow", CUSTOM_ID_DURNOW, OXA_AddDurnowStaticSensor},
-    {"ferrisk", CUSTOM_ID_FERRISK, OXA_AddFerriskStaticSensor},
-    {"sablin", CUSTOM_ID_SABLIN, nullptr},
-};
+const std::vector<Profile> &Profiles() {
+    static const std::vector<Profile> profiles = [] {
+        std::vector<Profile> out;
+        for (const oxa::ProfileView &profile : oxa::kProfiles)
+            out.push_back({profile.pcName, profile.dwCustomId, oxa::DriverOf(profile.dwCustomId)});
+        std::sort(out.begin(), out.end(), [](const Profile &a, const Profile &b) { return a.id < b.id; });
+        return out;
+    }();
+    return profiles;
+}
 
 // Every counted group is limited by 8-bit numbers (the disks of 32 backplanes are most of it): no board
 // reaches this.
@@ -86,7 +84,7 @@ std::string OneLine(std::string text) {
 }
 
 const Profile &FindProfile(const std::string &name) {
-    for (const Profile &profile : kProfiles) {
+    for (const Profile &profile : Profiles()) {
         if (name != profile.name)
             continue;
         if (profile.driver == nullptr)
@@ -99,13 +97,13 @@ const Profile &FindProfile(const std::string &name) {
 }
 
 bool IsProfileName(const std::string &name) {
-    return std::any_of(std::begin(kProfiles), std::end(kProfiles),
+    return std::any_of(Profiles().begin(), Profiles().end(),
                        [&name](const Profile &profile) { return name == profile.name; });
 }
 
 std::vector<const Profile *> AllProfiles() {
     std::vector<const Profile *> out;
-    for (const Profile &profile : kProfiles)
+    for (const Profile &profile : Profiles())
         out.push_back(&profile);
     return out;
 }

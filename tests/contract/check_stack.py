@@ -9,7 +9,7 @@ import fnmatch
 import re
 from functools import lru_cache
 
-from common import call_graphs, fault, figure, finish, listed_exports, plain_names
+from common import call_graphs, declared_exports, fault, figure, finish, plain_names
 
 NODE = re.compile(r'node: \{ title: "([^"]*)" label: "([^"]*)"(.*)\}')
 EDGE = re.compile(r'edge: \{ sourcename: "([^"]*)" targetname: "([^"]*)"')
@@ -73,7 +73,8 @@ def budget_of(name, budgets):
 
 
 parser = argparse.ArgumentParser(description=__doc__)
-parser.add_argument("--exports-map", required=True)
+parser.add_argument("--cc", required=True)
+parser.add_argument("--include", required=True)
 parser.add_argument("--indirect", required=True)
 parser.add_argument("--budgets", required=True)
 parser.add_argument("--top", type=int, default=10)
@@ -98,7 +99,7 @@ def worst(title):
 
 
 budgets = [(left, right) for left, right in read_rules(arguments.budgets)]
-exported = sorted(title for title in listed_exports(arguments.exports_map) if title in frames)
+exported = sorted(title for title in declared_exports(arguments.cc, arguments.include) if title in frames)
 if not exported:
     fault("no exported function found in the call graph")
 groups = {}

@@ -11,7 +11,6 @@ from common import declarations, run
 parser = argparse.ArgumentParser(description=__doc__)
 parser.add_argument("--cc", required=True)
 parser.add_argument("--include", required=True)
-parser.add_argument("--exports-map", required=True)
 parser.add_argument("objects", nargs="+")
 arguments = parser.parse_args()
 
@@ -21,7 +20,6 @@ with tempfile.TemporaryDirectory() as directory:
     with open(source, "w", encoding="utf-8") as out:
         out.writelines(f"void {name}(void);\nvoid {name}(void) {{}}\n" for name in sorted(functions))
     run(arguments.cc, "-shared", "-fPIC", "-fno-builtin", "-o", stub, source)
-    run(arguments.cc, "-shared", "-nostartfiles", f"-Wl,--version-script={arguments.exports_map}",
-        "-Wl,-z,defs,--gc-sections,-Bsymbolic-functions,--no-undefined-version", "-o",
+    run(arguments.cc, "-shared", "-nostartfiles", "-Wl,-z,defs,--gc-sections,-Bsymbolic-functions", "-o",
         os.path.join(directory, "library.so"), *arguments.objects, stub)
 print(f"{len(arguments.objects)} objects resolved by {len(functions)} platform functions and libc")

@@ -9,8 +9,8 @@ from concurrent.futures import ThreadPoolExecutor
 
 from common import fault, finish
 
-FORMATTED = ("sdr", "profiles", "threshold", "sel", "simulator", "workbench", "tests", "bench")
-LIBRARY = ("sdr", "profiles", "threshold", "sel")
+FORMATTED = ("library", "simulator", "workbench", "tests", "bench")
+LIBRARY = ("library",)
 
 
 def sources(top, rooms):

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What the checks of the shared object have in common: running tools, reading headers and the export list,
-printing figures beside their budgets."""
+"""What the checks of the shared object have in common: running tools, reading headers, printing figures
+beside their budgets."""
 import re
 import subprocess
 import sys
@@ -44,8 +44,8 @@ def finish():
     sys.exit(1 if FAULTS else 0)
 
 
-def declarations(compiler, include, header):
-    """(functions, data objects) that a header declares itself, as two sets of names."""
+def header_text(compiler, include, header):
+    """What a header and those of ours that it includes declare, preprocessed."""
     text = run(compiler, "-E", "-xc", "-std=c11", "-I", include, f"{include}/{header}")
     own, keep = [], False
     for line in text.splitlines():
@@ -54,8 +54,13 @@ def declarations(compiler, include, header):
             keep = marker.group(1).startswith(include)
         elif keep and not line.startswith("#"):
             own.append(line)
+    return "\n".join(own)
+
+
+def declarations(compiler, include, header):
+    """(functions, data objects) that a header declares, as two sets of names."""
     functions, data = set(), set()
-    for statement in _statements("\n".join(own)):
+    for statement in _statements(header_text(compiler, include, header)):
         if re.match(r"(typedef|enum|struct|_Static_assert)\b", statement):
             continue
         if statement.startswith("extern"):
@@ -63,6 +68,25 @@ def declarations(compiler, include, header):
         elif "(" in statement:
             functions.add(re.search(r"(\w+)\s*\(", statement).group(1))
     return functions, data
+
+
+def declared_exports(compiler, include):
+    """Names of everything that the library is to export."""
+    functions, data = declarations(compiler, include, "oxa/exports.h")
+    return functions | data
+
+
+def declared_pointers(compiler, include):
+    """How many pointers the tables hold that the header declares: each is a relocation, and nothing else may be."""
+    text = header_text(compiler, include, "oxa/exports.h")
+    pointers = {}
+    for name in re.findall(r"typedef\s+[\w\s*]+\(\s*\*\s*(\w+)\s*\)\s*\(", text):
+        pointers[name] = 1
+    for body, name in re.findall(r"typedef\s+struct\s+\w+\s*\{(.*?)\}\s*(\w+)\s*;", text, re.S):
+        members = [" ".join(member.split()) for member in body.split(";") if member.strip()]
+        pointers[name] = sum("*" in member or member.split()[0] in pointers for member in members)
+    tables = re.findall(r"extern\s+const\s+(\w+)\s+\w+\s*\[\s*(\d+)\s*\]\s*;", text)
+    return sum(pointers.get(kind, 0) * int(rows) for kind, rows in tables)
 
 
 def _statements(text):
@@ -79,14 +103,6 @@ def _statements(text):
             current = ""
         elif depth == 0:
             current += char
-
-
-def listed_exports(version_script):
-    """The names of a linker version script's global section."""
-    text = open(version_script, encoding="utf-8").read()
-    text = re.sub(r"/\*.*?\*/|#[^\n]*", " ", text, flags=re.S)
-    section = re.search(r"global\s*:(.*?)local\s*:", text, flags=re.S)
-    return set(re.findall(r"\w+", section.group(1))) if section else set()
 
 
 def dynamic_symbols(nm, library, *options):

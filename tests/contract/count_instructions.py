@@ -2,10 +2,12 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Counts the library's own instructions in a whole static pass: qemu-arm runs instruction_probe one instruction at
 a time and logs every one whose address lies in the library's .text.  Platform functions, libc and the PLT lie
-elsewhere and count nothing; file access, the duplicate scan and what only serves log lines are counted apart.
+elsewhere and count nothing; file access and the duplicate scan are counted apart, everything else counts, what only
+serves log lines as well.
 
-Run 1 learns the load address and the records, run 2 counts with an empty extended store, run 3 with a full one: 255
-slots made from the pass's own records with the last character of each name changed, so that none matches."""
+For each board one run learns the load address and the records and one counts with an empty extended store.  On the
+first board another counts with a full one: 255 slots made from the pass's own records with the last character of each
+name changed, so that none matches."""
 import argparse
 import bisect
 import os
@@ -61,8 +63,9 @@ def functions_of(nm, library, graphs):
 
 
 class Probe:
-    def __init__(self, args, directory):
+    def __init__(self, args, board, directory):
         self.args, self.directory = args, directory
+        self.board = os.path.join(args.boards, board + ".toml")
         self.records_path = os.path.join(directory, "records")
 
     def _output(self, text):
@@ -73,7 +76,7 @@ class Probe:
         return int(base.group(1), 16), int(records.group(1))
 
     def learn(self):
-        base, count = self._output(run(*self.args.emulator.split(","), self.args.probe, self.args.board, "--records",
+        base, count = self._output(run(*self.args.emulator.split(","), self.args.probe, self.board, "--records",
                                        self.records_path))
         image = open(self.records_path, "rb").read()
         return base, [image[at:at + SLOT] for at in range(0, len(image), SLOT)][:count]
@@ -83,7 +86,7 @@ class Probe:
         start, size = text
         emulator = self.args.emulator.split(",")
         command = [emulator[0], "-singlestep", "-d", "exec,nochain", "-dfilter", f"{base + start:#x}+{size:#x}",
-                   *emulator[1:], self.args.probe, self.args.board]
+                   *emulator[1:], self.args.probe, self.board]
         if store:
             command += ["--store", store]
         if only:
@@ -114,54 +117,36 @@ def by_function(hits, functions):
     return instructions, entries
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--probe", required=True)
-    parser.add_argument("--board", required=True)
-    parser.add_argument("--library", required=True)
-    parser.add_argument("--emulator", required=True, help="qemu-arm,-L,...")
-    parser.add_argument("--nm", required=True)
-    parser.add_argument("--readelf", required=True)
-    parser.add_argument("--io", required=True, help="functions or units (x.cpp) that access files, by commas")
-    parser.add_argument("--logging", required=True, help="functions that only serve log lines, by commas")
-    parser.add_argument("--scan", required=True, help="functions of the duplicate scan, the entry first, by commas")
-    parser.add_argument("--budget", type=int, required=True)
-    parser.add_argument("--scan-budget", type=int, required=True)
-    parser.add_argument("--event-budget", type=int, required=True)
-    parser.add_argument("--add-budget", type=int, required=True)
-    parser.add_argument("--top", type=int, default=12)
-    parser.add_argument("objects", nargs="+")
-    args = parser.parse_args()
-    scan = args.scan.split(",")
-
-    functions = functions_of(args.nm, args.library, call_graphs(args.objects))
-    text = sections(args.readelf, args.library)[".text"]
-    with tempfile.TemporaryDirectory() as directory:
-        probe = Probe(args, directory)
-        base, records = probe.learn()
-        if not records:
-            sys.exit("the pass made no record")
-        store = os.path.join(directory, "store")
-        with open(store, "wb") as out:
-            out.write(full_store(records))
-        empty, count = probe.count(base, text)
-        full, full_count = probe.count(base, text, store)
-        events, event_count = probe.count(base, text, only="--events")
-        adds, add_count = probe.count(base, text, only="--adds")
-    if full_count != count:
-        fault(f"{count} records with an empty store, {full_count} with a full one")
-
-    instructions, _ = by_function(empty, functions)
-    purposes = {"file access": args.io.split(","), "duplicate scan": scan, "logging": args.logging.split(",")}
+def count_pass(args, board, budget, context):
+    """The whole pass over a board with an empty store; gives the probe, the load address and the records."""
+    functions, text, _ = context
+    probe = Probe(args, board, context[2])
+    base, records = probe.learn()
+    if not records:
+        sys.exit(f"the pass over {board} made no record")
+    hits, count = probe.count(base, text)
+    instructions, _ = by_function(hits, functions)
+    purposes = {"file access": args.io.split(","), "duplicate scan": args.scan.split(",")}
     apart = {key: purpose for key in instructions for purpose, names in purposes.items() if set(key) & set(names)}
     own = sum(number for key, number in instructions.items() if key not in apart)
-    print(f"{count} records, {sum(instructions.values()):,} instructions in the library, "
+    print(f"{board}: {count} records, {sum(instructions.values()):,} instructions in the library, "
           f"{own:,} of them beyond {', '.join(purposes)}")
     for key, number in instructions.most_common(args.top):
         print(f"  {number:8,}  {number / count:6.1f} a record  {key[0]} ({key[1]}) {apart.get(key, '')}".rstrip())
-    figure("library instructions per static record", round(own / count, 1), args.budget, "instructions")
+    figure(f"library instructions per static record, {board}", round(own / count, 1), budget, "instructions")
+    return probe, base, records
 
-    instructions, entries = by_function(full, functions)
+
+def count_scan(args, probe, base, records, context):
+    functions, text, directory = context
+    store = os.path.join(directory, "store")
+    with open(store, "wb") as out:
+        out.write(full_store(records))
+    hits, count = probe.count(base, text, store)
+    if count != len(records):
+        fault(f"{len(records)} records with an empty store, {count} with a full one")
+    instructions, entries = by_function(hits, functions)
+    scan = args.scan.split(",")
     scans = max((entries[key] for key in entries if key[0] == scan[0]), default=0)
     if scans == 0:
         sys.exit(f"{scan[0]} did not run")
@@ -169,18 +154,49 @@ def main():
     print(f"{scans} scans over {SLOTS} slots, {scanned:,} instructions")
     figure("instructions per stored slot in the duplicate scan", round(scanned / scans / SLOTS, 1), args.scan_budget,
            "instructions")
-    if event_count == 0:
-        sys.exit("the probe wrote no event")
-    figure("library instructions per event", round(sum(events.values()) / event_count, 1), args.event_budget,
-           "instructions")
-    if add_count == 0:
-        sys.exit("the probe added no sensor")
-    instructions, _ = by_function(adds, functions)
-    print(f"{add_count} sensors added, {sum(adds.values()):,} instructions")
+
+
+def count_each(args, probe, base, context, what, only, budget):
+    functions, text, _ = context
+    hits, count = probe.count(base, text, only=only)
+    if count == 0:
+        sys.exit(f"the probe wrote or added no {what}")
+    instructions, _ = by_function(hits, functions)
+    print(f"{count} times {what}, {sum(hits.values()):,} instructions")
     for key, number in instructions.most_common(args.top):
-        print(f"  {number:8,}  {number / add_count:6.1f} a sensor  {key[0]} ({key[1]})")
-    figure("library instructions per added sensor", round(sum(adds.values()) / add_count, 1), args.add_budget,
-           "instructions")
+        print(f"  {number:8,}  {number / count:6.1f} each  {key[0]} ({key[1]})")
+    figure(f"library instructions per {what}", round(sum(hits.values()) / count, 1), budget, "instructions")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--probe", required=True)
+    parser.add_argument("--boards", required=True, help="the folder of board files")
+    parser.add_argument("--board", action="append", required=True, help="name=budget per record; the first one is "
+                        "used for everything else as well")
+    parser.add_argument("--library", required=True)
+    parser.add_argument("--emulator", required=True, help="qemu-arm,-L,...")
+    parser.add_argument("--nm", required=True)
+    parser.add_argument("--readelf", required=True)
+    parser.add_argument("--io", required=True, help="functions or units (x.cpp) that access files, by commas")
+    parser.add_argument("--scan", required=True, help="functions of the duplicate scan, the entry first, by commas")
+    parser.add_argument("--scan-budget", type=int, required=True)
+    parser.add_argument("--event-budget", type=int, required=True)
+    parser.add_argument("--add-budget", type=int, required=True)
+    parser.add_argument("--top", type=int, default=12)
+    parser.add_argument("objects", nargs="+")
+    args = parser.parse_args()
+
+    functions = functions_of(args.nm, args.library, call_graphs(args.objects))
+    text = sections(args.readelf, args.library)[".text"]
+    with tempfile.TemporaryDirectory() as directory:
+        context = functions, text, directory
+        boards = [board.split("=") for board in args.board]
+        passes = [count_pass(args, name, int(budget), context) for name, budget in boards]
+        probe, base, records = passes[0]
+        count_scan(args, probe, base, records, context)
+        count_each(args, probe, base, context, "event", "--events", args.event_budget)
+        count_each(args, probe, base, context, "sensor added at run time", "--adds", args.add_budget)
     finish()
 
 

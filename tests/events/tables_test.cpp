@@ -5,7 +5,7 @@
 #include <map>
 
 #include "events/event_fixture.h"
-#include "sel/sel_catalogue.h"
+#include "library/events/catalogue.h"
 
 namespace {
 

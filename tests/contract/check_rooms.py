@@ -1,0 +1,71 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The rooms of the library know each other in one direction only, profiles are told apart in their own room only, and
+other programs of the tree read nothing of the library but its public headers and its catalogues."""
+import argparse
+import os
+import re
+
+from common import fault, finish
+
+# room -> the rooms that it may include, or reach through their public headers
+MAY_KNOW = {
+    "record": (),
+    "store": ("record",),
+    "thresholds": ("record",),
+    "events": ("record",),
+    "specific_sensors": ("record", "store", "thresholds"),
+    "static_sensors": ("record", "store"),
+    "profiles": ("record", "specific_sensors", "static_sensors"),
+}
+PUBLIC = {"oxa/store.h": "store", "oxa/thresholds.h": "thresholds", "oxa/events.h": "events",
+          "oxa/specific_sensors.h": "specific_sensors"}
+# OXA_CheckifAddCpuSensorByIndex and SDR_GetSepcificFruSDRRecID are declared beside the store.
+CATALOGUES = re.compile(r"library/\w+/(\w+_)?catalogue\.h$|library/record/(leakage_key|traits)\.h$|.*\.def$")
+INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.M)
+OTHERS = ("simulator", "workbench", "bench")
+
+
+def sources(top):
+    for where, _, names in sorted(os.walk(top)):
+        yield from (os.path.join(where, name) for name in sorted(names) if name.endswith((".h", ".cpp", ".c", ".def")))
+
+
+def text_of(path):
+    with open(path, encoding="utf-8") as source:
+        return source.read()
+
+
+def check_library(top):
+    arrows = set()
+    for path in sources(os.path.join(top, "library")):
+        shown = os.path.relpath(path, top)
+        room = shown.split(os.sep)[1]
+        text = text_of(path)
+        for name in INCLUDE.findall(text):
+            known = name.split("/")[1] if name.startswith("library/") else PUBLIC.get(name)
+            if known is None or known == room:
+                continue
+            arrows.add((room, known))
+            if known not in MAY_KNOW[room]:
+                fault(f"{shown} includes {name}: {room} must not know {known}")
+        if room != "profiles" and "CUSTOM_ID_" in text:
+            fault(f"{shown} tests a profile id; what it asks belongs into the profiles' traits")
+    return arrows
+
+
+def check_others(top):
+    for other in OTHERS:
+        for path in sources(os.path.join(top, other)):
+            for name in INCLUDE.findall(text_of(path)):
+                if name.startswith("library/") and not CATALOGUES.match(name):
+                    fault(f"{os.path.relpath(path, top)} includes {name}, which is no catalogue")
+
+
+parser = argparse.ArgumentParser(description=__doc__)
+parser.add_argument("--source", required=True)
+arguments = parser.parse_args()
+found = check_library(arguments.source)
+check_others(arguments.source)
+print(f"{len(MAY_KNOW)} rooms, {len(found)} arrows: " + ", ".join(f"{a} > {b}" for a, b in sorted(found)))
+finish()
