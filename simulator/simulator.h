@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "oxa/exports.h"
 #include "oxa/platform.h"
+#include "oxa/records.h"
 #include "simulator/board.h"
 
 namespace sim {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "oxa/exports.h"
+#include "oxa/records.h"
 #include "workbench/json.h"
 
 namespace workbench {

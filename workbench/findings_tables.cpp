@@ -6,6 +6,7 @@
 #include <cstring>
 #include <span>
 
+#include "oxa/specific_sensors.h"
 #include "simulator/simulator.h"
 #include "workbench/findings.h"
 #include "workbench/text.h"

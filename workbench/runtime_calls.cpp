@@ -6,6 +6,9 @@
 #include <cstring>
 #include <freeipmi/freeipmi.h>
 
+#include "oxa/specific_sensors.h"
+#include "oxa/store.h"
+#include "oxa/thresholds.h"
 #include "workbench/sel_calls.h"
 #include "workbench/static_set.h"
 #include "workbench/text.h"

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "oxa/exports.h"
+#include "oxa/records.h"
 
 namespace workbench {
 

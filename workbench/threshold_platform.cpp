@@ -3,6 +3,8 @@
 
 #include <cstring>
 
+#include "oxa/specific_sensors.h"
+#include "oxa/thresholds.h"
 #include "simulator/simulator.h"
 #include "workbench/description.h"
 #include "workbench/errors.h"

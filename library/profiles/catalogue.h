@@ -5,7 +5,12 @@
 #ifndef OXA_PROFILES_CATALOGUE_H
 #define OXA_PROFILES_CATALOGUE_H
 
-#include "oxa/exports.h"
+#include "oxa/records.h"
+
+extern "C" {
+#define PROFILE(id, name, plain, driver, ...) void driver(uint8_t *, DevTabEntry *, uint16_t *);
+#include "library/profiles/profiles.def"
+}
 
 namespace oxa {
 

@@ -14,7 +14,7 @@
 
 #include <gmock/gmock.h>
 
-#include "oxa/exports.h"
+#include "oxa/events.h"
 #include "simulator/simulator.h"
 #include "support/bytes.h"
 #include "support/log_lines.h"

@@ -10,7 +10,7 @@
 
 #include <gmock/gmock.h>
 
-#include "oxa/exports.h"
+#include "oxa/events.h"
 #include "oxa/platform.h"
 
 namespace {

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "oxa/store.h"
 #include "support/static_pass.h"
 
 namespace {

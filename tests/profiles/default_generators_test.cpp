@@ -4,6 +4,7 @@
 // voltages, voltage domains.
 #include <gtest/gtest.h>
 
+#include "oxa/profiles/default.h"
 #include "static_sensors/generators.h"
 
 namespace {

@@ -4,6 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "oxa/profiles/astrel.h"
+#include "oxa/profiles/pellago.h"
+#include "oxa/profiles/quorral.h"
 #include "support/static_pass.h"
 
 namespace {

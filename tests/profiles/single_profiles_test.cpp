@@ -7,6 +7,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "oxa/profiles/ferrisk.h"
+#include "oxa/profiles/kestrin.h"
+#include "oxa/profiles/pellago.h"
+#include "oxa/profiles/quorral.h"
+#include "oxa/profiles/vorana.h"
 #include "support/static_pass.h"
 
 namespace {

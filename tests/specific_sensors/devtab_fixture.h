@@ -12,7 +12,7 @@
 
 #include <gmock/gmock.h>
 
-#include "oxa/exports.h"
+#include "oxa/specific_sensors.h"
 #include "simulator/simulator.h"
 #include "support/log_lines.h"
 #include "support/record_differ.h"

@@ -14,7 +14,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "oxa/exports.h"
+#include "oxa/specific_sensors.h"
+#include "oxa/store.h"
+#include "oxa/thresholds.h"
 #include "simulator/simulator.h"
 #include "support/bytes.h"
 #include "support/log_lines.h"

@@ -14,8 +14,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "oxa/exports.h"
 #include "oxa/platform.h"
+#include "oxa/specific_sensors.h"
 #include "simulator/simulator.h"
 #include "support/bytes.h"
 #include "support/log_lines.h"

@@ -9,6 +9,7 @@
 #include <set>
 #include <sstream>
 
+#include "oxa/exports.h"
 #include "static_sensors/generators.h"
 
 namespace {

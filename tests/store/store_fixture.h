@@ -10,7 +10,7 @@
 
 #include <gmock/gmock.h>
 
-#include "oxa/exports.h"
+#include "oxa/store.h"
 #include "simulator/simulator.h"
 #include "support/bytes.h"
 #include "support/log_lines.h"

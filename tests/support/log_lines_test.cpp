@@ -44,7 +44,8 @@ TEST(LogLine, OfAChannelLosesItsPlace) {
 
 TEST(LogLine, TellsAPlaceFromOtherTexts) {
     EXPECT_TRUE(BeginsWithItsPlace("[a_b.c:1]"));
-    for (const char *text : {"", "text", "[a.c]x", "[a.c:]x", "[a.c:x]", "[A.c:1]", "a.c:1]", "[a.c:1", "[]a.c:1"})
+    for (const char *text :
+         {"", "text", "[a.c]x", "[a.c:]x", "[a.c:x]", "[A.c:1]", "a.c:1]", "[a.c:1", "[]a.c:1"})
         EXPECT_FALSE(BeginsWithItsPlace(text)) << text;
 }
 

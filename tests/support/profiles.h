@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "oxa/exports.h"
+#include "library/profiles/catalogue.h"
 
 namespace tests {
 
@@ -41,16 +41,21 @@ inline std::ostream &operator<<(std::ostream &out, const Profile &profile) {
 
 inline const std::vector<Profile> &Profiles() {
     static const std::vector<Profile> kProfiles = {
-        {"Default", "default", CUSTOM_ID_DEFAULT, OXA_AddDefaultStaticSensor, false, true, true, true, 1},
-        {"Kestrin", "kestrin", CUSTOM_ID_KESTRIN, OXA_AddKestrinStaticSensor, true, true, true, true, 1},
-        {"Astrel", "astrel", CUSTOM_ID_ASTREL, OXA_AddAstrelStaticSensor, true, true, true, false, 1},
-        {"Pellago", "pellago", CUSTOM_ID_PELLAGO, OXA_AddPellagoStaticSensor, true, true, true, false, 1},
-        {"Vorana", "vorana", CUSTOM_ID_VORANA, OXA_AddVoranaStaticSensor, true, false, true, false, 1},
-        {"Lumora", "lumora", CUSTOM_ID_LUMORA, OXA_AddLumoraStaticSensor, true, false, false, false, 1},
+        {"Default", "default", CUSTOM_ID_DEFAULT, oxa::DriverOf(CUSTOM_ID_DEFAULT), false, true, true, true,
+         1},
+        {"Kestrin", "kestrin", CUSTOM_ID_KESTRIN, oxa::DriverOf(CUSTOM_ID_KESTRIN), true, true, true, true,
+         1},
+        {"Astrel", "astrel", CUSTOM_ID_ASTREL, oxa::DriverOf(CUSTOM_ID_ASTREL), true, true, true, false, 1},
+        {"Pellago", "pellago", CUSTOM_ID_PELLAGO, oxa::DriverOf(CUSTOM_ID_PELLAGO), true, true, true, false,
+         1},
+        {"Vorana", "vorana", CUSTOM_ID_VORANA, oxa::DriverOf(CUSTOM_ID_VORANA), true, false, true, false, 1},
+        {"Lumora", "lumora", CUSTOM_ID_LUMORA, oxa::DriverOf(CUSTOM_ID_LUMORA), true, false, false, false, 1},
         // it has a supply record in the place of the status
-        {"Quorral", "quorral", CUSTOM_ID_QUORRAL, OXA_AddQuorralStaticSensor, true, true, true, false, 0},
-        {"Durnow", "durnow", CUSTOM_ID_DURNOW, OXA_AddDurnowStaticSensor, true, true, true, false, 1},
-        {"Ferrisk", "ferrisk", CUSTOM_ID_FERRISK, OXA_AddFerriskStaticSensor, true, false, false, false, 1},
+        {"Quorral", "quorral", CUSTOM_ID_QUORRAL, oxa::DriverOf(CUSTOM_ID_QUORRAL), true, true, true, false,
+         0},
+        {"Durnow", "durnow", CUSTOM_ID_DURNOW, oxa::DriverOf(CUSTOM_ID_DURNOW), true, true, true, false, 1},
+        {"Ferrisk", "ferrisk", CUSTOM_ID_FERRISK, oxa::DriverOf(CUSTOM_ID_FERRISK), true, false, false, false,
+         1},
     };
     return kProfiles;
 }

@@ -14,7 +14,8 @@
 
 #include <gmock/gmock.h>
 
-#include "oxa/exports.h"
+#include "oxa/specific_sensors.h"
+#include "oxa/thresholds.h"
 #include "simulator/simulator.h"
 #include "support/bytes.h"
 #include "support/log_lines.h"
