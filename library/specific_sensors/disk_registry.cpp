@@ -29,17 +29,17 @@ uint32_t UsableEntries() {
                                                             : HDD_REGISTER_MAX;
 }
 
-bool IsOnFrontBackplane(const Backplanes &tBackplanes, uint32_t dwIndex, int32_t sdwSlot) {
-    HalHddBackpanelRec tBackplane;
-    memcpy(&tBackplane, tBackplanes.Record(dwIndex), sizeof(tBackplane));
-    tBackplane.acLocation[HAL_HDD_LOCATION_LEN - 1] = '\0';
+bool IsOnFrontBackplane(const HalHddBackpanelRec &tBackplane, uint32_t dwIndex, int32_t sdwSlot) {
+    char acLocation[HAL_HDD_LOCATION_LEN]; // the platform's may lack its NUL
+    memcpy(acLocation, tBackplane.acLocation, sizeof(acLocation));
+    acLocation[HAL_HDD_LOCATION_LEN - 1] = '\0';
     OXA_INFO(kModuleSdr, kSensorDataUnit, "getNvmeFrontInfo",
              "register Disk Sensor: backPanelIndex = %d, startslt = %d, diskCnt = %d, Location = %s",
-             static_cast<int>(dwIndex), tBackplane.ucStartSlot, tBackplane.ucDiskCnt, tBackplane.acLocation);
-    // eight bits wide: a panel that runs over 255 holds no slot
+             static_cast<int>(dwIndex), tBackplane.ucStartSlot, tBackplane.ucDiskCnt, acLocation);
+    // eight bits wide: a backplane that runs over 255 holds no slot
     const uint8_t ucLast = static_cast<uint8_t>(tBackplane.ucStartSlot + tBackplane.ucDiskCnt - 1);
     return tBackplane.ucDiskCnt != 0 && sdwSlot >= tBackplane.ucStartSlot && sdwSlot <= ucLast &&
-           memcmp(tBackplane.acLocation, kFront, sizeof(kFront)) == 0;
+           memcmp(acLocation, kFront, sizeof(kFront)) == 0;
 }
 
 } // namespace
@@ -103,7 +103,7 @@ uint8_t getNvmeFrontInfo(int32_t sdwSlot) {
     const Backplanes tBackplanes;
     const uint32_t dwUsable = tBackplanes.Usable();
     for (uint32_t dw = 0; dw < dwUsable; ++dw)
-        if (IsOnFrontBackplane(tBackplanes, dw, sdwSlot))
+        if (IsOnFrontBackplane(tBackplanes.Record(dw), dw, sdwSlot))
             return kNvmeFront;
     return kNvmeRear;
 }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The step for disks, backplane by backplane.
-#include <cstddef>
-
 #include "library/record/log.h"
 #include "library/static_sensors/pass.h"
 #include "library/store/backplanes.h"
@@ -24,17 +22,14 @@ struct DiskRanges {
     }
 };
 
-// The platform's list is borrowed; only the slot ranges are kept.
+// Of the platform's list only the slot ranges are kept while disks are built.
 [[gnu::noinline]] bool ReadDiskRanges(DiskRanges &tRanges) {
     const Backplanes tBackplanes;
     if (!tBackplanes.IsRead())
         return false;
     tRanges.dwCount = tBackplanes.Reported();
-    for (uint32_t dw = 0; dw < tRanges.Usable(); ++dw) {
-        const uint8_t *pucRec = tBackplanes.Record(dw);
-        tRanges.at[dw] = {pucRec[offsetof(HalHddBackpanelRec, ucStartSlot)],
-                          pucRec[offsetof(HalHddBackpanelRec, ucDiskCnt)]};
-    }
+    for (uint32_t dw = 0; dw < tRanges.Usable(); ++dw)
+        tRanges.at[dw] = {tBackplanes.Record(dw).ucStartSlot, tBackplanes.Record(dw).ucDiskCnt};
     return true;
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The platform's list of disk backplanes.  It is a kilobyte, more than a caller may take from the stack, so
-// it is borrowed from the image of the extended store, which is read afresh before each use; the bytes are
-// zero afterwards.
+// The platform's list of disk backplanes, asked afresh whenever it is needed.  It is a kilobyte: who holds one is a
+// leaf, so that it is off the stack before anything else is built.
 #ifndef OXA_STORE_BACKPLANES_H
 #define OXA_STORE_BACKPLANES_H
 
@@ -13,21 +12,23 @@ namespace oxa {
 class Backplanes {
 public:
     Backplanes(); // asks the platform
-    ~Backplanes();
-    Backplanes(const Backplanes &) = delete;
-    Backplanes &operator=(const Backplanes &) = delete;
 
     bool IsRead() const {
         return bRead;
     }
-    uint32_t Reported() const; // the platform's own count
-    uint32_t Usable() const {  // as many as the list can hold
+    uint32_t Reported() const { // the platform's own count
+        return bRead ? tList.count : 0;
+    }
+    uint32_t Usable() const { // as many as the list can hold
         return Reported() < HAL_HDD_BACKPANEL_MAX ? Reported() : HAL_HDD_BACKPANEL_MAX;
     }
-    const uint8_t *Record(uint32_t dwIndex) const; // bytes of a HalHddBackpanelRec
+    const HalHddBackpanelRec &Record(uint32_t dwIndex) const {
+        return tList.atRec[dwIndex];
+    }
 
 private:
-    bool bRead;
+    HalHddBackpanelList tList;
+    bool bRead = false;
 };
 
 } // namespace oxa

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // Whether a disk slot lies at the front of the machine.
+#include <cstring>
+
+#include "oxa/store.h"
 #include "support/lookup_fixture.h"
 
 namespace {
@@ -137,6 +140,15 @@ TEST_F(DiskPlace, AsksForTheListOncePerQuestion) {
     getNvmeFrontInfo(6);
     EXPECT_EQ(sim::CountCalls(kGetList), 1u);
     EXPECT_EQ(sim::CountCalls("HalHddBackpanelService.CheckHddIsSupportNvme"), 0u);
+}
+
+TEST_F(DiskPlace, TheQuestionLeavesTheImageOfTheStoreAlone) {
+    Backplanes({{0, 4, "Front"}, {4, 4, "Rear"}});
+    std::memset(g_extSdrData, 0x5A, sizeof(g_extSdrData));
+    EXPECT_EQ(getNvmeFrontInfo(1), 4);
+    EXPECT_EQ(getNvmeFrontInfo(5), 5);
+    for (const uint8_t byte : g_extSdrData)
+        ASSERT_EQ(byte, 0x5A);
 }
 
 } // namespace

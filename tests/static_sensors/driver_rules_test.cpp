@@ -7,6 +7,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstring>
+
+#include "oxa/store.h"
 #include "support/static_pass.h"
 
 namespace {
@@ -370,6 +373,20 @@ TEST_P(EveryProfile, OnlyTwoAskForTheLiquidCoolingConfigurationAndOnlyKestrinFor
     EXPECT_EQ(sim::CountCalls("Hal_GetSwiTempSensorCnt"), wanted);
     EXPECT_EQ(sim::CountCalls("Hal_CheckHddSlotIsDiffHddSilk") != 0, wanted != 0);
     EXPECT_EQ(sim::CountCalls("GetOcpPresentStatus") != 0, GetParam().name == "Ferrisk");
+}
+
+// ---- the image of the store -------------------------------------------------------------------------------
+
+// Disks without a record come last on this board, so that nothing is read behind the list of backplanes.
+TEST_P(EveryProfile, APassLeavesTheImageOfTheStoreAsItsLastReadDid) {
+    sim::Board board = BareBoard();
+    board.disks.backplanes = {{0, 0, "Front"}};
+    sim::Start(board);
+    std::memset(g_extSdrData, 0x5A, sizeof(g_extSdrData));
+    RunPass(driver());
+    EXPECT_GE(sim::CountCalls("HalHddBackpanelService.GetBackPanelList"), 1u);
+    for (const uint8_t byte : g_extSdrData)
+        ASSERT_EQ(byte, 0x5A); // the store is empty: a read puts nothing into the image
 }
 
 } // namespace
