@@ -51,6 +51,21 @@ TEST(PellagoDriver, AFailedSilkReadCountsAsZeroAndWarns) {
     EXPECT_EQ(CountLine({'W', 255, "HAL_GetCpuSilkScreenIndexFixValue(&ucCpuSilkStartIndex) = [10]"}), 1u);
 }
 
+// Initialised like the sensors of the system board, unlike the cards that come at run time.
+TEST(KestrinDriver, TheMotherBoardIsInitialisedLikeTheOtherSensorsOfItsBoard) {
+    sim::Start(BaseBoard());
+    Record record{Bytes(64, kUntouched), Bytes(32)};
+    DevTabEntry entry = {};
+    EXPECT_EQ(Kestrin_GenMotherBoardSDR(record.sdr.data(), &entry), 39 + 5);
+    std::memcpy(record.entry.data(), &entry, 32);
+    EXPECT_TRUE(SameRecord(
+        Record{
+            Literal(
+                "00 00 51 02 27 20 00 00 07 60 67 40 15 07 06 00 06 00 FF 7F 00 00 00 00 01 00 00 00 00 00 00 CC 'Mother_Board' FFx4 00x16"),
+            Literal("55 40 00x18 FF 07 60 67 15 07 00x6")},
+        record));
+}
+
 TEST(FerriskDriver, CardsThatAreNotPluggedHaveNoRecords) {
     sim::Board board = SmallBoard();
     board.ocp = {.count = 4, .present = 0b1010};

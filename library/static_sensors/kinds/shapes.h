@@ -45,9 +45,9 @@ constexpr SensorKind System(uint8_t ucItem, Entity eEntity, SensorType eType, Ev
 }
 
 // Severity states of a board or card: asserted and deasserted for two of them, readable in full.
-constexpr CompactFields SeverityOf(Entity eEntity) {
+constexpr CompactFields SeverityOf(Entity eEntity, uint8_t ucInit) {
     return {.ucEntityId = eEntity,
-            .ucInit = 0x63,
+            .ucInit = ucInit,
             .ucSensorType = kTypeModule,
             .ucEventType = kEventSeverity,
             .wAssert = 0x0006,
