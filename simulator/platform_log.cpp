@@ -104,7 +104,8 @@ void Channel(Call &call, Kind kind, uint32_t level, const char *format, va_list 
     event.kind = kind;
     event.number = level;
     event.text = Print(format, list);
-    if (kind == Kind::kDebug && !HasPrefix(event.text)) {
+    // an assertion on the channel stands by itself
+    if (kind == Kind::kDebug && !HasPrefix(event.text) && !event.text.starts_with("assertion failed: ")) {
         call.state().Violate("debug line without \"[file:line]\": " + event.text);
     }
     call.state().trace.push_back(std::move(event));

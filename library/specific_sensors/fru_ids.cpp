@@ -178,11 +178,11 @@ int32_t LoadPurchaseCardFruId(uint16_t wDevType, const char *pcName, uint8_t *sl
         return -1;
     }
     if (slotId == nullptr) {
-        OXA_DEBUG(kDebugChannel, kSensorDataUnit, "assertion failed: slotId != 0");
+        IDBG_LINUXAPP_DbgOut(kDebugChannel, "assertion failed: slotId != 0"); // no unit and line here
         return -1;
     }
     if (fruId == nullptr) {
-        OXA_DEBUG(kDebugChannel, kSensorDataUnit, "assertion failed: fruId != 0");
+        IDBG_LINUXAPP_DbgOut(kDebugChannel, "assertion failed: fruId != 0"); // no unit and line here
         return -1;
     }
     IniFile *ptIni = nullptr;

@@ -272,6 +272,19 @@ TEST_F(LoadingTheFruId, ANullOutputGivesMinusOne) {
     EXPECT_THAT(IniCalls(), IsEmpty());
 }
 
+TEST_F(LoadingTheFruId, AMissingOutputIsToldWithoutUnitAndLine) {
+    uint8_t byte = 0;
+    EXPECT_EQ(LoadPurchaseCardFruId(0x010B, "HyperCard", nullptr, &byte), -1);
+    EXPECT_EQ(LoadPurchaseCardFruId(0x010B, "HyperCard", &byte, nullptr), -1);
+    ASSERT_EQ(sim::Trace().size(), 2u);
+    EXPECT_EQ(sim::Trace()[0].text, "assertion failed: slotId != 0");
+    EXPECT_EQ(sim::Trace()[1].text, "assertion failed: fruId != 0");
+    for (const sim::Event &event : sim::Trace()) {
+        EXPECT_EQ(event.kind, sim::Kind::kDebug);
+        EXPECT_EQ(event.number, 130u);
+    }
+}
+
 TEST_F(LoadingTheFruId, OfSeveralNullArgumentsTheFirstIsTold) {
     EXPECT_EQ(LoadPurchaseCardFruId(0x010B, nullptr, nullptr, nullptr), -1);
     EXPECT_THAT(Lines(), ElementsAre(Debug("purchase card Info is null!!!\n")));
