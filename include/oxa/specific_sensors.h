@@ -652,6 +652,37 @@ extern const uint32_t g_dwAddSDRHndlrCnt;
  * The handler is found by sensor type and event type, bytes 12 and 13 (#g_atSensorDevTab).  Records of the static
  * drivers come with their entries and do not need it.
  *
+ * The entry is zeroed (bus and address stay 0), gets sensor number, LUN and bytes 21 to 25 from the record, 0xFF as
+ * mark, and:
+ *   - ucDevCode by class and card type, never 0.
+ *   - ucItem and ucSubItem: the nibbles of SDR byte 44, sub card type and port, of temperatures and of NEO powers (36).
+ *     ucItem 3 of card types 62 to 64, 5 of 66, 8 of 67, 1 of SXM voltages.
+ *   - ucIndex: SDR byte 45 (slot; of a fan ucBrenmorSensorIndex); SDR byte 44 of card types 17, 20 to 27, 35, 38 to 41,
+ *     45 to 48, 50 to 53, 60 to 66, 68 to 73; byte 29 of disk states; the instance less 0x60 of GPU card and memory
+ *     states; 0 of card states and of voltages but SXM's.
+ *   - ucScanFlag 0x80 of fans and of card types 6, 17, 20, 35, 36, 46, 60, 61, and of the smart NIC (19) that stays
+ *     powered in S5.
+ *   - ucSubKind: the card type of 22 to 27, 38 to 41, 45, 50 to 53, 62 to 65, 68 to 73; 1 of NICs (5, 19, 43, 44).
+ *   - ucMark 0x25 of disks.
+ *   - ucM: SDR byte 24 of fans, of powers of card types 2, 30, 31, 34, 36, 56 to 58, and of NEO temperatures (36); of
+ *     all others 0, whatever the record says.
+ *
+ * A disk state needs card type 59 in SDR byte 30, and has it as built.  A memory state needs 18, 32 or 33 there and is
+ * built with 0: it gets -1 unless the caller writes the card type first.
+ *
+ * From the description to the scanner, as the caller does it:
+ * \code
+ *   uint32_t dwStatus = SDR_AddSpecificSensor(&tParam); // 1. the record goes to the repository
+ *   // 2. take it from there: the caller's IPMICMD_AddSDR() saw it, or read it back (IPMI Get SDR)
+ *   uint8_t aucSlot[SDR_SLOT_SIZE] = {0};
+ *   memcpy(aucSlot, pucRecord, ucLen);
+ *   aucSlot[SDR_SENSOR_NUM] = ucNumber;                 // 3. number it, before 4.
+ *   DevTabEntry tEntry = {0};
+ *   int32_t sdwRet = GenDevTable(aucSlot, &tEntry);     // 4. copies the number to byte 4; -1: nothing to scan
+ *   // 5. read both files of the extended store (store.h), append slot and entry at the same place, write both
+ * \endcode
+ * After step 5 the library refuses another sensor of this type and name (#OXA_NOT_SUPPORTED); before it, it does not.
+ *
  * \param[in]     pucSDR   the record, 64 bytes
  * \param[in,out] ptEntry  the entry; zero it first: one of a power sensor (type 0x08, 0x0B) that carries a device code
  *                         already is left as it is, with result 0.  Filled in part also when the result is -1.
