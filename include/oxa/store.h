@@ -106,7 +106,9 @@ int32_t writeExtDevTabFile(const uint8_t *pData, uint32_t dwLen);
  * Tells whether a sensor of this record type and name is stored.
  *
  * Every generator asks this about the record it built.  Compared are full with full and compact with compact records,
- * names whole and to the letter; any other record type is never found.  Reads the store afresh into #g_extSdrData.
+ * names whole and to the letter, entity and number not; any other record type is never found.  So one stored record
+ * stands for all of its name: CPU_PROCHOT of all CPUs, CPU_TEMP and CPU_STATUS of all on board 0x5497 (profile 0).
+ * Reads the store afresh into #g_extSdrData.
  *
  * \param[in] pSDRData  the record, 64 bytes; a null pointer is an error line and 0
  * \return 1 stored; 0 not stored, or the store is empty or unreadable
