@@ -1156,9 +1156,9 @@ int32_t sigwrap_open_mode(const char *pcPath, int32_t sdwFlags, uint32_t dwMode)
  * \param[in]  sdwFd  descriptor
  * \param[out] pvBuf  room for dwLen bytes; what a failed read leaves there is not looked at
  * \param[in]  dwLen  up to 16,320; the file may be shorter
- * \return number of bytes read; 0 or less = nothing read, and a line on the debug channel, "Error in reading the file"
- *         with the text of errno as it stands.  An empty store reads 0 bytes: until somebody has written it every
- *         record that is built leaves such a line, with "Success" as a rule, and nothing is wrong
+ * \return number of bytes read; 0 or less = nothing read, and a line on the debug channel with the text of errno, which
+ *         is 0 before the call.  An empty store reads 0 bytes: until somebody has written it every record that is built
+ *         leaves the line "Error in reading the file ... due to error: Success", and nothing is wrong
  */
 int32_t sigwrap_read(int32_t sdwFd, void *pvBuf, uint32_t dwLen);
 

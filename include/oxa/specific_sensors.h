@@ -516,7 +516,22 @@ uint8_t getNvmeFrontInfo(int32_t sdwSlot);
  * \name Profile table and sensor information tables
  * Which sensors can come at run time in which profile, and their name patterns.  getCustomSensorInfo() reads them: the
  * profile is searched in the order of #g_atSnrSpecificInfo, the sensor in the order of its table.  Read-only.
- * @{
+ *
+ * What the tables offer, by class word: card types, in brackets sub card types other than 0 alone.
+ *   - All but 16 (Ferrisk): 0x0100: 2 (0, 1), 3, 4, 5 (0, 1), 6 (1), 13, 15, 16, 18, 19 (0, 1), 28 to 33, 37, 43 (0,
+ *     1), 44 (0, 1), 49, 54, 55; 0x0403: 0 (0, 2), 1 (0, 2), 255 (0, 2); 0x0803: 30, 31.
+ *   - All but 16 and 20 (Sablin): 0x0803: 2.
+ *   - All but 16 and 7 (Lumora): 0x0100: 36 (3 to 8); 0x0803: 36 (3, 6).
+ *   - All but 16, 7 and 11 (Durnow): 0x0100: 6.
+ *   - 0 (Default) and 20: 0x0100: 34 (0, 1); 0x0803: 34.
+ *   - 1 (Kestrin), 3 (Vorana) and 7: 0x0C01: 18, 32, 33.
+ *   - 2 (Pellago): 0x0803: 56 to 58.
+ *   - 3: 0x0100: 67 to 73; 0x0200: 31.
+ *   - 20: 0x0100: 2 (9, 10); 0x0803: 56; 0x1700: 2.
+ *   - 16: 0x0100: 2, 3, 5, 6, 59 (4, 5); 0x0403: 0, 1, 255; 0x0803: 56; 0x0D00: 59 (2 to 5).
+ *
+ * All profiles have besides the card families below.  Whatever is not here is not offered: SXM voltage in 3 alone,
+ * disks in 16 alone, GPU card states in 20 alone, memory states in 1, 3 and 7 alone, so none of them in Default. @{
  */
 extern const SnrSpecificInfoRow g_atSnrSpecificInfo[10]; /**< a row for each profile, by id */
 extern const uint32_t g_dwSdrCustomCnt;                  /**< rows of the profile table: 10 */
@@ -624,7 +639,17 @@ uint32_t SDR_AddSpecificSensor(SpecificSensorParam *ptParam);
  * \return 0 deleted, or nothing to delete; 1 another class word (warning); -1 a null pointer (warning); else the IPMI
  *         library's code, and the record file keeps its entry
  *
- * One writer of the record file at a time.
+ * One writer of the record file at a time.  Power supply 1 comes and goes, its index in two different fields:
+ * \code
+ *   SpecificSensorParam tParam = {0};
+ *   tParam.dwSensorDevType = 0xFF0A;
+ *   tParam.ucDeviceType = 1;                               // to add: here
+ *   if (SDR_AddSpecificSensor(&tParam) == OXA_OK)
+ *       SDR_UpdateSpecificSDRRecFile(10, 1, wRecordId, 1); // says where the record id comes from
+ *   // ... and when it was pulled
+ *   tParam.SlotId = 1;                                     // to delete: here
+ *   SDR_DeleteSpecificSDR(&tParam);                        // clears the entry in the record file
+ * \endcode
  */
 int32_t SDR_DeleteSpecificSDR(SpecificSensorParam *ptParam);
 
