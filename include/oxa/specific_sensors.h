@@ -518,8 +518,8 @@ uint8_t getNvmeFrontInfo(int32_t sdwSlot);
  * profile is searched in the order of #g_atSnrSpecificInfo, the sensor in the order of its table.  Read-only.
  *
  * What the tables offer, by class word: card types, in brackets sub card types other than 0 alone.
- *   - All but 16 (Ferrisk): 0x0100: 2 (0, 1), 3, 4, 5 (0, 1), 6 (1), 13, 15, 16, 18, 19 (0, 1), 28 to 33, 37, 43 (0,
- *     1), 44 (0, 1), 49, 54, 55; 0x0403: 0 (0, 2), 1 (0, 2), 255 (0, 2); 0x0803: 30, 31.
+ *   - All but 16 (Ferrisk): 0x0100: 2 (0, 1), 3, 4, 5 (0, 1), 6 (1), 13, 15, 16, 18, 19 (0, 1), 28 to 33, 37,
+ *     43 (0, 1), 44 (0, 1), 49, 54, 55; 0x0403: 0 (0, 2), 1 (0, 2), 255 (0, 2); 0x0803: 30, 31.
  *   - All but 16 and 20 (Sablin): 0x0803: 2.
  *   - All but 16 and 7 (Lumora): 0x0100: 36 (3 to 8); 0x0803: 36 (3, 6).
  *   - All but 16, 7 and 11 (Durnow): 0x0100: 6.
@@ -531,7 +531,8 @@ uint8_t getNvmeFrontInfo(int32_t sdwSlot);
  *   - 16: 0x0100: 2, 3, 5, 6, 59 (4, 5); 0x0403: 0, 1, 255; 0x0803: 56; 0x0D00: 59 (2 to 5).
  *
  * All profiles have besides the card families below.  Whatever is not here is not offered: SXM voltage in 3 alone,
- * disks in 16 alone, GPU card states in 20 alone, memory states in 1, 3 and 7 alone, so none of them in Default. @{
+ * disks in 16 alone, GPU card states in 20 alone, memory states in 1, 3 and 7 alone, so none of them in Default.
+ * @{
  */
 extern const SnrSpecificInfoRow g_atSnrSpecificInfo[10]; /**< a row for each profile, by id */
 extern const uint32_t g_dwSdrCustomCnt;                  /**< rows of the profile table: 10 */
@@ -645,7 +646,7 @@ uint32_t SDR_AddSpecificSensor(SpecificSensorParam *ptParam);
  *   tParam.dwSensorDevType = 0xFF0A;
  *   tParam.ucDeviceType = 1;                               // to add: here
  *   if (SDR_AddSpecificSensor(&tParam) == OXA_OK)
- *       SDR_UpdateSpecificSDRRecFile(10, 1, wRecordId, 1); // says where the record id comes from
+ *       SDR_UpdateSpecificSDRRecFile(10, 1, wRecordId, 1); // tells where wRecordId comes from
  *   // ... and when it was pulled
  *   tParam.SlotId = 1;                                     // to delete: here
  *   SDR_DeleteSpecificSDR(&tParam);                        // clears the entry in the record file

@@ -31,9 +31,9 @@ extern "C" {
  * Writes a device's entry into the record file.
  *
  * Call it when the repository has taken the FRU locator of a power supply; SDR_DeleteSpecificSDR() clears the entry
- * itself.  SDR_AddSpecificSensor() does not tell the record id.  Known it is to the platform, whose IPMICMD_AddSDR()
- * gave the record away and got the id in its response, and to the service that owns the repository; a caller that
- * reaches neither reads the repository back (IPMI Get SDR) and takes the id of the record of type 0x11 with the entity
+ * itself.  SDR_AddSpecificSensor() does not tell the record id.  The platform knows it, whose IPMICMD_AddSDR() handed
+ * the record on and got the id in the response, and so does the service that owns the repository; a caller that reaches
+ * neither reads the repository back (IPMI Get SDR) and takes the id of the record of type 0x11 with the entity
  * and instance of the device (bytes 12 and 13; a power supply: 0x0A and its index).  Nothing is written, and a line
  * says so, when the file cannot be loaded or the class is another; a failed save is not noticed.
  *
