@@ -254,8 +254,8 @@ uint32_t addSELAlarm(uint32_t entityId, uint32_t reason, uint32_t eventDir);
  * \param[in] cpuNum       number of the processor, as MW_GetCPUSensorNumber() counts
  * \param[in] bankHighBit  lowest bit goes to bit 7 of the third data byte, when offset is 11 and bankNum is not 255
  * \param[in] bankNum      number of the bank; 255 none
- * \param[in] offset       state of the processor's sensor by IPMI's list for type 0x07: 0 internal error, 1 thermal trip,
- *                         ..., 11 machine check; not checked
+ * \param[in] offset       state of the processor's sensor by IPMI's list for type 0x07: 0 internal error, 1 thermal
+ *                         trip, ..., 11 machine check; not checked
  * \param[in] assertFlag   0 error, 1 over; checked
  * \return #OXA_OK or #OXA_FAILED
  */

@@ -505,7 +505,7 @@ int32_t HAL_GetFanPowerAccuracy(uint32_t *pdwAccuracy);
 #define HAL_HDD_BACKPANEL_MAX 32u /**< at most 32 backplanes are looked at */
 #define HAL_HDD_LOCATION_LEN 32u  /**< room for a location and a NUL */
 
-/** A disk backplane, 34 bytes. */
+/** A disk backplane, 34 bytes.  A slot that is on two of them gets its records twice. */
 typedef struct HalHddBackpanelRec {
     uint8_t ucStartSlot;                   /**< 0  first disk slot */
     uint8_t ucDiskCnt;                     /**< 1  number of disk slots; with the first one at most 255 */

@@ -699,7 +699,7 @@ extern const uint32_t g_dwAddSDRHndlrCnt;
  * From the description to the scanner, as the caller does it:
  * \code
  *   uint32_t dwStatus = SDR_AddSpecificSensor(&tParam); // 1. the record goes to the repository
- *   // 2. take it from there: the caller's IPMICMD_AddSDR() saw it, or read it back (IPMI Get SDR)
+ *   // 2. if OXA_OK take it from there: the platform's IPMICMD_AddSDR() saw it, or read it back (IPMI Get SDR)
  *   uint8_t aucSlot[SDR_SLOT_SIZE] = {0};
  *   memcpy(aucSlot, pucRecord, ucLen);
  *   aucSlot[SDR_SENSOR_NUM] = ucNumber;                 // 3. number it, before 4.
@@ -707,7 +707,8 @@ extern const uint32_t g_dwAddSDRHndlrCnt;
  *   int32_t sdwRet = GenDevTable(aucSlot, &tEntry);     // 4. copies the number to byte 4; -1: nothing to scan
  *   // 5. read both files of the extended store (store.h), append slot and entry at the same place, write both
  * \endcode
- * After step 5 the library refuses another sensor of this type and name (#OXA_NOT_SUPPORTED); before it, it does not.
+ * After step 5 the library refuses another sensor of this record type and name (#OXA_NOT_SUPPORTED).  Before it nothing
+ * is refused but a registered disk and a power supply of the record file.
  *
  * \param[in]     pucSDR   the record, 64 bytes
  * \param[in,out] ptEntry  the entry; zero it first: one of a power sensor (type 0x08, 0x0B) that carries a device code

@@ -33,9 +33,11 @@ extern "C" {
  * Call it when the repository has taken the FRU locator of a power supply; SDR_DeleteSpecificSDR() clears the entry
  * itself.  SDR_AddSpecificSensor() does not tell the record id.  The platform knows it, whose IPMICMD_AddSDR() handed
  * the record on and got the id in the response, and so does the service that owns the repository; a caller that reaches
- * neither reads the repository back (IPMI Get SDR) and takes the id of the record of type 0x11 with the entity
- * and instance of the device (bytes 12 and 13; a power supply: 0x0A and its index).  Nothing is written, and a line
- * says so, when the file cannot be loaded or the class is another; a failed save is not noticed.
+ * neither reads the repository back (IPMI Get SDR) and takes the id of the record of type 0x11 with the entity and
+ * instance of the device (bytes 12 and 13; a power supply: 0x0A and its index).
+ *
+ * Nothing is written, and a line says so, when the file cannot be loaded or the class is another; a failed save is not
+ * noticed.
  *
  * \param[in] dwEntityID        device class: 10 power supply, 11 card, 224 GPU base board
  * \param[in] dwEntityInstance  index of the device: of a power supply from 1, up to 9 digits
