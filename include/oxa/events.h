@@ -8,6 +8,9 @@
  * What holds for every builder
  *   - Values are numbers of a byte passed in words: into the record goes their low byte (or the bits that are named).
  *     Rules compare the whole word.  Nothing is tested but what is said to be.
+ *   - Numbers of devices (dimmNum, cpuNum, slotNum, location, index and their like) go into the record, and into the
+ *     question to the platform's directory, as they came: nothing is converted, and whether they begin at 0 or 1 is
+ *     not known here: count as the directory of the platform does (MW_GetMemSensorNumber() and its like).
  *   - assertFlag and eventDir: 0 the event happened, 1 it is over; the lowest bit goes to bit 7 of byte 12, where the
  *     record has an event type.  Where the flag is checked, any other value is an error line and #OXA_FAILED, and
  *     nothing is sent.
@@ -163,7 +166,7 @@ uint32_t addControllerSEL(uint32_t entityId, uint32_t controller, uint32_t event
  * While the file /var/test_disk_fault_predict exists only events 27 to 29 are sent; any other does nothing, #OXA_OK.
  * Each event that is looked at is traced by an error line of module 67, although nothing is wrong.
  * \param[in] entityId  IPMI entity of the disk
- * \param[in] slotNum   slot of the disk, all 32 bits
+ * \param[in] slotNum   slot of the disk, all 32 bits, as MW_GetSensorNumber() counts
  * \param[in] eventNum  number of the event
  * \param[in] eventDir  0 event, 1 over; not checked
  * \return #OXA_OK or #OXA_FAILED
@@ -199,7 +202,7 @@ uint32_t addLDSEL(uint32_t entityId, uint32_t eventNum, uint32_t ctrlIndex, uint
  *     sends nothing, #OXA_FAILED;
  *   - 34: sensor type 0x09 power unit, event type 0x05, data 0xA1;
  *   - any other: sensor type 0x08, sent without event type and direction.
- * \param[in] location  place of the power module
+ * \param[in] location  place of the power module, as MW_GetPemSensorNumber() counts
  * \param[in] eventNum  number of the event
  * \param[in] eventDir  0 event, 1 over; not checked
  * \return #OXA_OK or #OXA_FAILED
@@ -248,10 +251,11 @@ uint32_t addSELAlarm(uint32_t entityId, uint32_t reason, uint32_t eventDir);
  *
  * Record: type 0x02, sensor type 0x07, the processor's sensor number (MW_GetCPUSensorNumber()), event type 0x6F, data
  * offset, cpuNum, bankNum.
- * \param[in] cpuNum       number of the processor
+ * \param[in] cpuNum       number of the processor, as MW_GetCPUSensorNumber() counts
  * \param[in] bankHighBit  lowest bit goes to bit 7 of the third data byte, when offset is 11 and bankNum is not 255
  * \param[in] bankNum      number of the bank; 255 none
- * \param[in] offset       state of the processor's sensor; 11 machine check
+ * \param[in] offset       state of the processor's sensor by IPMI's list for type 0x07: 0 internal error, 1 thermal
+ *                         trip, ..., 11 machine check; not checked
  * \param[in] assertFlag   0 error, 1 over; checked
  * \return #OXA_OK or #OXA_FAILED
  */
@@ -262,10 +266,11 @@ uint32_t addCPUError(uint32_t cpuNum, uint32_t bankHighBit, uint32_t bankNum, ui
  *
  * Record: type 0x02, sensor type 0x0C, the module's sensor number (MW_GetMemSensorNumber()), event type 0x6F, data
  * offset, dimmNum, errorNum.
- * \param[in] dimmNum     number of the memory module
- * \param[in] offset      state of the memory's sensor; 14 exists in profile 1 (Kestrin) only: elsewhere nothing is
- *                        sent, #OXA_OK
- * \param[in] errorNum    number of the error
+ * \param[in] dimmNum     number of the memory module, 0 to 255, as MW_GetMemSensorNumber() counts
+ * \param[in] offset      state of the memory's sensor by IPMI's list for type 0x0C: 0 correctable, 1 uncorrectable ECC
+ *                        error, ..., 6 presence, 7 configuration error; not checked.  14 exists in profile 1 (Kestrin)
+ *                        only: elsewhere nothing is sent, #OXA_OK
+ * \param[in] errorNum    number of the error, 0 to 255; the caller's own, not looked at
  * \param[in] assertFlag  0 error, 1 over; checked
  * \return #OXA_OK or #OXA_FAILED
  */

@@ -4,17 +4,23 @@
  * \brief Every function that liboxaspecificsensorinfo imports from the BMC firmware, for whoever implements them.
  *
  * The library is linked against none of them: they are found by name when it is loaded, so a stub may be the program
- * itself (linked with -rdynamic, or its functions are not seen) or another shared object.  All that it calls must be
- * there (it binds at once), or the library does not load.
+ * itself or another shared object.  All that it calls must be there (it binds at once), or the library does not load.
+ * A program with the stub in it, linked against the library, needs nothing special; one that loads the library with
+ * dlopen() must be linked with -rdynamic, or its functions are not seen:
+ * \code
+ *   cc -Iinclude program.c platform.c -L. -loxaspecificsensorinfo -Wl,-rpath,'$ORIGIN' -o program
+ *   cc -Iinclude -rdynamic loader.c platform.c -ldl -o loader
+ * \endcode
  *
  * What holds for every function
  *   - C linkage, fixed-width types; size_t only in the bounded memory and string functions.
  *   - Most return int32_t: 0 = success, anything else = failure.  Where only a negative result is a failure the
  *     function says so.  Some cannot fail: their result is the answer.
- *   - Out-parameters come last and are never null.  They count only after success (one exception:
- *     HAL_GetSensorNotSupportFlagBySensor()); after a failure the library puts its own default back, 0 unless said
- *     otherwise, so a failing function may leave anything in them.  A record is to be filled whole as far as it is said
- *     to be read.
+ *   - Out-parameters are marked so; they come last but where their size or an argument of the service follows them, and
+ *     first in section 7 and in LIBIPMI_Create_IPMI_Local_Session().  None is ever null.  They count only after success
+ *     (one exception: HAL_GetSensorNotSupportFlagBySensor()); after a failure the library puts its own default back, 0
+ *     unless said otherwise, so a failing function may leave anything in them.  A record is to be filled whole as far
+ *     as it is said to be read.
  *   - A service object (HalCpuInst(), HalFanInst(), HalHddBackpanelInst()) may be null, and so may an operation in it:
  *     either counts as a failed call with result -1, where nothing else is said.
  *   - Texts go out NUL-terminated within the size that is passed.
@@ -35,6 +41,14 @@
  *     sigwrap_write(), sigwrap_close(), oxa_strerror_s() and IDBG_LINUXAPP_DbgOut().
  *   - It is not prepared for being called back: a function of the platform must not call the library.
  *
+ * Error lines of normal use, each counted by sspFailedStat() like any other; a stub must not take them for faults:
+ *   - "assertion failed: GetLiquidCoolingFlag() == (1)", module 255, from the leakage generator on every machine
+ *     without a leak sensor; "... != (2)" from fan redundancy and fan power on one without fans.
+ *   - "assertion failed: halFan != 0" where there is no fan service.
+ *   - addDiskSEL() traces each event that it looks at (module 67), SDR_DeleteSpecificSDR() each delete, also one that
+ *     succeeded.
+ *   - "Add SDR: GenSDRHndlr ucRecLen = 0." when a power supply is added that the record file has already.
+ *
  * A stub of a board with nothing on it: what cannot fail answers 0, queries return -1 (but HAL_GetPsuMaxCount() and
  * get_default_board_id() must give something, or a static pass writes no count), service objects are null, the
  * semaphore, sessions and commands return 0, what opens a file (IniLoadFile(), OXA_IniLoadFile(), oxa_fopen_s(),
@@ -42,7 +56,10 @@
  * record is built with them.  With two PSUs the Default driver then builds 22 records.
  *
  * From the C library come besides: lseek, ftruncate and errno (extended store), fread, fwrite and unlink (threshold
- * file), access (the marker of addDiskSEL()), and memcmp, memcpy, memset (bcmp with clang).
+ * file), access (the marker of addDiskSEL()), and memcmp, memcpy, memset (bcmp with clang).  Files are opened through
+ * the platform, which may keep them elsewhere; two calls go past it with the literal path:
+ * unlink("/conf/BMC1/sensor_threshold.dat") and access("/var/test_disk_fault_predict", F_OK).  A stub that keeps files
+ * elsewhere defines these two as well (the program's own win over the C library's).
  */
 #ifndef OXA_PLATFORM_H
 #define OXA_PLATFORM_H
@@ -113,7 +130,8 @@ uint16_t GetCardBoardId(uint8_t ucCard);
 
 /**
  * Tells the liquid-cooling mode.
- * Fan redundancy and fan power are not built in mode 2, leakage only in mode 1.
+ * Fan redundancy and fan power are not built in mode 2, leakage only in mode 1; a sensor that is not built for this
+ * reason is an error line.
  * Called by generators of fan redundancy, fan power and leakage.
  * \return 0 none, 1 with a leak sensor, 2 no fans; cannot fail
  */
@@ -306,7 +324,8 @@ int32_t HAL_GetDimmDevInfoByDimmNum(uint8_t ucDimmNum, HalDimmDevInfo *ptInfo);
  * A failure is an error line, and the record is not built.
  * Called by drivers, for each record of a DIMM.
  * \param[in]  ptInfo  what HAL_GetDimmDevInfoByDimmNum() gave
- * \param[out] pcName  the text, NUL-terminated; more than 5 characters are cut off the sensor's name
+ * \param[out] pcName  the text, NUL-terminated, any characters; as a rule channel and slot: "A0" makes "MEM_TEMP_A0",
+ *                     in other profiles "DIMMA0_Temp".  Up to 5 fit every name; a longer one loses its end
  * \param[in]  dwSize  room in pcName: 17
  * \return 0, anything else = failure
  */
@@ -322,7 +341,9 @@ int32_t HAL_GetDimmSensorNameIndex(const HalDimmDevInfo *ptInfo, char *pcName, u
 int32_t HAL_GetDimmPowerAccuracy(uint32_t *pdwAccuracy);
 
 /**
- * Gives whether groups of DIMMs and disks have temperatures, instead of each DIMM and besides each disk.
+ * Gives whether groups of DIMMs and disks have temperatures.
+ * Then no DIMM has a record of its own, neither temperature nor state; instead each CPU socket has a temperature of its
+ * DIMMs, if there are any.  Disks keep theirs, and each backplane with disk slots has a temperature besides.
  * A failure is a warning and counts as 0.
  * Called by drivers.
  * \param[out] pucSensorSimpleFlag  1 yes, anything else no
@@ -377,41 +398,42 @@ int32_t HAL_GetPsuCountPerGroup(uint8_t *pucPsuPerGroup);
 
 /** Sensor identifiers.  The nine numbers below 101 are fixed by the firmware, the others belong to this library. */
 enum {
-    SENSOR_BP_FRONT_12V = 19,
-    SENSOR_BP_REAR_12V = 20,
-    SENSOR_BP_FRONT_TEMP = 21,
-    SENSOR_BP_REAR_TEMP = 22,
-    SENSOR_SYS_54_VOLT = 25,
-    SENSOR_GPU_54_VOLT = 26,
-    SENSOR_PDB_BOARD_POWER = 27,
-    SENSOR_NIC_POWER = 28,
-    SENSOR_GPU_BOARD_POWER = 29,
-    SENSOR_CPU_VR_TEMP = 101,
-    SENSOR_CPU_VOLTS = 102,
-    SENSOR_INPUT_TEMP = 103,
-    SENSOR_OUTPUT_TEMP = 104,
-    SENSOR_ENV_HUMI = 105,
-    SENSOR_PDB_TEMP = 106, /**< both power distribution board temperatures */
-    SENSOR_VCC12V = 107,
-    SENSOR_POWER_FAULT = 108,
-    SENSOR_CPU_VCORE_CURRENT = 109,
-    SENSOR_CPU_VCORE1_CURRENT1 = 110,
-    SENSOR_CPU_VSOC_CURRENT = 111,
-    SENSOR_CPU_DDR_VDD1_CURRENT = 112,
+    SENSOR_BP_FRONT_12V = 19,          /**< 12 V of the front backplane (Ferrisk) */
+    SENSOR_BP_REAR_12V = 20,           /**< 12 V of the rear backplane (Ferrisk) */
+    SENSOR_BP_FRONT_TEMP = 21,         /**< temperature of the front backplane (Ferrisk) */
+    SENSOR_BP_REAR_TEMP = 22,          /**< temperature of the rear backplane (Ferrisk) */
+    SENSOR_SYS_54_VOLT = 25,           /**< 54 V supply of the system (Kestrin) */
+    SENSOR_GPU_54_VOLT = 26,           /**< 54 V supplies of the GPUs (Kestrin) */
+    SENSOR_PDB_BOARD_POWER = 27,       /**< power of the power distribution board (Kestrin) */
+    SENSOR_NIC_POWER = 28,             /**< power of the network cards (Kestrin) */
+    SENSOR_GPU_BOARD_POWER = 29,       /**< power of the GPU board (Kestrin) */
+    SENSOR_CPU_VR_TEMP = 101,          /**< regulator temperature of every CPU, which drivers build themselves */
+    SENSOR_CPU_VOLTS = 102,            /**< core voltage of every CPU */
+    SENSOR_INPUT_TEMP = 103,           /**< air inlet temperature */
+    SENSOR_OUTPUT_TEMP = 104,          /**< air outlet temperature */
+    SENSOR_ENV_HUMI = 105,             /**< humidity */
+    SENSOR_PDB_TEMP = 106,             /**< both power distribution board temperatures */
+    SENSOR_VCC12V = 107,               /**< 12 V supply of the board */
+    SENSOR_POWER_FAULT = 108,          /**< power fault */
+    SENSOR_CPU_VCORE_CURRENT = 109,    /**< core rail current of every CPU (Vorana) */
+    SENSOR_CPU_VCORE1_CURRENT1 = 110,  /**< second core rail current (Vorana) */
+    SENSOR_CPU_VSOC_CURRENT = 111,     /**< SoC rail current (Vorana) */
+    SENSOR_CPU_DDR_VDD1_CURRENT = 112, /**< memory rail current (Vorana) */
     /* sensors whose refusal text exists and whose identifier is not named */
-    SENSOR_PCH_TEMP = 121,
-    SENSOR_POWER_BUTTON = 122,
-    SENSOR_UID_BUTTON = 123,
-    SENSOR_INTRUSION = 124,
-    SENSOR_ME = 125,
-    SENSOR_PWR_MODULE_TEMP = 126, /**< Kestrin power modules */
-    SENSOR_UBB_RT_TEMP = 127      /**< Kestrin UBB retimers */
+    SENSOR_PCH_TEMP = 121,             /**< chipset temperature, with Intel processors */
+    SENSOR_POWER_BUTTON = 122,         /**< power button */
+    SENSOR_UID_BUTTON = 123,           /**< button of the identification light */
+    SENSOR_INTRUSION = 124,            /**< chassis intrusion */
+    SENSOR_ME = 125,                   /**< management engine */
+    SENSOR_PWR_MODULE_TEMP = 126,      /**< Kestrin power modules */
+    SENSOR_UBB_RT_TEMP = 127           /**< Kestrin UBB retimers */
 };
 
 /**
  * Gives whether the board HAS a sensor, despite the name.
  * The flag is read after a failure as well, which is only a warning: leave it alone, and the sensor is not built.
- * Called by static generators whose comment says "where the board has SENSOR_...".
+ * Called by all static generators and driver-built sensors whose comment in the profile's header says "where the board
+ * has SENSOR_..."; a sensor without these words asks no flag.
  * \param[in]     dwSensorId      SENSOR_BP_FRONT_12V and its like
  * \param[in,out] pucSupportFlag  0 before the call; anything else = the board has the sensor
  * \return 0, anything else = failure
@@ -483,7 +505,7 @@ int32_t HAL_GetFanPowerAccuracy(uint32_t *pdwAccuracy);
 #define HAL_HDD_BACKPANEL_MAX 32u /**< at most 32 backplanes are looked at */
 #define HAL_HDD_LOCATION_LEN 32u  /**< room for a location and a NUL */
 
-/** A disk backplane, 34 bytes. */
+/** A disk backplane, 34 bytes.  A slot that is on two of them gets its records twice. */
 typedef struct HalHddBackpanelRec {
     uint8_t ucStartSlot;                   /**< 0  first disk slot */
     uint8_t ucDiskCnt;                     /**< 1  number of disk slots; with the first one at most 255 */
@@ -912,7 +934,14 @@ int32_t IPMI_GetCduManageConfig(IpmiCduManageConfig *ptConfig);
  * \name Sessions and commands
  * Each returns uint16_t: 0 = success, anything else is the code that the library prints, and that
  * SDR_AddSpecificSensor(), SDR_DeleteSpecificSDR() and SendSubCardStatusToFRU() return.  A session is opened, used for
- * one command and closed.  Responses are zero before the call and not read.
+ * one command and closed.
+ *
+ * Responses are zero before the call and not read, so the result must tell how IPMI completed the command: return 0
+ * only for completion code 0, else a code other than 0, as a rule the completion code itself (0x00C4, ...).  0xFFFE and
+ * 0xFFFF would look like #OXA_NOT_SUPPORTED and #OXA_FAILED.
+ *
+ * dwArg5 to dwArg7 and dwArg are constants of the service that the library hands on unchanged; what they mean is known
+ * to the service alone, and a stub may ignore them.
  * @{
  */
 /** Session block, 42 bytes, the platform's own; zero-filled before it is opened. */
@@ -930,9 +959,9 @@ OXA_SASSERT(sizeof(IpmiLocalSession) == 42, "IpmiLocalSession");
  * \param[in]     pcUser        "" in a buffer of 8 zero bytes
  * \param[in]     pcPassword    "" in a buffer of 8 zero bytes
  * \param[in,out] pucPrivilege  4, administrator
- * \param[in]     dwArg5        0
- * \param[in]     dwArg6        2
- * \param[in]     dwArg7        10 for the repository and the FRU service, 100 for the event log
+ * \param[in]     dwArg5        constant 0
+ * \param[in]     dwArg6        constant 2
+ * \param[in]     dwArg7        constant: 10 for the repository and the FRU service, 100 for the event log
  * \return 0, else a code
  */
 uint16_t LIBIPMI_Create_IPMI_Local_Session(IpmiLocalSession *ptSession, const char *pcUser, const char *pcPassword,
@@ -954,7 +983,7 @@ uint16_t LIBIPMI_CloseSession(IpmiLocalSession *ptSession);
  * \param[in]     pucSDR     the record, header included, record id 0
  * \param[in]     ucLen      its length: 16 to 64
  * \param[out]    pucRes     room for 3 bytes: completion code and the new record id, least significant byte first
- * \param[in]     dwArg      20
+ * \param[in]     dwArg      constant 20
  * \return 0, else a code
  */
 uint16_t IPMICMD_AddSDR(IpmiLocalSession *ptSession, const uint8_t *pucSDR, uint8_t ucLen, uint8_t *pucRes /* 3 */,
@@ -966,7 +995,7 @@ uint16_t IPMICMD_AddSDR(IpmiLocalSession *ptSession, const uint8_t *pucSDR, uint
  * \param[in,out] ptSession  the session
  * \param[in]     pucReq     4 bytes: reservation id 0, then the record id, least significant byte first
  * \param[out]    pucRes     room for 4 bytes
- * \param[in]     dwArg      20
+ * \param[in]     dwArg      constant 20
  * \return 0, else a code
  */
 uint16_t IPMICMD_DeleteSDR(IpmiLocalSession *ptSession, const uint8_t *pucReq /* 4 */, uint8_t *pucRes /* 4 */,
@@ -979,7 +1008,7 @@ uint16_t IPMICMD_DeleteSDR(IpmiLocalSession *ptSession, const uint8_t *pucReq /*
  * \param[in,out] ptSession  the session
  * \param[in]     pucRecord  16 bytes; record id and, of stamped types, time stamp are 0
  * \param[out]    pucRes     room for 3 bytes: completion code and the new record id
- * \param[in]     dwArg      100
+ * \param[in]     dwArg      constant 100
  * \return 0, else a code
  */
 uint16_t IPMICMD_AddSELEntry(IpmiLocalSession *ptSession, const uint8_t *pucRecord /* 16 */, uint8_t *pucRes /* 3 */,
@@ -991,7 +1020,7 @@ uint16_t IPMICMD_AddSELEntry(IpmiLocalSession *ptSession, const uint8_t *pucReco
  * Called by SendSubCardStatusToFRU().
  * \param[in,out] ptSession  the session
  * \param[in]     pucMsg     25 bytes: 12 00 8E 01, the 20 bytes of the status, 00
- * \param[in]     dwArg      20
+ * \param[in]     dwArg      constant 20
  * \return 0, else a code
  */
 uint16_t LIBIPMI_HL_SendMsgToFRU(IpmiLocalSession *ptSession, const uint8_t *pucMsg /* 25 */, uint32_t dwArg);
@@ -1097,7 +1126,8 @@ int32_t OAL_SemCreate(uint32_t dwKey);
  * One thread never locks it twice: it need not be recursive.  A failure is an error line; the file is left alone, and
  * the semaphore is not unlocked.
  * \param[in] dwKey   12313
- * \param[in] dwWait  longest wait, in units of the platform: 2000
+ * \param[in] dwWait  longest wait: 2000, a constant; its unit is the platform's and not known here, a stub may take
+ *                    milliseconds
  * \return 0, anything else = failure
  */
 int32_t OAL_SemLockByKey(uint32_t dwKey, uint32_t dwWait);
@@ -1126,7 +1156,9 @@ int32_t sigwrap_open_mode(const char *pcPath, int32_t sdwFlags, uint32_t dwMode)
  * \param[in]  sdwFd  descriptor
  * \param[out] pvBuf  room for dwLen bytes; what a failed read leaves there is not looked at
  * \param[in]  dwLen  up to 16,320; the file may be shorter
- * \return number of bytes read; 0 or less = nothing read, errno says why on the debug channel
+ * \return number of bytes read; 0 or less = nothing read, and a line on the debug channel with the text of errno, which
+ *         is 0 before the call.  An empty store reads 0 bytes: until somebody has written it every record that is built
+ *         leaves the line "Error in reading the file ... due to error: Success", and nothing is wrong
  */
 int32_t sigwrap_read(int32_t sdwFd, void *pvBuf, uint32_t dwLen);
 

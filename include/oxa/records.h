@@ -12,7 +12,8 @@
  *   - A pointer argument may be null where its function says what happens then.  Nothing else about a pointer is
  *     tested: the memory behind it must be as large as its function says.
  *   - Unless a function says that it is silent it writes log lines through the platform's logger (platform.h).
- *     A null argument is an error line, counted by sspFailedStat().
+ *     A null argument that is refused is an error line, counted by sspFailedStat(), unless its function says otherwise
+ *     (a few say nothing, warn, or write to the debug channel).
  *
  * Threads.  The library starts no thread and has no lock within the process.  Three groups:
  *   - One thread of the process at a time: the static drivers, all generators (static and specific),
@@ -33,12 +34,14 @@
  *
  * A static pass, in short:
  * \code
- *   static uint8_t aucSlots[SLOTS * SDR_SLOT_SIZE];
- *   static DevTabEntry atEntries[SLOTS];
+ *   static uint8_t aucSlots[STATIC_SLOT_MAX * SDR_SLOT_SIZE];
+ *   static DevTabEntry atEntries[STATIC_SLOT_MAX];
  *   uint16_t wCount = 0;
  *   InitSdrThresholdInfoFromFile(CUSTOM_ID_DEFAULT);
  *   OXA_AddDefaultStaticSensor(aucSlots, atEntries, &wCount);
- *   // slots 0 to wCount - 1 hold records, entries 0 to wCount - 1 how to read them
+ *   // slots 0 to wCount - 1 hold records, entries 0 to wCount - 1 how to read them; number both:
+ *   for (uint16_t w = 0; w < wCount; ++w)
+ *       aucSlots[w * SDR_SLOT_SIZE + SDR_SENSOR_NUM] = atEntries[w].ucSensorNum = numberOf(w); // the caller's
  * \endcode
  * A sensor at run time, in short:
  * \code
@@ -50,6 +53,8 @@
  *   tParam.ucUC = 100;               // raw; of a temperature degrees C
  *   uint32_t dwStatus = SDR_AddSpecificSensor(&tParam);
  * \endcode
+ * What follows it (extended store, device-table entry, sensor number) stands at GenDevTable(), the coming and going of
+ * a power supply at SDR_DeleteSpecificSDR().
  *
  * \section static_pass What all static drivers do
  * OXA_Add<Profile>StaticSensor() walks the facts of the board once and fills two arrays of the caller: slots of 64
@@ -57,10 +62,14 @@
  *   - The caller picks the driver by the profile id that it knows; the driver does not ask for it.  Profile 20
  *     has no driver.
  *   - Counting starts at 0 whatever the count holds, and the count is written once, at the very end.
- *   - The size of the arrays is not tested: they must hold what the driver's comment gives as the most (on the fullest
- *     board that boards/ describes 562 to 703 records).  Slots and entries behind the last record stay as they were.
+ *   - The size of the arrays is not tested.  #STATIC_SLOT_MAX slots and entries are enough for every profile; a program
+ *     that knows its board may work out fewer from "Records at most" in the driver's comment (a machine with 8 CPUs,
+ *     128 DIMMs, 12 PSUs and 96 disk slots has 562 to 703 records, by profile).  Slots and entries behind the last
+ *     record stay as they were.
  *   - Nothing is added to a repository or to the extended store, sensors are not numbered, and the user's thresholds
- *     are not laid over the records (ModifySensorThresholdByFile()): that is the caller's work.
+ *     are not laid over the records (ModifySensorThresholdByFile()): that is the caller's work.  A sensor's number
+ *     stands twice, in byte 7 of the record and in byte 4 of its entry (its LUN in bytes 6 and 16): write both.  The
+ *     platform's directory must tell the same number to the event builders (MW_GetSensorNumber() and its like).
  *   - A record that is not wanted, cannot be built or is already in the extended store leaves no gap: the next one
  *     takes its slot.
  *   - A fact that cannot be read is a warning and counts as 0.  Two are fatal: without the number of PSUs or the
@@ -69,8 +78,28 @@
  *     more than 255 with the CPU count, or a backplane that runs beyond slot 255 ends the pass at
  *     once and writes no count, although slots may be filled.
  *   - Boards 0x558B and 0x5580 have no OCP cards; board 0x5497 has no PSUs, OCP cards, fans or PCIe slots and names
- *     its processor sensors without a number.
- *   - For each record the extended store is read anew (semaphore, open, seek, read, close, semaphore).
+ *     temperature, state and first voltage domain of a processor without a number.
+ *   - For each record the extended store is read anew (semaphore, open, seek, read, close, semaphore).  Records of the
+ *     pass are not compared with each other.
+ *
+ * \section static_instances Entity instances of static records
+ * Entity instances (SDR byte 9) begin at 0x60, some at 0xE0 (bit 7 set).  What the index adds, and what stands in byte
+ * 3 of the entry:
+ *   - Sensors of the static tables: nothing, byte 3 is 0 (of the rack's power 0xFF).  They have 0x60, but the middle
+ *     power distribution board 0x61, and 0xE0: the 54 V supply of the system, backplanes, powers of single boards (NIC,
+ *     GPU, power distribution, switch board), Lumora's total power and LAN switch board, the rack management board, the
+ *     liquid cooling.
+ *   - CPUs: the CPU counted from 0 (printed number less the first printed one), also in byte 3.  Core volts keep 0x60;
+ *     rail currents, the power of a single CPU and hot memory keep 0xE0: byte 3 alone tells the CPU.  Voltage domains
+ *     keep 0x60 (the first one 0xE0 on board 0x5497) with byte 3 = 0: the item (byte 1) tells the domain, 1 to 4.
+ *   - PSUs: the PSU from 1, also in byte 3.  Volts keep 0x60.  PSU groups: the group, 0 or 1.
+ *   - DIMMs: the DIMM from 0.  DIMM groups: the group from 0.  PCIe slots: the slot.  Fans: the printed number.
+ *   - Disks: no 0x60, the instance is the disk slot from 0 (of a state also byte 29).  Disk groups: the backplane from
+ *     0.
+ *   - OCP cards: the position from 1; byte 3 of the error sensor is what RestoreOcpSlot() says.
+ *   - Switch board, switch chips, power modules, retimers: which of them from 1; switch-board air 0 to 3.  GPU supplies
+ *     keep 0x60, byte 3 is the GPU from 1.
+ *   - Fans and power supplies of a liquid-cooling unit: 0xE0 and which from 1; byte 3 of Default's fans is 0.
  *
  * \section specific_generators What all specific generators do
  * See #GenSpecificSDRFn.
@@ -103,6 +132,14 @@ extern "C" {
 
 #define SDR_SLOT_SIZE 64u      /**< one SDR slot, in bytes */
 #define DEV_TAB_ENTRY_SIZE 32u /**< one device-table entry, in bytes */
+/**
+ * Slots and entries that hold every static set, 550,080 bytes together.
+ *
+ * It is "Records at most" of the Kestrin driver, whose sum is the largest, with every count at its limit: 255 CPUs, 254
+ * DIMMs, PSUs, fans, PCIe slots and OCP cards, 255 disk slots on 32 backplanes, 255 switch chips.  A platform whose
+ * backplanes share disk slots has each shared slot built again: then it is not enough.
+ */
+#define STATIC_SLOT_MAX 5730u
 #define SENSOR_NAME_SIZE 17u   /**< room for a sensor name: 16 characters and a NUL */
 #define EXT_SLOT_MAX 255u      /**< slots of the extended store */
 #define HDD_REGISTER_MAX 100u  /**< entries of the disk registry */
@@ -243,8 +280,8 @@ enum {
  */
 typedef struct SpecificSensorParam {
     uint32_t dwSensorDevType;     /**< 0  sensor class word, see #g_atAddSDRHndlrTab; of a card FRU its device type */
-    uint8_t ucDeviceType;         /**< 4  card type, see specific_sensors.h; PSU index (from 1) of the PSU FRU record */
-    uint8_t SlotId;               /**< 5  printed slot number; disk slot of a disk; PSU index when deleting; 255 none */
+    uint8_t ucDeviceType;         /**< 4  card type, see specific_sensors.h; of a PSU's FRU the PSU to add, from 1 */
+    uint8_t SlotId;               /**< 5  slot number as printed, may be 0; disk slot; PSU to delete; 255 none */
     uint16_t wBitmap;             /**< 6  its thresholds (THRESH_BIT_...); of a disk status: low byte = disk kind */
     uint8_t ucUNR;                /**< 8  upper non-recoverable */
     uint8_t ucUC;                 /**< 9  upper critical */
@@ -365,17 +402,48 @@ OXA_SIZE(HddRegisterEntry, 4);
 OXA_AT(HddRegisterInfo, tHddInfo, 1);
 OXA_SIZE(HddRegisterInfo, 401);
 
-/** Device-table entry: how the sensor scanner reads the sensor of one SDR, 32 unsigned bytes. */
+/**
+ * Device-table entry: how the sensor scanner reads the sensor of one SDR, 32 unsigned bytes.
+ *
+ * Static generators and drivers write it beside their record, GenDevTable() fills that of a run-time sensor and says
+ * there which bytes it uses.  Of a static record:
+ *   - ucSubItem and ucSubKind are 0, ucSensorNum and ucOwnerLun too, bus and address are those of the platform's bus
+ *     client where the sensor asks for one, else 0.
+ *   - ucIndex is which of several, see "Entity instances of static records"; 0 where there is one.
+ *   - ucM is SDR byte 24 of a full record, 0 of a compact one.
+ *   - ucDevCode and ucItem say what is read.  The numbers belong to the scanner, and 0 is one of them (the air inlet):
+ *     the count alone tells which entries are in use.
+ *
+ * Device codes of static records; in brackets items, where a device has several, and an s where ucScanFlag is 0x80:
+ *   - Air and board: 0x00 inlet s; 0x40 outlet; 0x41 humidity s; 0x42 power distribution board (1), middle one (2) s;
+ *     0x43 chipset; 0x44 12 V supply (1), its standby (2, s); 0x95 54 V supply of the system (1, s), of a GPU (2);
+ *     0x99 backplane temperature, 0x9A backplane 12 V, front (1), rear (2).
+ *   - Power: 0x3B rack s; 0x9E machine s; 0xD9 all CPUs (1), memory (2), one CPU (3), disks (4), fans (5); 0x93 NIC
+ *     (1), power distribution board (2), GPU board (3), switch board (4); 0x5D regulator of a CPU (1), of DIMMs (2);
+ *     0x58 temperature of a power module.
+ *   - CPUs: 0x49 temperature (1), Tjmax (2), Tcontrol (3), DTS (4); 0x4A regulator temperature; 0x4B core volts;
+ *     0x4C voltage domain (1 to 4); 0x5C rail current (1 to 4); 0x4D state (1), throttling (2), hot memory (3).
+ *   - Memory: 0x4E temperature of a DIMM (1), of a group (2); 0xA9 state of a DIMM.
+ *   - PSUs, all s: 0x4F volts in (1), out (2); 0x50 power in (1), out (2), the only one (3); 0x51 current in (1),
+ *     out (2); 0x52 temperature; 0x53 state (1), redundancy (2), fan (3), supply (4).
+ *   - Fans, all s: 0x54 presence (1), redundancy (2).
+ *   - Disks: 0x56 temperature of a group (1), the highest (2); 0xF0 state; 0xF2 temperature of an NVMe disk.
+ *   - Cards: 0x57 state of a PCIe slot; 0xCD temperature of an OCP card s; 0xAA its error; 0x59 retimer of the GPU base
+ *     board; 0x5B LAN switch board.
+ *   - Switch board: 0x45 volts; 0x46 current; 0x47 temperature; 0x48 air (index + 1); 0x5A switch chip (1), group (2).
+ *   - Liquid cooling, all s: 0x5E leak; 0xA6 Default's unit (1 to 13); 0x8F Kestrin's (1 to 18).
+ *   - System: 0x55 a state each (1 to 26) s, the mainboard's (64).
+ */
 typedef struct DevTabEntry {
-    uint8_t ucDevCode;         /**< 0  device code */
-    uint8_t ucItem;            /**< 1  SDR byte 44 high nibble, fixed channel, or data item number */
-    uint8_t ucSubItem;         /**< 2  SDR byte 44 low nibble */
-    uint8_t ucIndex;           /**< 3  SDR byte 45, SDR byte 44, slot, or index */
-    uint8_t ucSensorNum;       /**< 4  SDR byte 7 */
-    uint8_t ucScanFlag;        /**< 5  0x80 or 0 */
+    uint8_t ucDevCode;         /**< 0  device code: which reader of the scanner; 0 is one */
+    uint8_t ucItem;            /**< 1  item: which of the device's readings */
+    uint8_t ucSubItem;         /**< 2  low nibble of SDR byte 44 (port), of some run-time sensors */
+    uint8_t ucIndex;           /**< 3  which of several devices: number, slot or sensor index */
+    uint8_t ucSensorNum;       /**< 4  sensor number, SDR byte 7; whoever numbers the record writes it here too */
+    uint8_t ucScanFlag;        /**< 5  0x80 or 0: a flag of the scanner, given by the kind of sensor */
     uint8_t ucBus;             /**< 6  bus of the bus client */
     uint8_t ucAddr;            /**< 7  address of the bus client */
-    uint8_t ucSubKind;         /**< 8  sub-kind or flag */
+    uint8_t ucSubKind;         /**< 8  run-time sensors: card type, or 1 of NICs; else 0 */
     uint8_t aucReserved9[7];   /**< 9  always 0 */
     uint8_t ucOwnerLun;        /**< 16 SDR byte 6 */
     uint8_t aucReserved17[3];  /**< 17 always 0 */
@@ -385,7 +453,7 @@ typedef struct DevTabEntry {
     uint8_t ucSensorInit;      /**< 23 SDR byte 10 */
     uint8_t ucSensorType;      /**< 24 SDR byte 12 */
     uint8_t ucEventType;       /**< 25 SDR byte 13 */
-    uint8_t ucM;               /**< 26 SDR byte 24 */
+    uint8_t ucM;               /**< 26 SDR byte 24, M, or 0: GenDevTable() copies it for some kinds only */
     uint8_t aucReserved27[5];  /**< 27 always 0 */
 } DevTabEntry;
 OXA_AT(DevTabEntry, ucDevCode, 0);
@@ -426,6 +494,12 @@ OXA_SIZE(LeakageInfo, 2);
  * card's; generators of sensors ask the extended store whether a record of this type and name is stored already
  * (semaphore, /var/tmp/extSDR.dat), generators of full records lay the user's thresholds over the record.  One thread
  * at a time.  A generator does not add its record anywhere: SDR_AddSpecificSensor() does.
+ *
+ * Entity (byte 8): getentityid() of the card type, of fans 0x1D, of disk states 4, of memory states 0x0B.  Instance
+ * (byte 9): 0x60 + SlotId, modulo 256 (GPU in slot 1: 0x0B, 0x61), with bit 7 where modifyEntityInstance() sets it, but
+ * not of powers.  Slot 255, the only RAID card (type 4) and memory states keep 0x60 (a fan adds 255 too), a disk
+ * temperature has the printed number without 0x60, a disk state 0; an SFP of the MLU base board (41) adds its sensor
+ * index as well, ports of OCP cards in profile 7 (Lumora) have bit 7 too.
  *
  * \param[in,out] ptParam  description; wBitmap may be replaced by the profile's override, SlotId of a disk by the
  *                         number that is printed at it

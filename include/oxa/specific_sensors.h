@@ -516,6 +516,22 @@ uint8_t getNvmeFrontInfo(int32_t sdwSlot);
  * \name Profile table and sensor information tables
  * Which sensors can come at run time in which profile, and their name patterns.  getCustomSensorInfo() reads them: the
  * profile is searched in the order of #g_atSnrSpecificInfo, the sensor in the order of its table.  Read-only.
+ *
+ * What the tables offer, by class word: card types, in brackets sub card types other than 0 alone.
+ *   - All but 16 (Ferrisk): 0x0100: 2 (0, 1), 3, 4, 5 (0, 1), 6 (1), 13, 15, 16, 18, 19 (0, 1), 28 to 33, 37,
+ *     43 (0, 1), 44 (0, 1), 49, 54, 55; 0x0403: 0 (0, 2), 1 (0, 2), 255 (0, 2); 0x0803: 30, 31.
+ *   - All but 16 and 20 (Sablin): 0x0803: 2.
+ *   - All but 16 and 7 (Lumora): 0x0100: 36 (3 to 8); 0x0803: 36 (3, 6).
+ *   - All but 16, 7 and 11 (Durnow): 0x0100: 6.
+ *   - 0 (Default) and 20: 0x0100: 34 (0, 1); 0x0803: 34.
+ *   - 1 (Kestrin), 3 (Vorana) and 7: 0x0C01: 18, 32, 33.
+ *   - 2 (Pellago): 0x0803: 56 to 58.
+ *   - 3: 0x0100: 67 to 73; 0x0200: 31.
+ *   - 20: 0x0100: 2 (9, 10); 0x0803: 56; 0x1700: 2.
+ *   - 16: 0x0100: 2, 3, 5, 6, 59 (4, 5); 0x0403: 0, 1, 255; 0x0803: 56; 0x0D00: 59 (2 to 5).
+ *
+ * All profiles have besides the card families below.  Whatever is not here is not offered: SXM voltage in 3 alone,
+ * disks in 16 alone, GPU card states in 20 alone, memory states in 1, 3 and 7 alone, so none of them in Default.
  * @{
  */
 extern const SnrSpecificInfoRow g_atSnrSpecificInfo[10]; /**< a row for each profile, by id */
@@ -624,7 +640,17 @@ uint32_t SDR_AddSpecificSensor(SpecificSensorParam *ptParam);
  * \return 0 deleted, or nothing to delete; 1 another class word (warning); -1 a null pointer (warning); else the IPMI
  *         library's code, and the record file keeps its entry
  *
- * One writer of the record file at a time.
+ * One writer of the record file at a time.  Power supply 1 comes and goes, its index in two different fields:
+ * \code
+ *   SpecificSensorParam tParam = {0};
+ *   tParam.dwSensorDevType = 0xFF0A;
+ *   tParam.ucDeviceType = 1;                               // to add: here
+ *   if (SDR_AddSpecificSensor(&tParam) == OXA_OK)
+ *       SDR_UpdateSpecificSDRRecFile(10, 1, wRecordId, 1); // tells where wRecordId comes from
+ *   // ... and when it was pulled
+ *   tParam.SlotId = 1;                                     // to delete: here
+ *   SDR_DeleteSpecificSDR(&tParam);                        // clears the entry in the record file
+ * \endcode
  */
 int32_t SDR_DeleteSpecificSDR(SpecificSensorParam *ptParam);
 
@@ -651,6 +677,38 @@ extern const uint32_t g_dwAddSDRHndlrCnt;
  *
  * The handler is found by sensor type and event type, bytes 12 and 13 (#g_atSensorDevTab).  Records of the static
  * drivers come with their entries and do not need it.
+ *
+ * The entry is zeroed (bus and address stay 0), gets sensor number, LUN and bytes 21 to 25 from the record, 0xFF as
+ * mark, and:
+ *   - ucDevCode by class and card type, never 0.
+ *   - ucItem and ucSubItem: the nibbles of SDR byte 44, sub card type and port, of temperatures and of NEO powers (36).
+ *     ucItem 3 of card types 62 to 64, 5 of 66, 8 of 67, 1 of SXM voltages.
+ *   - ucIndex: SDR byte 45 (slot; of a fan ucBrenmorSensorIndex); SDR byte 44 of card types 17, 20 to 27, 35, 38 to 41,
+ *     45 to 48, 50 to 53, 60 to 66, 68 to 73; byte 29 of disk states; the instance less 0x60 of GPU card and memory
+ *     states; 0 of card states and of voltages but SXM's.
+ *   - ucScanFlag 0x80 of fans and of card types 6, 17, 20, 35, 36, 46, 60, 61, and of the smart NIC (19) that stays
+ *     powered in S5.
+ *   - ucSubKind: the card type of 22 to 27, 38 to 41, 45, 50 to 53, 62 to 65, 68 to 73; 1 of NICs (5, 19, 43, 44).
+ *   - ucMark 0x25 of disks.
+ *   - ucM: SDR byte 24 of fans, of powers of card types 2, 30, 31, 34, 36, 56 to 58, and of NEO temperatures (36); of
+ *     all others 0, whatever the record says.
+ *
+ * A disk state needs card type 59 in SDR byte 30, and has it as built.  A memory state needs 18, 32 or 33 there and is
+ * built with 0: it gets -1 unless the caller writes the card type first.
+ *
+ * From the description to the scanner, as the caller does it:
+ * \code
+ *   uint32_t dwStatus = SDR_AddSpecificSensor(&tParam); // 1. the record goes to the repository
+ *   // 2. if OXA_OK take it from there: the platform's IPMICMD_AddSDR() saw it, or read it back (IPMI Get SDR)
+ *   uint8_t aucSlot[SDR_SLOT_SIZE] = {0};
+ *   memcpy(aucSlot, pucRecord, ucLen);
+ *   aucSlot[SDR_SENSOR_NUM] = ucNumber;                 // 3. number it, before 4.
+ *   DevTabEntry tEntry = {0};
+ *   int32_t sdwRet = GenDevTable(aucSlot, &tEntry);     // 4. copies the number to byte 4; -1: nothing to scan
+ *   // 5. read both files of the extended store (store.h), append slot and entry at the same place, write both
+ * \endcode
+ * After step 5 the library refuses another sensor of this record type and name (#OXA_NOT_SUPPORTED).  Before it nothing
+ * is refused but a registered disk and a power supply of the record file.
  *
  * \param[in]     pucSDR   the record, 64 bytes
  * \param[in,out] ptEntry  the entry; zero it first: one of a power sensor (type 0x08, 0x0B) that carries a device code

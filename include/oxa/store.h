@@ -30,9 +30,14 @@ extern "C" {
 /**
  * Writes a device's entry into the record file.
  *
- * Call it when the repository has taken the FRU locator of a power supply (SDR_AddSpecificSensor() does not learn the
- * record id); SDR_DeleteSpecificSDR() clears the entry itself.  Nothing is written, and a line says so, when the file
- * cannot be loaded or the class is another; a failed save is not noticed.
+ * Call it when the repository has taken the FRU locator of a power supply; SDR_DeleteSpecificSDR() clears the entry
+ * itself.  SDR_AddSpecificSensor() does not tell the record id.  The platform knows it, whose IPMICMD_AddSDR() handed
+ * the record on and got the id in the response, and so does the service that owns the repository; a caller that reaches
+ * neither reads the repository back (IPMI Get SDR) and takes the id of the record of type 0x11 with the entity and
+ * instance of the device (bytes 12 and 13; a power supply: 0x0A and its index).
+ *
+ * Nothing is written, and a line says so, when the file cannot be loaded or the class is another; a failed save is not
+ * noticed.
  *
  * \param[in] dwEntityID        device class: 10 power supply, 11 card, 224 GPU base board
  * \param[in] dwEntityInstance  index of the device: of a power supply from 1, up to 9 digits
@@ -106,7 +111,9 @@ int32_t writeExtDevTabFile(const uint8_t *pData, uint32_t dwLen);
  * Tells whether a sensor of this record type and name is stored.
  *
  * Every generator asks this about the record it built.  Compared are full with full and compact with compact records,
- * names whole and to the letter; any other record type is never found.  Reads the store afresh into #g_extSdrData.
+ * names whole and to the letter, entity and number not; any other record type is never found.  So one stored record
+ * stands for all of its name: CPU_PROCHOT of all CPUs, CPU_TEMP and CPU_STATUS of all on board 0x5497 (profile 0).
+ * Reads the store afresh into #g_extSdrData.
  *
  * \param[in] pSDRData  the record, 64 bytes; a null pointer is an error line and 0
  * \return 1 stored; 0 not stored, or the store is empty or unreadable

@@ -5,6 +5,7 @@
  *
  * They live in two places: the platform's live table (MW_GetSensorThreshInfo(), MW_SetSensorThreshInfo()) and its image
  * in /conf/BMC1/sensor_threshold.dat.  A sensor is known by its name, and the file by the profile it was saved under.
+ * Sensors of the same name share one entry.
  *
  * Each function takes 14.5 KB of stack.  None returns a result: what fails is logged, and the caller goes on.  No lock
  * is held; two saves at the same time, from whatever threads or processes, may lose one.

@@ -29,6 +29,21 @@ extern "C" {
  * per CPU, 6 per PSU and 2, 2 per DIMM (or 1 per CPU under simplification), 1 per PCIe slot, 1 per fan, 2 per disk
  * slot and 1 per backplane, 2 per OCP card, 4 CPU voltage domains, 18 of the liquid cooling, 4 of its air.
  *
+ * Built by the driver itself, by no function of its own, at the place of its part in the order:
+ *   - per CPU whose sensors are wanted (OXA_CheckifAddCpuSensorByIndex()), # its printed number: temperature
+ *     "CPU_TEMP_##", degrees C ("CPU_TEMP" on board 0x5497); temperature of its voltage regulator "CPU_VR_TEMP_##",
+ *     degrees C, where the board has SENSOR_CPU_VR_TEMP and tells the bus client of the regulator; state
+ *     "CPU_STATUS_##" ("CPU_STATUS" on board 0x5497).
+ *   - per DIMM, not under simplification, (label) what HAL_GetDimmSensorNameIndex() tells: temperature
+ *     "MEM_TEMP_(label)", degrees C; state "MEM_STATUS_(label)".
+ *   - per CPU socket under simplification, if there are DIMMs, # from 0: temperature "DIMMG#_TEMP", degrees C.
+ *   - per fan, # its printed number (0xFF: no record): presence "FAN_STATUS_##".
+ *   - per NVMe disk (CheckHddIsSupportNvme()), besides its state, # the slot as oxa_CustomSlotConversion() turns it:
+ *     temperature "NVME_TEMP_##", degrees C, upper critical 70.
+ *   - per backplane with disk slots, under simplification, besides its disks, # from 0: temperature "DISKG#_TEMP",
+ *     degrees C.
+ *   - per OCP card, # its position from 1: temperature "OCP_TEMP_##", degrees C; error "OCP_ERR_##".
+ *
  * \param[out] pucSDRRec     slots of 64 bytes, filled from the first on
  * \param[out] ptDEVTab      entries, entry n for slot n
  * \param[out] pucSensorCnt  how many were filled; left alone when the pass ended early (see records.h)
@@ -147,7 +162,9 @@ uint8_t Default_GenSwitchBoardVoltsSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevT
 uint8_t Default_GenSwitchBoardCurrentSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
 /** Temperature of the switch board, "SW_TEMP_##"; degrees C.  Index: instance 1 to 8. */
 uint8_t Default_GenSwitchBoardTempSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
-/** Processor that throttles itself, "CPU_PROCHOT".  Index: printed number of the CPU. */
+/** Processor that throttles itself, "CPU_PROCHOT".  Index: printed number of the CPU.  Every CPU has one of this same
+ *  name: entity instance and byte 3 of the entry tell them apart.  checkSensorExist() goes by the name: once one of
+ *  them is in the extended store no CPU gets another.  Thresholds it has none, it is a state. */
 uint8_t Default_GenCPUProchotSDR(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab);
 /** Core voltage of a processor, "CPU_VOLTS_##"; 0.01 V a count, limits 1.2, 1.25, 1.3, 2.3, 2.35, 2.4; where the
  *  board has SENSOR_CPU_VOLTS and tells the bus client of the regulator.  Index: printed number of the CPU. */

@@ -29,6 +29,27 @@ extern "C" {
  * CPU under simplification), 4 CPU voltage domains, 6 per PSU and 2, 1 per fan, 2 per disk slot and 1 per
  * backplane, 2 per OCP card, 1 per PCIe slot, 8 of the switch-board card, 4 of its air.
  *
+ * Built by the driver itself, by no function of its own, at the place of its part in the order:
+ *   - per CPU whose sensors are wanted (OXA_CheckifAddCpuSensorByIndex()), # its printed number: temperature
+ *     "CPU#_Temp", degrees C ("CPU_Temp" on board 0x5497); temperature of its voltage regulator "CPU#_VR_Temp",
+ *     degrees C, where the board has SENSOR_CPU_VR_TEMP and tells the bus client of the regulator; state
+ *     "CPU#_Status" ("CPU_Status" on board 0x5497).
+ *   - per DIMM, not under simplification, (label) what HAL_GetDimmSensorNameIndex() tells: temperature
+ *     "DIMM(label)_Temp", degrees C; state "DIMM(label)_Status".
+ *   - per CPU socket under simplification, if there are DIMMs, # from 0: temperature "DIMMG#_Temp", degrees C.
+ *   - per PSU, # from 1: state "PSU#_Status" (loads the PSU alarm configuration first); temperature "PSU#_Temp",
+ *     degrees C; power into it "PSU#_Pin", 14 W a count; power out of it "PSU#_Pout", 13 W a count.
+ *   - per PSU group (HAL_GetPsuGroupCount() 1 or 2, HAL_GetPsuCountPerGroup() not 0): redundancy "PSU_Redundant" of
+ *     group 0, "PSU_Redundant_M" of group 1.
+ *   - per fan, # its printed number (0xFF: no record): presence "FAN_STATUS_##".
+ *   - per disk slot, where FruSdrInitPathChoice() is 1, # the slot from 0: state "HDD#_Status".
+ *   - per NVMe disk (CheckHddIsSupportNvme()), besides its state, # the slot as oxa_CustomSlotConversion() turns it:
+ *     temperature "NVME#_Temp", degrees C, upper critical 70.
+ *   - per backplane with disk slots, under simplification, besides its disks, # from 0: temperature "DISKG#_Temp",
+ *     degrees C.
+ *   - per OCP card, # its position from 1: temperature "OCP#_Temp", degrees C; error "OCP#_Err".
+ *   - per PCIe slot, # as Hal_GetPcieSlotByIndex() tells it: state "PCIE#_Status".
+ *
  * \param[out] pucSDRRec     slots of 64 bytes, filled from the first on
  * \param[out] ptDEVTab      entries, entry n for slot n
  * \param[out] pucSensorCnt  how many were filled; left alone when the pass ended early (see records.h)

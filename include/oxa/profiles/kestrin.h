@@ -33,6 +33,32 @@ extern "C" {
  * After the power modules their number is reported (MW_SetPWRModuleOnlineNum()), also when it is 0.  Disks are
  * numbered by their printed number where it differs from the slot.
  *
+ * Built by the driver itself, by no function of its own, at the place of its part in the order:
+ *   - per CPU whose sensors are wanted (OXA_CheckifAddCpuSensorByIndex()), # its printed number: throttling
+ *     "CPU#_Prochot"; temperature "CPU#_Temp", degrees C ("CPU_Temp" on board 0x5497); temperature of its voltage
+ *     regulator "CPU#_VR_Temp", degrees C, where the board has SENSOR_CPU_VR_TEMP and tells the bus client of the
+ *     regulator; state "CPU#_Status" ("CPU_Status" on board 0x5497).
+ *   - per DIMM, not under simplification, (label) what HAL_GetDimmSensorNameIndex() tells: temperature
+ *     "DIMM(label)_Temp", degrees C; state "DIMM(label)_Status".
+ *   - per CPU socket under simplification, if there are DIMMs, # from 0: temperature "DIMMG#_Temp", degrees C.
+ *   - per PSU, # from 1: state of its fan "PS#_Fan_Status" (# hexadecimal); current out of it "PS#_Iout", 1 A a
+ *     count; temperature "PS#_Temp", degrees C; power into it "PS#_Pin", 14 W a count; power out of it "PS#_Pout", 13
+ *     W a count.
+ *   - per PSU group (HAL_GetPsuGroupCount() 1 or 2, HAL_GetPsuCountPerGroup() not 0): redundancy "PS_Redundant" of
+ *     group 0, "PS_Redundant_M" of group 1.
+ *   - per fan, # its printed number (0xFF: no record): presence "SYS_Fan#_Present" (# hexadecimal), "SYS_Fan#_PRES"
+ *     from number 16 on.
+ *   - per disk slot, where FruSdrInitPathChoice() is 1, # the printed number (Hal_GetHddSilkByHddSlot()) where it
+ *     differs from the slot, else the slot from 0: state "HDD#_Status".
+ *   - per NVMe disk (CheckHddIsSupportNvme()), besides its state, # the same printed number where it differs, else
+ *     the slot as oxa_CustomSlotConversion() turns it: temperature "NVME#_Temp", degrees C, upper critical 70.
+ *   - per backplane with disk slots, under simplification, besides its disks, # from 0: temperature "DISKG#_Temp",
+ *     degrees C.
+ *   - per OCP card, # its position from 1: temperature "OCP#_Temp", degrees C; error "OCP#_Err".
+ *   - per PCIe slot, # as Hal_GetPcieSlotByIndex() tells it: state "PCIE#_Status".
+ *   - per switch chip (Hal_GetSwiTempSensorCnt()), # from 1: temperature "SWP65G50A#_Temp", degrees C (with three
+ *     digits cut to 16 characters).
+ *
  * \param[out] pucSDRRec     slots of 64 bytes, filled from the first on
  * \param[out] ptDEVTab      entries, entry n for slot n
  * \param[out] pucSensorCnt  how many were filled; left alone when the pass ended early (see records.h)
