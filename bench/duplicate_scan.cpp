@@ -31,20 +31,21 @@ bool PlainlyExists(const uint8_t *record) {
 
 template <typename Lookup> void LookUpAll(benchmark::State &state, Lookup lookup) {
     size_t found = 0;
-    for (auto _ : state) {
+    for (auto _ : state)
         for (size_t at = 0; at < g_records.size(); at += SDR_SLOT_SIZE)
             found += lookup(&g_records[at]);
-    }
     if (found != 0)
         state.SkipWithError("a record of the pass is in the store");
 }
 
 void ReadStore(benchmark::State &state) {
-    LookUpAll(state, [](const uint8_t *) { return readExtSDRFile(g_image, sizeof(g_image)) <= 0; });
+    LookUpAll(
+        state, [](const uint8_t *) { return readExtSDRFile(g_image, sizeof(g_image)) <= 0; });
 }
 
 void DuplicateScan(benchmark::State &state) {
-    LookUpAll(state, [](const uint8_t *record) { return checkSensorExist(record) != 0; });
+    LookUpAll(
+        state, [](const uint8_t *record) { return checkSensorExist(record) != 0; });
 }
 
 void PlainScan(benchmark::State &state) {

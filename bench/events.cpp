@@ -20,27 +20,31 @@ template <typename Builder> void WriteEvents(benchmark::State &state, Builder bu
 }
 
 void GpuSlotError(benchmark::State &state) {
-    WriteEvents(state, [] { benchmark::DoNotOptimize(addGpuSlotErrorSel(3)); });
+    WriteEvents(
+        state, [] { benchmark::DoNotOptimize(addGpuSlotErrorSel(3)); });
 }
 
 // A builder with many rules.
 void Alarm(benchmark::State &state) {
-    WriteEvents(state, [] { benchmark::DoNotOptimize(addSELAlarm(30, 12, 0)); });
+    WriteEvents(
+        state, [] { benchmark::DoNotOptimize(addSELAlarm(30, 12, 0)); });
 }
 
 // Info line, session, record, session.
 void PlatformCalls(benchmark::State &state) {
-    WriteEvents(state, [] {
-        IpmiLocalSession session = {};
-        uint8_t privilege = 4;
-        uint8_t response[3] = {};
-        const char nobody[8] = {};
-        const uint8_t record[SEL_RECORD_SIZE] = {0, 0, 2, 0, 0, 0, 0, 0x20, 0, 4, 0x1B, 0, 0x6F, 1, 3, 0};
-        _ssp_info(52, "oxa_specific_sel.c", 1, "addGpuSlotErrorSel", "addGpuSlotErrorSel slotNum:%u", 3u);
-        LIBIPMI_Create_IPMI_Local_Session(&session, nobody, nobody, &privilege, 0, 2, 100);
-        benchmark::DoNotOptimize(IPMICMD_AddSELEntry(&session, record, response, 100));
-        LIBIPMI_CloseSession(&session);
-    });
+    WriteEvents(
+        state,
+        [] {
+            IpmiLocalSession session = {};
+            uint8_t privilege = 4;
+            uint8_t response[3] = {};
+            const char nobody[8] = {};
+            const uint8_t record[SEL_RECORD_SIZE] = {0, 0, 2, 0, 0, 0, 0, 0x20, 0, 4, 0x1B, 0, 0x6F, 1, 3, 0};
+            _ssp_info(52, "oxa_specific_sel.c", 1, "addGpuSlotErrorSel", "addGpuSlotErrorSel slotNum:%u", 3u);
+            LIBIPMI_Create_IPMI_Local_Session(&session, nobody, nobody, &privilege, 0, 2, 100);
+            benchmark::DoNotOptimize(IPMICMD_AddSELEntry(&session, record, response, 100));
+            LIBIPMI_CloseSession(&session);
+        });
 }
 
 BENCHMARK(GpuSlotError)->Name("event/addGpuSlotErrorSel");

@@ -113,7 +113,7 @@ void NameDimms(Draft &draft, const Where &where, const toml::table &table) {
     if (names.size() > draft.board.dimms.count)
         Fail(where, line, at.Label() + " names " + std::to_string(names.size()) + " DIMMs",
              "'count' is " + std::to_string(draft.board.dimms.count));
-    for (auto dimm = static_cast<uint32_t>(names.size()); dimm < draft.board.dimms.count; dimm++)
+    for (auto dimm = static_cast<uint32_t>(names.size()); dimm < draft.board.dimms.count; ++dimm)
         names.push_back(naming.pattern.empty() ? DefaultDimmName(dimm)
                                                : *Expand(naming.pattern, dimm, naming));
     std::vector<std::string> sorted = names;

@@ -73,8 +73,8 @@ static size_t EditDistance(std::string_view a, std::string_view b) {
         return std::tolower(static_cast<unsigned char>(text[i]));
     };
     std::vector<std::vector<size_t>> d(a.size() + 1, std::vector<size_t>(b.size() + 1));
-    for (size_t i = 0; i <= a.size(); i++)
-        for (size_t j = 0; j <= b.size(); j++) {
+    for (size_t i = 0; i <= a.size(); ++i)
+        for (size_t j = 0; j <= b.size(); ++j) {
             if (i == 0 || j == 0) {
                 d[i][j] = i + j;
                 continue;
@@ -128,7 +128,8 @@ Reader<bool> Flag() {
 }
 
 Reader<uint8_t> FlagByte() {
-    return {"true, false or a number 0 to 255", [](const toml::node &node) -> std::optional<uint8_t> {
+    return {"true, false or a number 0 to 255",
+            [](const toml::node &node) -> std::optional<uint8_t> {
                 if (const auto *flag = node.as_boolean())
                     return static_cast<uint8_t>(flag->get());
                 return Number<uint8_t>().parse(node);
@@ -167,7 +168,7 @@ static std::optional<std::vector<uint8_t>> HexBytes(std::string_view text) {
     std::vector<uint8_t> bytes;
     for (size_t i = 0; i < text.size();) {
         if (text[i] == ' ' || text[i] == '\n') {
-            i++;
+            ++i;
             continue;
         }
         const auto value = ParseNumber("0x" + std::string(text.substr(i, 2)));
@@ -252,7 +253,7 @@ std::vector<uint8_t> ReadNumberList(const Where &where, const toml::node &node, 
         if (!range)
             Fail(where, LineOf(element), where.Label() + " holds " + Describe(element),
                  "it must be " + NumberListText(noun));
-        for (int64_t n = range->first; n <= range->second; n++) {
+        for (int64_t n = range->first; n <= range->second; ++n) {
             const auto number = static_cast<uint8_t>(n);
             if (number != repeatable && std::count(numbers.begin(), numbers.end(), number) != 0)
                 Fail(where, LineOf(element),
@@ -268,9 +269,10 @@ Rule NumberList(const std::string &key, std::vector<uint8_t> &target, const std:
                 std::optional<uint8_t> repeatable) {
     return {.key = key,
             .expected = NumberListText(noun),
-            .read = [=, &target](const Where &where, const toml::node &node) {
-                target = ReadNumberList(where, node, noun, repeatable);
-            }};
+            .read =
+                [=, &target](const Where &where, const toml::node &node) {
+                    target = ReadNumberList(where, node, noun, repeatable);
+                }};
 }
 
 // ---- tables

@@ -87,7 +87,8 @@ void ListKeys(const std::string &section, const Rules &rules, std::vector<BoardK
 
 template <class T>
 Reader<T> Number(int64_t min = std::numeric_limits<T>::min(), int64_t max = std::numeric_limits<T>::max()) {
-    return {RangeText(min, max), [=](const toml::node &node) -> std::optional<T> {
+    return {RangeText(min, max),
+            [=](const toml::node &node) -> std::optional<T> {
                 const auto *number = node.as_integer();
                 if (number == nullptr || number->get() < min || number->get() > max)
                     return std::nullopt;
@@ -145,9 +146,8 @@ template <class K> KeyReader<K> NumberKey(int64_t min, int64_t max, const Words<
 template <class T, class V> Rule Value(const std::string &key, T &target, const Reader<V> &reader) {
     return {.key = key,
             .expected = reader.expected,
-            .read = [=, &target](const Where &where, const toml::node &node) {
-                target = reader.Get(where, node);
-            }};
+            .read = [=, &target](const Where &where,
+                                 const toml::node &node) { target = reader.Get(where, node); }};
 }
 
 template <class T> Rule Value(const std::string &key, T &target) {

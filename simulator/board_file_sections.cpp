@@ -98,7 +98,7 @@ KeyReader<std::string> DirectoryKey() {
                 if (text.size() != kForm.size())
                     return std::nullopt;
                 std::string key;
-                for (size_t i = 0; i < text.size(); i++) {
+                for (size_t i = 0; i < text.size(); ++i) {
                     const auto c = static_cast<unsigned char>(text[i]);
                     if (kForm[i] == 'x' ? std::isxdigit(c) == 0 : c != ' ')
                         return std::nullopt;
@@ -212,10 +212,10 @@ Rules DiskRules(Disks &disks) {
 // A slot belongs to one backplane.  Slots beyond 255 are let through: the overflow guard is worth teaching.
 void CheckBackplanes(const Disks &disks, const Where &where, const toml::table &table) {
     std::vector<uint32_t> taken;
-    for (size_t i = 0; i < disks.backplanes.size(); i++) {
+    for (size_t i = 0; i < disks.backplanes.size(); ++i) {
         const Backplane &backplane = disks.backplanes[i];
         const uint32_t end = backplane.start_slot + uint32_t{backplane.disk_count};
-        for (uint32_t slot = backplane.start_slot; slot < end; slot++) {
+        for (uint32_t slot = backplane.start_slot; slot < end; ++slot) {
             if (std::count(taken.begin(), taken.end(), slot) != 0)
                 Fail(where, LineOf(*table.get_as<toml::array>("backplane")->get(i)),
                      "slot " + std::to_string(slot) + " is on an earlier [[disks.backplane]] too",
@@ -251,7 +251,7 @@ void JoinPcieSlots(Draft &draft, const Where &where, const toml::table &table) {
     for (uint8_t number : draft.plain_pcie_slots)
         slots.push_back({.slot = number, .location = 0, .silk = "", .present = true});
     std::vector<uint8_t> described;
-    for (size_t i = 0; i < draft.pcie_slots.size(); i++) {
+    for (size_t i = 0; i < draft.pcie_slots.size(); ++i) {
         const PcieSlot &slot = draft.pcie_slots[i];
         if (std::count(described.begin(), described.end(), slot.slot) != 0)
             Fail(where, LineOf(*table.get_as<toml::array>("slot")->get(i)),

@@ -158,11 +158,9 @@ inline constexpr CallFacts kCalls[] = {
 inline constexpr size_t kCallCount = sizeof(kCalls) / sizeof(kCalls[0]);
 
 constexpr size_t FindCall(std::string_view name) {
-    for (size_t id = 0; id < kCallCount; ++id) {
-        if (kCalls[id].name == name) {
+    for (size_t id = 0; id < kCallCount; ++id)
+        if (kCalls[id].name == name)
             return id;
-        }
-    }
     return kCallCount;
 }
 
@@ -171,9 +169,8 @@ inline void ThisNameIsNotInTheTableOfCalls() {}
 
 consteval size_t Id(std::string_view name) {
     const size_t id = FindCall(name);
-    if (id == kCallCount) {
+    if (id == kCallCount)
         ThisNameIsNotInTheTableOfCalls();
-    }
     return id;
 }
 

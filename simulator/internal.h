@@ -134,9 +134,8 @@ void AppendValue(std::string &out, T value) {
 inline void AppendArgs(std::string &) {}
 template <class V, class... Rest>
 void AppendArgs(std::string &out, const char *name, const V &value, const Rest &...rest) {
-    if (!out.empty()) {
+    if (!out.empty())
         out += ' ';
-    }
     out += name;
     out += '=';
     AppendValue(out, value);
@@ -158,9 +157,8 @@ class Call {
 public:
     template <class... Parts> explicit Call(size_t id, const Parts &...parts) : id_(id) {
         Enter();
-        if (ArgsAreRead()) {
+        if (ArgsAreRead())
             AppendArgs(args_, parts...);
-        }
         Decide();
     }
     ~Call();
@@ -189,9 +187,8 @@ public:
     }
     // Result of a function that cannot fail: a rule sets it by `result` or by `output`.
     template <class R> R Value(R usual) {
-        if (rule_ != nullptr && !rule_->result && rule_->output) {
+        if (rule_ != nullptr && !rule_->result && rule_->output)
             usual = static_cast<R>(*rule_->output);
-        }
         return Return(usual);
     }
     void SetErrno(int value) {
@@ -212,9 +209,8 @@ public:
     }
     // The rule's value over an out-parameter of a call that succeeded.
     template <class T> void Override(T *out) {
-        if (rule_ != nullptr && rule_->output) {
+        if (rule_ != nullptr && rule_->output)
             SetFirst(out, kFirstField<T>);
-        }
     }
 
 private:
@@ -239,9 +235,8 @@ private:
 // The usual shape: one out-parameter, 0 or -1.  `present` false: the board has no answer.
 template <class T> int32_t GiveIf(Call &call, bool present, T *out, const std::type_identity_t<T> &value) {
     if (call.FailsOrNull({out}) || (!present && !(call.rule() != nullptr && call.rule()->succeed))) {
-        if (out != nullptr) {
+        if (out != nullptr)
             call.Spoil(out);
-        }
         return call.Return<int32_t>(-1);
     }
     *out = value;
@@ -260,9 +255,8 @@ template <class T> const T *GiveService(Call &call, bool present, const T &objec
     static constexpr T kNullOperations{};
     const Fault *rule = call.rule();
     const T *given = present ? &object : nullptr;
-    if (call.Fails()) {
+    if (call.Fails())
         given = rule != nullptr && rule->null_operation ? &kNullOperations : nullptr;
-    }
     call.Return<int32_t>(given != nullptr ? 1 : 0);
     return given;
 }

@@ -10,38 +10,33 @@ using namespace sim;
 
 // Refuses a count that does not fit.
 bool Fits(Call &call, const char *function, size_t size, size_t count) {
-    if (count <= size) {
+    if (count <= size)
         return true;
-    }
     call.state().Violate(std::string(function) + ": " + std::to_string(count) + " bytes into " +
                          std::to_string(size));
     return false;
 }
 
 int Refuse(Call &call, void *destination, size_t size) {
-    if (destination != nullptr) {
+    if (destination != nullptr)
         call.SpoilBuffer(destination, size);
-    }
     return call.Return<int>(kBoundBroken);
 }
 
 int Copy(Call &call, const char *function, void *destination, size_t size, const void *source, size_t count) {
-    if (call.FailsOrNull({destination, source}) || !Fits(call, function, size, count)) {
+    if (call.FailsOrNull({destination, source}) || !Fits(call, function, size, count))
         return Refuse(call, destination, std::min(size, count));
-    }
     const uint8_t *const to = static_cast<uint8_t *>(destination);
     const uint8_t *const from = static_cast<const uint8_t *>(source);
-    if (to < from + count && from < to + count && count != 0) {
+    if (to < from + count && from < to + count && count != 0)
         call.state().Violate(std::string(function) + ": source and destination overlap");
-    }
     std::memmove(destination, source, count);
     return call.Return<int>(0);
 }
 
 int Fill(Call &call, const char *function, void *destination, size_t size, int byte, size_t count) {
-    if (call.FailsOrNull({destination}) || !Fits(call, function, size, count)) {
+    if (call.FailsOrNull({destination}) || !Fits(call, function, size, count))
         return Refuse(call, destination, std::min(size, count));
-    }
     std::memset(destination, byte, count);
     return call.Return<int>(0);
 }
@@ -52,9 +47,8 @@ int PrintInto(Call &call, char *destination, size_t size, const char *format, va
         return call.Return<int>(-1);
     }
     const int length = std::vsnprintf(destination, size, format, list);
-    if (call.Traced()) {
+    if (call.Traced())
         call.SetText(destination);
-    }
     return call.Return<int>(length);
 }
 
@@ -120,16 +114,14 @@ int oxa_fopen_s(FILE **pptFile, const char *pcPath, const char *pcMode) {
     FILE *stream = nullptr;
     if (!call.FailsOrNull({pptFile, pcPath, pcMode})) {
         const std::string real_path = RealPath(pcPath);
-        if (*pcMode != 'r') {
+        if (*pcMode != 'r')
             MakeParents(real_path);
-        }
         stream = std::fopen(real_path.c_str(), pcMode);
         error = errno;
     }
     if (stream == nullptr) {
-        if (pptFile != nullptr) {
+        if (pptFile != nullptr)
             call.SpoilBuffer(pptFile, sizeof(*pptFile));
-        }
         call.SetErrno(error);
         return call.Return<int>(error);
     }
@@ -153,9 +145,8 @@ int oxa_fclose_s(FILE *ptFile) {
 
 int oxa_strerror_s(char *pcBuf, size_t nBufMax, int nErrnum) {
     Call call(Id("oxa_strerror_s"), "size", nBufMax, "errnum", nErrnum);
-    if (call.FailsOrNull({pcBuf}) || nBufMax == 0) {
+    if (call.FailsOrNull({pcBuf}) || nBufMax == 0)
         return Refuse(call, pcBuf, nBufMax);
-    }
     char scratch[128];
     std::snprintf(pcBuf, nBufMax, "%s", strerror_r(nErrnum, scratch, sizeof(scratch)));
     call.SetText(pcBuf);

@@ -18,9 +18,8 @@ HalI2cClient Client(const BusClient &client) {
 // A text within `size` bytes, cut when it does not fit.
 int32_t GiveText(Call &call, bool present, char *out, uint32_t size, const std::string &text) {
     if (call.FailsOrNull({out}) || !present || size == 0) {
-        if (out != nullptr) {
+        if (out != nullptr)
             call.SpoilBuffer(out, size);
-        }
         return call.Return<int32_t>(-1);
     }
     const size_t length = std::min<size_t>(text.size(), size - 1);
@@ -32,24 +31,20 @@ int32_t GiveText(Call &call, bool present, char *out, uint32_t size, const std::
 }
 
 const PcieSlot *FindSlot(uint8_t slot) {
-    for (const PcieSlot &candidate : TheBoard().pcie.slots) {
-        if (candidate.slot == slot && candidate.present) {
+    for (const PcieSlot &candidate : TheBoard().pcie.slots)
+        if (candidate.slot == slot && candidate.present)
             return &candidate;
-        }
-    }
     return nullptr;
 }
 
 // Channel letter and slot, two slots to a channel: "A0", "A1", "B0", ... "Z1", "AA0", ...
 std::string DimmName(const Dimms &dimms, uint32_t dimm) {
-    if (dimm < dimms.names.size()) {
+    if (dimm < dimms.names.size())
         return dimms.names[dimm];
-    }
     const uint32_t channel = dimm / 2;
     std::string name;
-    if (channel >= 26) {
+    if (channel >= 26)
         name += static_cast<char>('A' + channel / 26 - 1);
-    }
     name += static_cast<char>('A' + channel % 26);
     return name + std::to_string(dimm % 2);
 }
@@ -100,9 +95,8 @@ int32_t FruSdrInitPathChoice(void) {
 
 void oxa_CustomSlotConversion(uint8_t *pucSlot) {
     Call call(Id("oxa_CustomSlotConversion"), "slot", pucSlot != nullptr ? *pucSlot : -1);
-    if (!call.FailsOrNull({pucSlot})) {
+    if (!call.FailsOrNull({pucSlot}))
         *pucSlot = call.Value<uint8_t>(Lookup(TheBoard().disks.conversion, *pucSlot, *pucSlot));
-    }
 }
 
 // ---- bus clients --------------------------------------------------------------------------------
@@ -359,9 +353,8 @@ int32_t epldio_read(uint32_t dwReg, uint8_t *pucValue) {
 
 int32_t epldio_write(uint32_t dwReg, uint8_t ucValue) {
     Call call(Id("epldio_write"), "reg", dwReg, "value", ucValue);
-    if (!call.Fails()) {
+    if (!call.Fails())
         TheBoard().power_registers[dwReg] = ucValue;
-    }
     return Plain(call);
 }
 

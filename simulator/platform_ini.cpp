@@ -13,9 +13,8 @@ using namespace sim;
 
 std::optional<uint32_t> Number(const std::string &text) {
     const size_t begin = text.find_first_not_of(" \t");
-    if (begin == std::string::npos) {
+    if (begin == std::string::npos)
         return std::nullopt;
-    }
     const bool hex = text.compare(begin, 2, "0x") == 0 || text.compare(begin, 2, "0X") == 0;
     const uint64_t base = hex ? 16 : 10;
     const size_t first = begin + (hex ? 2 : 0);
@@ -27,23 +26,19 @@ std::optional<uint32_t> Number(const std::string &text) {
                           : hex && c >= 'a' && c <= 'f' ? c - 'a' + 10
                           : hex && c >= 'A' && c <= 'F' ? c - 'A' + 10
                                                         : -1;
-        if (digit < 0) {
+        if (digit < 0)
             break;
-        }
         value = std::min<uint64_t>(value * base + static_cast<uint64_t>(digit), UINT32_MAX);
     }
-    if (at == first || text.find_first_not_of(" \t\r", at) != std::string::npos) {
+    if (at == first || text.find_first_not_of(" \t\r", at) != std::string::npos)
         return std::nullopt;
-    }
     return static_cast<uint32_t>(value);
 }
 
 auto &Section(OpenIni &ini, const std::string &name) {
-    for (auto &[known, keys] : ini.sections) {
-        if (known == name) {
+    for (auto &[known, keys] : ini.sections)
+        if (known == name)
             return keys;
-        }
-    }
     return ini.sections.emplace_back(name, std::vector<std::pair<std::string, uint32_t>>{}).second;
 }
 
@@ -70,9 +65,8 @@ void Parse(OpenIni &ini, const std::string &text) {
             section = line.substr(1, bracket - 1);
             Section(ini, section);
         } else if (equals != std::string::npos) {
-            if (const auto value = Number(line.substr(equals + 1))) {
+            if (const auto value = Number(line.substr(equals + 1)))
                 Set(ini, section, line.substr(0, equals), *value);
-            }
         }
     }
 }
@@ -80,12 +74,10 @@ void Parse(OpenIni &ini, const std::string &text) {
 std::string Print(const OpenIni &ini) {
     std::string text;
     for (const auto &[section, keys] : ini.sections) {
-        if (!section.empty()) {
+        if (!section.empty())
             text += "[" + section + "]\n";
-        }
-        for (const auto &[key, value] : keys) {
+        for (const auto &[key, value] : keys)
             text += key + "=" + std::to_string(value) + "\n";
-        }
     }
     return text;
 }
@@ -119,9 +111,8 @@ int32_t Load(Call &call, const char *path, IniFile **out) {
         }
     }
     if (ini == nullptr) {
-        if (out != nullptr) {
+        if (out != nullptr)
             call.SpoilBuffer(out, sizeof(*out));
-        }
         return call.Return<int32_t>(-1);
     }
     IniFile *const handle = reinterpret_cast<IniFile *>(ini.get());
@@ -152,11 +143,9 @@ uint32_t IniGetUInt(IniFile *ptIni, const char *pcSection, const char *pcKey, ui
     const OpenIni *ini = Find(call, "IniGetUInt", ptIni);
     if (!null && ini != nullptr) {
         for (const auto &[section, keys] : ini->sections) {
-            for (const auto &[key, stored] : keys) {
-                if (section == pcSection && key == pcKey) {
+            for (const auto &[key, stored] : keys)
+                if (section == pcSection && key == pcKey)
                     value = stored;
-                }
-            }
         }
     }
     return call.Value<uint32_t>(value);
@@ -167,9 +156,8 @@ int32_t IniSetUInt(IniFile *ptIni, const char *pcSection, const char *pcKey, uin
               dwValue);
     const bool fails = call.FailsOrNull({pcSection, pcKey});
     OpenIni *ini = Find(call, "IniSetUInt", ptIni);
-    if (fails || ini == nullptr || !CanBeKept(pcSection, pcKey)) {
+    if (fails || ini == nullptr || !CanBeKept(pcSection, pcKey))
         return call.Return<int32_t>(-1);
-    }
     Set(*ini, pcSection, pcKey, dwValue);
     return call.Return<int32_t>(0);
 }
@@ -178,18 +166,16 @@ int32_t IniSaveFile(IniFile *ptIni, const char *pcPath) {
     Call call(Id("IniSaveFile"), "file", FileOf{.ini = ptIni}, "path", pcPath);
     const bool fails = call.FailsOrNull({pcPath});
     const OpenIni *ini = Find(call, "IniSaveFile", ptIni);
-    if (fails || ini == nullptr) {
+    if (fails || ini == nullptr)
         return call.Return<int32_t>(-1);
-    }
     const std::string text = Print(*ini);
     return call.Return<int32_t>(WriteWhole(RealPath(pcPath), {text.begin(), text.end()}) ? 0 : -1);
 }
 
 void IniCloseFile(IniFile *ptIni) {
     Call call(Id("IniCloseFile"), "file", FileOf{.ini = ptIni});
-    if (Find(call, "IniCloseFile", ptIni) != nullptr) {
+    if (Find(call, "IniCloseFile", ptIni) != nullptr)
         call.state().inis.erase(ptIni);
-    }
 }
 
 } // extern "C"

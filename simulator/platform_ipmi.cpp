@@ -32,9 +32,8 @@ BackEnd &TheBackEnd() {
 // Opens the way to the BMC of a new local session; true when there is none to open.
 bool ReachBmc(State &state, const IpmiLocalSession *session) {
     BackEnd &back_end = TheBackEnd();
-    if (!back_end.open) {
+    if (!back_end.open)
         return true;
-    }
     std::string reason;
     std::unique_ptr<BmcSession> opened = back_end.open(reason);
     if (opened == nullptr) {
@@ -54,9 +53,8 @@ struct Outcome {
 std::optional<Outcome> AskBmc(State &state, const IpmiLocalSession *session, uint8_t command,
                               std::span<const uint8_t> data) {
     const auto found = TheBackEnd().sessions.find(session);
-    if (found == TheBackEnd().sessions.end()) {
+    if (found == TheBackEnd().sessions.end())
         return std::nullopt;
-    }
     std::string reason;
     const auto answer = found->second->Send(kStorage, command, data, reason);
     if (!answer) {
@@ -64,20 +62,17 @@ std::optional<Outcome> AskBmc(State &state, const IpmiLocalSession *session, uin
         return Outcome{kIpmiFailed, 0};
     }
     Outcome outcome{(*answer)[0], 0};
-    if (answer->size() >= 3) {
+    if (answer->size() >= 3)
         outcome.record_id = static_cast<uint16_t>((*answer)[1] | (*answer)[2] << 8);
-    }
-    if (outcome.code != 0) {
+    if (outcome.code != 0)
         state.Note("BMC: refused with " + Hex(answer->data(), 1) + "h");
-    }
     return outcome;
 }
 
 // A command needs an open session; without one it is refused and noted.
 bool SessionIsOpen(Call &call, const char *command, const IpmiLocalSession *session) {
-    if (call.state().sessions.contains(session)) {
+    if (call.state().sessions.contains(session))
         return true;
-    }
     call.state().Violate(std::string(command) + " without an open session");
     return false;
 }
@@ -95,18 +90,16 @@ std::optional<uint16_t> Refusal(Call &call, const char *command, const IpmiLocal
                                 size_t size) {
     const bool refused = call.FailsOrNull(pointers);
     if (refused || !SessionIsOpen(call, command, session)) {
-        if (response != nullptr) {
+        if (response != nullptr)
             call.SpoilBuffer(response, size);
-        }
         return call.Return<uint16_t>(refused ? kIpmiFailed : kNoSession);
     }
     return std::nullopt;
 }
 
 Outcome StoreSdr(State &state, std::span<const uint8_t> sdr, std::optional<Outcome> at_bmc) {
-    if (!at_bmc && state.repository.size() >= state.board.sdr_limit) {
+    if (!at_bmc && state.repository.size() >= state.board.sdr_limit)
         return {kOutOfSpace, 0};
-    }
     const Outcome outcome = at_bmc.value_or(Outcome{0, state.next_record_id});
     if (outcome.code == 0) {
         ++state.next_record_id;
@@ -123,9 +116,8 @@ Outcome RemoveSdr(State &state, uint16_t id, std::optional<Outcome> at_bmc) {
     const Outcome outcome =
         at_bmc.value_or(found == state.repository.end() ? Outcome{kNotPresent, 0} : Outcome{0, id});
     if (outcome.code == 0) {
-        if (found != state.repository.end()) {
+        if (found != state.repository.end())
             state.repository.erase(found);
-        }
         state.Note(std::string(at_bmc ? "BMC " : "") + "repository: record " + std::to_string(id) +
                    " deleted");
     }
@@ -133,9 +125,8 @@ Outcome RemoveSdr(State &state, uint16_t id, std::optional<Outcome> at_bmc) {
 }
 
 Outcome StoreEvent(State &state, const uint8_t *record, std::optional<Outcome> at_bmc) {
-    if (!at_bmc && state.event_log.size() >= state.board.sel_limit) {
+    if (!at_bmc && state.event_log.size() >= state.board.sel_limit)
         return {kOutOfSpace, 0};
-    }
     const Outcome outcome = at_bmc.value_or(Outcome{0, static_cast<uint16_t>(state.event_log.size() + 1)});
     if (outcome.code == 0) {
         std::vector<uint16_t> &ids = TheBackEnd().event_ids;
@@ -187,19 +178,16 @@ uint16_t LIBIPMI_Create_IPMI_Local_Session(IpmiLocalSession *ptSession, const ch
               pucPrivilege != nullptr ? *pucPrivilege : -1, "arg5", dwArg5, "arg6", dwArg6, "arg7", dwArg7);
     State &state = call.state();
     if (call.FailsOrNull({ptSession, pcUser, pcPassword, pucPrivilege})) {
-        if (ptSession != nullptr) {
+        if (ptSession != nullptr)
             call.Spoil(ptSession);
-        }
         return call.Return<uint16_t>(kIpmiFailed);
     }
     const bool clean = std::all_of(std::begin(ptSession->aucRaw), std::end(ptSession->aucRaw),
                                    [](uint8_t byte) { return byte == 0; });
-    if (!clean) {
+    if (!clean)
         state.Violate("LIBIPMI_Create_IPMI_Local_Session: the session block is not zero-filled");
-    }
-    if (state.sessions.contains(ptSession)) {
+    if (state.sessions.contains(ptSession))
         state.Violate("LIBIPMI_Create_IPMI_Local_Session: the session block already holds an open session");
-    }
     if (!ReachBmc(state, ptSession)) {
         call.Spoil(ptSession);
         return call.Return<uint16_t>(kIpmiFailed);
@@ -214,9 +202,8 @@ uint16_t LIBIPMI_CloseSession(IpmiLocalSession *ptSession) {
     Call call(Id("LIBIPMI_CloseSession"), "session", SessionOf{ptSession});
     // the library has done its duty, whatever the service answers
     const bool fails = call.FailsOrNull({ptSession});
-    if (!SessionIsOpen(call, "LIBIPMI_CloseSession", ptSession)) {
+    if (!SessionIsOpen(call, "LIBIPMI_CloseSession", ptSession))
         return call.Return<uint16_t>(kNoSession);
-    }
     call.state().sessions.erase(ptSession);
     TheBackEnd().sessions.erase(ptSession);
     return call.Return<uint16_t>(fails ? kIpmiFailed : 0);
@@ -227,9 +214,8 @@ uint16_t IPMICMD_AddSDR(IpmiLocalSession *ptSession, const uint8_t *pucSDR, uint
     Call call(Id("IPMICMD_AddSDR"), "session", SessionOf{ptSession}, "len", ucLen, "arg", dwArg);
     State &state = call.state();
     if (const auto refusal =
-            Refusal(call, "IPMICMD_AddSDR", ptSession, {ptSession, pucSDR, pucRes}, pucRes, 3)) {
+            Refusal(call, "IPMICMD_AddSDR", ptSession, {ptSession, pucSDR, pucRes}, pucRes, 3))
         return *refusal;
-    }
     if (ucLen > SDR_SLOT_SIZE) {
         state.Violate("IPMICMD_AddSDR: length " + std::to_string(ucLen) + " reaches beyond a slot");
         ucLen = SDR_SLOT_SIZE;
@@ -246,9 +232,8 @@ uint16_t IPMICMD_DeleteSDR(IpmiLocalSession *ptSession, const uint8_t *pucReq, u
               dwArg);
     State &state = call.state();
     if (const auto refusal =
-            Refusal(call, "IPMICMD_DeleteSDR", ptSession, {ptSession, pucReq, pucRes}, pucRes, 4)) {
+            Refusal(call, "IPMICMD_DeleteSDR", ptSession, {ptSession, pucReq, pucRes}, pucRes, 4))
         return *refusal;
-    }
     // reservation id, then the record id, least significant byte first
     const uint16_t id = static_cast<uint16_t>(pucReq[2] | pucReq[3] << 8);
     const Outcome outcome = RemoveSdr(state, id, AskBmc(state, ptSession, kDeleteSdr, std::span(pucReq, 4)));
@@ -262,9 +247,8 @@ uint16_t IPMICMD_AddSELEntry(IpmiLocalSession *ptSession, const uint8_t *pucReco
               "arg", dwArg);
     State &state = call.state();
     if (const auto refusal =
-            Refusal(call, "IPMICMD_AddSELEntry", ptSession, {ptSession, pucRecord, pucRes}, pucRes, 3)) {
+            Refusal(call, "IPMICMD_AddSELEntry", ptSession, {ptSession, pucRecord, pucRes}, pucRes, 3))
         return *refusal;
-    }
     const Outcome outcome = StoreEvent(
         state, pucRecord, AskBmc(state, ptSession, kAddSelEntry, std::span(pucRecord, SEL_RECORD_SIZE)));
     Answer(pucRes, 3, outcome.code, outcome.record_id);
@@ -275,9 +259,8 @@ uint16_t LIBIPMI_HL_SendMsgToFRU(IpmiLocalSession *ptSession, const uint8_t *puc
     Call call(Id("LIBIPMI_HL_SendMsgToFRU"), "session", SessionOf{ptSession}, "message", Bytes{pucMsg, 25},
               "arg", dwArg);
     if (const auto refusal =
-            Refusal(call, "LIBIPMI_HL_SendMsgToFRU", ptSession, {ptSession, pucMsg}, nullptr, 0)) {
+            Refusal(call, "LIBIPMI_HL_SendMsgToFRU", ptSession, {ptSession, pucMsg}, nullptr, 0))
         return *refusal;
-    }
     call.state().Note("FRU service: message received: " + Hex(pucMsg, 25));
     return call.Return<uint16_t>(0);
 }

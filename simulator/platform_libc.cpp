@@ -38,40 +38,34 @@ size_t WriteLocked(const void *buffer, size_t size, size_t count, FILE *stream) 
 extern "C" {
 
 off_t lseek(int descriptor, off_t offset, int whence) noexcept {
-    if (!IsLibraryDescriptor(descriptor)) {
+    if (!IsLibraryDescriptor(descriptor))
         return static_cast<off_t>(syscall(SYS_lseek, descriptor, offset, whence));
-    }
     Call call(Id("lseek"), "file", FileOf{.descriptor = descriptor}, "offset", offset, "whence", whence);
-    if (call.Fails()) {
+    if (call.Fails())
         return FileError<off_t>(call, EIO);
-    }
     const off_t position = static_cast<off_t>(syscall(SYS_lseek, descriptor, offset, whence));
     call.SetErrno(errno);
     return call.Return(position);
 }
 
 int ftruncate(int descriptor, off_t length) noexcept {
-    if (!IsLibraryDescriptor(descriptor)) {
+    if (!IsLibraryDescriptor(descriptor))
         return static_cast<int>(syscall(SYS_ftruncate, descriptor, length));
-    }
     Call call(Id("ftruncate"), "file", FileOf{.descriptor = descriptor}, "length", length);
-    if (call.Fails()) {
+    if (call.Fails())
         return FileError<int>(call, EIO);
-    }
     const int result = static_cast<int>(syscall(SYS_ftruncate, descriptor, length));
     call.SetErrno(errno);
     return call.Return(result);
 }
 
 size_t fread(void *buffer, size_t size, size_t count, FILE *stream) {
-    if (!IsLibraryStream(stream)) {
+    if (!IsLibraryStream(stream))
         return ReadLocked(buffer, size, count, stream);
-    }
     Call call(Id("fread"), "file", FileOf{.stream = stream}, "size", size, "count", count);
     if (call.FailsOrNull({buffer})) {
-        if (buffer != nullptr) {
+        if (buffer != nullptr)
             call.SpoilBuffer(buffer, size * count);
-        }
         call.SetErrno(call.FaultErrno(EIO));
         return call.Return<size_t>(0);
     }
@@ -81,9 +75,8 @@ size_t fread(void *buffer, size_t size, size_t count, FILE *stream) {
 }
 
 size_t fwrite(const void *buffer, size_t size, size_t count, FILE *stream) {
-    if (!IsLibraryStream(stream)) {
+    if (!IsLibraryStream(stream))
         return WriteLocked(buffer, size, count, stream);
-    }
     Call call(Id("fwrite"), "file", FileOf{.stream = stream}, "size", size, "count", count);
     if (call.FailsOrNull({buffer})) {
         call.SetErrno(call.FaultErrno(EIO));
@@ -95,26 +88,22 @@ size_t fwrite(const void *buffer, size_t size, size_t count, FILE *stream) {
 }
 
 int unlink(const char *path) noexcept {
-    if (!IsLibraryPath(path)) {
+    if (!IsLibraryPath(path))
         return unlinkat(AT_FDCWD, path, 0);
-    }
     Call call(Id("unlink"), "path", path);
-    if (call.Fails()) {
+    if (call.Fails())
         return FileError<int>(call, EIO);
-    }
     const int result = unlinkat(AT_FDCWD, RealPath(path).c_str(), 0);
     call.SetErrno(errno);
     return call.Return(result);
 }
 
 int access(const char *path, int mode) noexcept {
-    if (!IsLibraryPath(path)) {
+    if (!IsLibraryPath(path))
         return faccessat(AT_FDCWD, path, mode, 0);
-    }
     Call call(Id("access"), "path", path, "mode", mode);
-    if (call.Fails()) {
+    if (call.Fails())
         return FileError<int>(call, EACCES);
-    }
     const int result = faccessat(AT_FDCWD, RealPath(path).c_str(), mode, 0);
     call.SetErrno(errno);
     return call.Return(result);

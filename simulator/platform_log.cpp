@@ -46,15 +46,12 @@ void CheckLine(Call &call, const char *name, uint32_t module, const char *file, 
                const char *function) {
     State &state = call.state();
     const std::string where = std::string(name) + " at " + Where(file, line);
-    if (!IsOneOf(module, kModules)) {
+    if (!IsOneOf(module, kModules))
         state.Violate(where + ": module number " + std::to_string(module));
-    }
-    if (!IsLibraryUnit(file)) {
+    if (!IsLibraryUnit(file))
         state.Violate(where + ": not a source file of the library");
-    }
-    if (function == nullptr || *function == '\0') {
+    if (function == nullptr || *function == '\0')
         state.Violate(where + ": no function name");
-    }
 }
 
 bool LineIsSound(uint32_t module, const char *file, const char *function) {
@@ -63,15 +60,12 @@ bool LineIsSound(uint32_t module, const char *file, const char *function) {
 
 void Line(Call &call, const char *name, Level level, uint32_t module, const char *file, uint32_t line,
           const char *function, const char *format, va_list list) {
-    if (!LineIsSound(module, file, function)) {
+    if (!LineIsSound(module, file, function))
         CheckLine(call, name, module, file, line, function);
-    }
-    if (level == Level::kError) {
+    if (level == Level::kError)
         TakeStat(call, file, line);
-    }
-    if (call.FailsOrNull({format}) || !call.Traced()) {
+    if (call.FailsOrNull({format}) || !call.Traced())
         return;
-    }
     Event event;
     event.kind = Kind::kLog;
     event.level = level;
@@ -88,26 +82,23 @@ bool HasPrefix(const std::string &text) {
     const size_t colon = text.find(':');
     const size_t close = text.find(']');
     if (text.empty() || text.front() != '[' || colon == std::string::npos || close == std::string::npos ||
-        close < colon + 2) {
+        close < colon + 2)
         return false;
-    }
     const std::string digits = text.substr(colon + 1, close - colon - 1);
     return IsLibraryUnit(text.substr(1, colon - 1).c_str()) &&
            digits.find_first_not_of("0123456789") == std::string::npos;
 }
 
 void Channel(Call &call, Kind kind, uint32_t level, const char *format, va_list list) {
-    if (call.FailsOrNull({format}) || !call.Traced()) {
+    if (call.FailsOrNull({format}) || !call.Traced())
         return;
-    }
     Event event;
     event.kind = kind;
     event.number = level;
     event.text = Print(format, list);
     // an assertion on the channel stands by itself
-    if (kind == Kind::kDebug && !HasPrefix(event.text) && !event.text.starts_with("assertion failed: ")) {
+    if (kind == Kind::kDebug && !HasPrefix(event.text) && !event.text.starts_with("assertion failed: "))
         call.state().Violate("debug line without \"[file:line]\": " + event.text);
-    }
     call.state().trace.push_back(std::move(event));
 }
 
@@ -154,9 +145,8 @@ void _ssp_error(uint32_t dwModule, const char *pcFile, uint32_t dwLine, const ch
 void sspFailedStat(const char *pcFile, uint32_t dwLine) {
     Call call(Id("sspFailedStat"));
     State &state = call.state();
-    if (!IsLibraryUnit(pcFile)) {
+    if (!IsLibraryUnit(pcFile))
         state.Violate("sspFailedStat at " + Where(pcFile, dwLine) + ": not a source file of the library");
-    }
     PendingStat &pending = ThePendingStat();
     pending.epoch = state.epoch;
     pending.line = dwLine;
@@ -172,9 +162,8 @@ void sspFailedStat(const char *pcFile, uint32_t dwLine) {
 
 void IDBG_LINUXAPP_DbgOut(uint32_t dwLevel, const char *pcFmt, ...) {
     Call call(Id("IDBG_LINUXAPP_DbgOut"));
-    if (!IsOneOf(dwLevel, kDebugLevels)) {
+    if (!IsOneOf(dwLevel, kDebugLevels))
         call.state().Violate("debug line with level " + std::to_string(dwLevel));
-    }
     va_list list;
     va_start(list, pcFmt);
     Channel(call, Kind::kDebug, dwLevel, pcFmt, list);
@@ -183,9 +172,8 @@ void IDBG_LINUXAPP_DbgOut(uint32_t dwLevel, const char *pcFmt, ...) {
 
 void IDBG_LINUXAPP_AuditOut(uint32_t dwLevel, const char *pcFmt, ...) {
     Call call(Id("IDBG_LINUXAPP_AuditOut"));
-    if (dwLevel != kAuditLevel) {
+    if (dwLevel != kAuditLevel)
         call.state().Violate("audit line with level " + std::to_string(dwLevel));
-    }
     va_list list;
     va_start(list, pcFmt);
     Channel(call, Kind::kAudit, dwLevel, pcFmt, list);

@@ -37,15 +37,13 @@ void FillThresholdEntry(SensorThreshEntry &entry, const ThresholdEntry &from) {
 }
 
 SensorThreshTable LiveTable(const State &state) {
-    if (state.thresholds) {
+    if (state.thresholds)
         return *state.thresholds;
-    }
     SensorThreshTable table{};
     table.dwCustomId = state.board.custom_id;
     table.wCount = static_cast<uint16_t>(state.board.thresholds.size());
-    for (size_t at = 0; at < std::min<size_t>(state.board.thresholds.size(), SENSOR_MAX_COUNT); ++at) {
+    for (size_t at = 0; at < std::min<size_t>(state.board.thresholds.size(), SENSOR_MAX_COUNT); ++at)
         FillThresholdEntry(table.atEntry[at], state.board.thresholds[at]);
-    }
     return table;
 }
 
@@ -94,9 +92,8 @@ int32_t MW_GetSensorThreshInfo(SensorThreshTable *ptTable) {
 int32_t MW_SetSensorThreshInfo(const SensorThreshTable *ptTable) {
     Call call(Id("MW_SetSensorThreshInfo"), "customid", ptTable != nullptr ? ptTable->dwCustomId : 0u,
               "count", ptTable != nullptr ? ptTable->wCount : 0u);
-    if (call.FailsOrNull({ptTable})) {
+    if (call.FailsOrNull({ptTable}))
         return call.Return<int32_t>(-1);
-    }
     call.state().thresholds = *ptTable;
     return call.Return<int32_t>(0);
 }

@@ -11,9 +11,8 @@ namespace {
 using namespace sim;
 
 bool IsOpen(Call &call, const char *function, int descriptor) {
-    if (call.state().descriptors.contains(descriptor)) {
+    if (call.state().descriptors.contains(descriptor))
         return true;
-    }
     call.state().Violate(std::string(function) + ": the descriptor is not open");
     return false;
 }
@@ -30,17 +29,15 @@ extern "C" {
 
 int32_t OAL_SemCreate(uint32_t dwKey) {
     Call call(Id("OAL_SemCreate"), "key", dwKey);
-    if (!call.Fails()) {
+    if (!call.Fails())
         call.state().semaphores[dwKey].created = true;
-    }
     return Plain(call);
 }
 
 int32_t OAL_SemLockByKey(uint32_t dwKey, uint32_t dwWait) {
     Call call(Id("OAL_SemLockByKey"), "key", dwKey, "wait", dwWait);
-    if (call.Fails()) {
+    if (call.Fails())
         return call.Return<int32_t>(-1);
-    }
     Semaphore &semaphore = call.state().semaphores[dwKey];
     if (!semaphore.created) {
         call.state().Violate("semaphore " + std::to_string(dwKey) + " is locked before it was created");
@@ -67,13 +64,11 @@ int32_t OAL_SemUnLockByKey(uint32_t dwKey, uint32_t dwWait) {
 
 int32_t sigwrap_open_mode(const char *pcPath, int32_t sdwFlags, uint32_t dwMode) {
     Call call(Id("sigwrap_open_mode"), "path", pcPath, "flags", sdwFlags, "mode", dwMode);
-    if (call.FailsOrNull({pcPath})) {
+    if (call.FailsOrNull({pcPath}))
         return FileError(call, EACCES);
-    }
     const std::string real_path = RealPath(pcPath);
-    if ((sdwFlags & O_CREAT) != 0) {
+    if ((sdwFlags & O_CREAT) != 0)
         MakeParents(real_path);
-    }
     const int descriptor = open(real_path.c_str(), sdwFlags | O_CLOEXEC, static_cast<mode_t>(dwMode));
     if (descriptor < 0) {
         call.SetErrno(errno);
@@ -87,9 +82,8 @@ int32_t sigwrap_open_mode(const char *pcPath, int32_t sdwFlags, uint32_t dwMode)
 int32_t sigwrap_read(int32_t sdwFd, void *pvBuf, uint32_t dwLen) {
     Call call(Id("sigwrap_read"), "file", FileOf{.descriptor = sdwFd}, "len", dwLen);
     if (call.FailsOrNull({pvBuf}) || !IsOpen(call, "sigwrap_read", sdwFd)) {
-        if (pvBuf != nullptr) {
+        if (pvBuf != nullptr)
             call.SpoilBuffer(pvBuf, dwLen);
-        }
         return FileError(call, EIO);
     }
     const Fault *rule = call.rule(); // a short read: as many bytes as the rule says
@@ -97,17 +91,15 @@ int32_t sigwrap_read(int32_t sdwFd, void *pvBuf, uint32_t dwLen) {
     const uint32_t wanted = cut ? std::min(dwLen, static_cast<uint32_t>(*rule->result)) : dwLen;
     const ssize_t got = read(sdwFd, pvBuf, wanted);
     call.SetErrno(errno);
-    if (got > 0 && rule != nullptr && rule->output) {
+    if (got > 0 && rule != nullptr && rule->output)
         call.SpoilBuffer(pvBuf, static_cast<size_t>(got));
-    }
     return call.Return<int32_t>(static_cast<int32_t>(got));
 }
 
 int32_t sigwrap_write(int32_t sdwFd, const void *pvBuf, uint32_t dwLen) {
     Call call(Id("sigwrap_write"), "file", FileOf{.descriptor = sdwFd}, "len", dwLen);
-    if (call.FailsOrNull({pvBuf}) || !IsOpen(call, "sigwrap_write", sdwFd)) {
+    if (call.FailsOrNull({pvBuf}) || !IsOpen(call, "sigwrap_write", sdwFd))
         return FileError(call, EIO);
-    }
     const ssize_t put = write(sdwFd, pvBuf, dwLen);
     if (put < 0 || static_cast<size_t>(put) != dwLen) {
         call.SetErrno(put < 0 ? errno : ENOSPC);
@@ -118,9 +110,8 @@ int32_t sigwrap_write(int32_t sdwFd, const void *pvBuf, uint32_t dwLen) {
 
 int32_t sigwrap_close(int32_t sdwFd) {
     Call call(Id("sigwrap_close"), "file", FileOf{.descriptor = sdwFd});
-    if (!IsOpen(call, "sigwrap_close", sdwFd)) {
+    if (!IsOpen(call, "sigwrap_close", sdwFd))
         return FileError(call, EBADF);
-    }
     call.state().descriptors.erase(sdwFd); // also when the call fails
     MarkLibraryDescriptor(sdwFd, false);
     close(sdwFd);

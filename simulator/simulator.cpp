@@ -22,9 +22,8 @@ PendingStat &ThePendingStat() {
 
 void State::Violate(std::string text) {
     constexpr size_t kMost = 1000; // a loop that goes wrong must not eat the memory
-    if (violations.size() < kMost) {
+    if (violations.size() < kMost)
         violations.push_back(std::move(text));
-    }
 }
 
 void State::Note(std::string text) {
@@ -67,17 +66,15 @@ bool ArgsMatch(const std::string &args, const std::string &wanted) {
         const size_t end = at + wanted.size();
         const bool cut =
             !wanted.empty() && is_digit(wanted.back()) && end < args.size() && is_digit(args[end]);
-        if (!cut) {
+        if (!cut)
             return true;
-        }
     }
     return false;
 }
 
 bool OccurrenceMatches(const Fault &fault, uint64_t count) {
-    if (!fault.occurrence) {
+    if (!fault.occurrence)
         return true;
-    }
     return fault.from_then_on ? count >= *fault.occurrence : count == *fault.occurrence;
 }
 
@@ -89,25 +86,21 @@ void Call::Decide() {
     if (nature == Nature::kFails || nature == Nature::kGetter) {
         const uint64_t number = ++state_.failable;
         if (state_.fail_at != 0 &&
-            (number == state_.fail_at || (state_.fail_from_then_on && number > state_.fail_at))) {
+            (number == state_.fail_at || (state_.fail_from_then_on && number > state_.fail_at)))
             fails_ = true;
-        }
     }
     if (counter.has_rules) {
         for (ActiveFault &active : state_.faults) {
-            if (active.id != id_ || (active.fault.args && !ArgsMatch(args_, *active.fault.args))) {
+            if (active.id != id_ || (active.fault.args && !ArgsMatch(args_, *active.fault.args)))
                 continue;
-            }
             ++active.matched;
             const uint64_t count = active.fault.args ? active.matched : counter.since_start;
-            if (rule_ == nullptr && OccurrenceMatches(active.fault, count)) {
+            if (rule_ == nullptr && OccurrenceMatches(active.fault, count))
                 rule_ = &active.fault;
-            }
         }
     }
-    if (rule_ != nullptr) {
+    if (rule_ != nullptr)
         fails_ = !rule_->succeed && nature != Nature::kSteady;
-    }
     state_.fault_hit = state_.fault_hit || fails_ || rule_ != nullptr;
 }
 
@@ -121,16 +114,14 @@ bool Call::FailsOrNull(std::initializer_list<const void *> pointers) {
 }
 
 void Call::SetFirst(void *out, size_t size) {
-    for (size_t byte = 0; byte < size; ++byte) {
+    for (size_t byte = 0; byte < size; ++byte)
         static_cast<uint8_t *>(out)[byte] = static_cast<uint8_t>(*rule_->output >> (8 * byte));
-    }
 }
 
 void Call::Spoil(void *out, size_t size, size_t first_field) {
     std::memset(out, kRubbish, size);
-    if (rule_ != nullptr && rule_->output) {
+    if (rule_ != nullptr && rule_->output)
         SetFirst(out, first_field);
-    }
 }
 
 void Call::SpoilBuffer(void *out, size_t size) {
@@ -177,9 +168,8 @@ void Start(Board board) {
         state.next_session = 1;
         state.guarded = Guarded{};
     }
-    for (const auto &[path, bytes] : state.board.files) {
+    for (const auto &[path, bytes] : state.board.files)
         WriteFile(path, bytes);
-    }
 }
 
 Board &CurrentBoard() {
@@ -195,22 +185,17 @@ void CheckRule(const Fault &fault, size_t id) {
     const auto refuse = [&](const char *why) {
         throw std::invalid_argument("fault rule for '" + fault.call + "': " + why);
     };
-    if (id == kCallCount) {
+    if (id == kCallCount)
         refuse("no such platform function");
-    }
     const Nature nature = kCalls[id].nature;
-    if (nature == Nature::kVoid || nature == Nature::kLine) {
+    if (nature == Nature::kVoid || nature == Nature::kLine)
         refuse("this function returns nothing");
-    }
-    if (nature == Nature::kSteady && !fault.result && !fault.output) {
+    if (nature == Nature::kSteady && !fault.result && !fault.output)
         refuse("this function cannot fail: the rule must give result or output");
-    }
-    if ((fault.null_object || fault.null_operation) && nature != Nature::kGetter) {
+    if ((fault.null_object || fault.null_operation) && nature != Nature::kGetter)
         refuse("only a service getter can give null");
-    }
-    if (fault.occurrence && *fault.occurrence == 0) {
+    if (fault.occurrence && *fault.occurrence == 0)
         refuse("occurrences are counted from 1");
-    }
 }
 
 } // namespace
@@ -257,9 +242,8 @@ bool FaultWasHit() {
 
 std::vector<std::string> CallNames() {
     std::vector<std::string> names;
-    for (const CallFacts &facts : kCalls) {
+    for (const CallFacts &facts : kCalls)
         names.emplace_back(facts.name);
-    }
     return names;
 }
 
@@ -273,9 +257,8 @@ void ClearTrace() {
     State &state = TheState();
     const std::lock_guard lock(state.mutex);
     state.trace.clear();
-    for (CallCounter &counter : state.counters) {
+    for (CallCounter &counter : state.counters)
         counter.since_clear = 0;
-    }
 }
 
 void SetTracing(bool on) {
@@ -301,27 +284,23 @@ std::vector<Event> Logs() {
 
 std::vector<std::string> LogTexts() {
     std::vector<std::string> texts;
-    for (Event &event : Logs()) {
+    for (Event &event : Logs())
         texts.push_back(std::move(event.text));
-    }
     return texts;
 }
 
 std::vector<std::string> LogTexts(Level level) {
     std::vector<std::string> texts;
-    for (Event &event : Logs()) {
-        if (event.level == level) {
+    for (Event &event : Logs())
+        if (event.level == level)
             texts.push_back(std::move(event.text));
-        }
-    }
     return texts;
 }
 
 size_t CountCalls(const std::string &function) {
     const size_t id = FindCall(function);
-    if (id == kCallCount) {
+    if (id == kCallCount)
         throw std::invalid_argument("CountCalls: no such platform function: " + function);
-    }
     State &state = TheState();
     const std::lock_guard lock(state.mutex);
     return static_cast<size_t>(state.counters[id].since_clear);
@@ -350,23 +329,17 @@ std::vector<std::string> Violations() {
         all.push_back("sspFailedStat (" + std::string(pending.file) + ":" + std::to_string(pending.line) +
                       ") is followed by nothing");
     }
-    for (const auto &[session, number] : state.sessions) {
+    for (const auto &[session, number] : state.sessions)
         all.push_back("session " + std::to_string(number) + " is still open");
-    }
-    for (const auto &[handle, ini] : state.inis) {
+    for (const auto &[handle, ini] : state.inis)
         all.push_back("INI file " + ini->path + " is still open");
-    }
-    for (const auto &[descriptor, path] : state.descriptors) {
+    for (const auto &[descriptor, path] : state.descriptors)
         all.push_back("file " + path + " is still open (descriptor)");
-    }
-    for (const auto &[stream, path] : state.streams) {
+    for (const auto &[stream, path] : state.streams)
         all.push_back("file " + path + " is still open (stream)");
-    }
-    for (const auto &[key, semaphore] : state.semaphores) {
-        if (semaphore.locked) {
+    for (const auto &[key, semaphore] : state.semaphores)
+        if (semaphore.locked)
             all.push_back("semaphore " + std::to_string(key) + " is still locked");
-        }
-    }
     CheckGuards(state, all);
     return all;
 }

@@ -43,9 +43,8 @@ void MakeFreshRoot(RootDirectory &root) {
     const char *parent = std::getenv("TMPDIR");
     std::string path =
         std::string(parent != nullptr && *parent != '\0' ? parent : "/tmp") + "/oxa-sim-XXXXXX";
-    if (mkdtemp(path.data()) == nullptr) {
+    if (mkdtemp(path.data()) == nullptr)
         throw std::runtime_error("no root directory for the simulated platform: " + path);
-    }
     root.path = path;
     root.made_here = true;
     root.owner = getpid();
@@ -60,26 +59,23 @@ void SetRoot(const std::string &directory) {
     RootDirectory &root = TheRoot();
     const std::lock_guard lock(root.mutex);
     root.path = std::filesystem::absolute(directory).lexically_normal().string();
-    while (root.path.size() > 1 && root.path.back() == '/') {
+    while (root.path.size() > 1 && root.path.back() == '/')
         root.path.pop_back();
-    }
     root.made_here = false;
 }
 
 std::string Root() {
     RootDirectory &root = TheRoot();
     const std::lock_guard lock(root.mutex);
-    if (root.path.empty()) {
+    if (root.path.empty())
         MakeFreshRoot(root);
-    }
     return root.path;
 }
 
 std::string RealPath(const std::string &library_path) {
     const std::string root = Root();
-    if (root == "/" || library_path.starts_with(root + "/")) {
+    if (root == "/" || library_path.starts_with(root + "/"))
         return library_path;
-    }
     // "/../x" stays inside: a normal absolute path never climbs above "/"
     return root + (std::filesystem::path("/") / library_path).lexically_normal().string();
 }
@@ -98,9 +94,8 @@ std::optional<std::vector<uint8_t>> ReadWhole(const std::string &real_path, int 
     std::vector<uint8_t> bytes;
     std::array<uint8_t, 4096> part;
     ssize_t got = 0;
-    while ((got = read(descriptor, part.data(), part.size())) > 0) {
+    while ((got = read(descriptor, part.data(), part.size())) > 0)
         bytes.insert(bytes.end(), part.begin(), part.begin() + got);
-    }
     error = got < 0 ? errno : 0;
     close(descriptor);
     return got < 0 ? std::nullopt : std::optional(std::move(bytes));
@@ -109,15 +104,13 @@ std::optional<std::vector<uint8_t>> ReadWhole(const std::string &real_path, int 
 bool WriteWhole(const std::string &real_path, const std::vector<uint8_t> &bytes) {
     MakeParents(real_path);
     const int descriptor = open(real_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0664);
-    if (descriptor < 0) {
+    if (descriptor < 0)
         return false;
-    }
     size_t done = 0;
     while (done < bytes.size()) {
         const ssize_t put = write(descriptor, bytes.data() + done, bytes.size() - done);
-        if (put <= 0) {
+        if (put <= 0)
             break;
-        }
         done += static_cast<size_t>(put);
     }
     return close(descriptor) == 0 && done == bytes.size();
@@ -129,9 +122,8 @@ std::vector<uint8_t> ReadFile(const std::string &library_path) {
 }
 
 void WriteFile(const std::string &library_path, const std::vector<uint8_t> &bytes) {
-    if (!WriteWhole(RealPath(library_path), bytes)) {
+    if (!WriteWhole(RealPath(library_path), bytes))
         throw std::runtime_error("cannot write " + RealPath(library_path));
-    }
 }
 
 bool FileExists(const std::string &library_path) {
@@ -169,22 +161,21 @@ bool IsLibraryDescriptor(int descriptor) {
 }
 
 void MarkLibraryDescriptor(int descriptor, bool ours) {
-    if (descriptor >= 0 && descriptor < kMostDescriptors) {
+    if (descriptor >= 0 && descriptor < kMostDescriptors)
         g_descriptors[descriptor].store(ours);
-    }
 }
 
 bool IsLibraryStream(FILE *stream) {
-    return stream != nullptr && std::any_of(std::begin(g_streams), std::end(g_streams),
-                                            [&](const auto &known) { return known.load() == stream; });
+    return stream != nullptr && std::any_of(
+                                    std::begin(g_streams), std::end(g_streams),
+                                    [&](const auto &known) { return known.load() == stream; });
 }
 
 void MarkLibraryStream(FILE *stream, bool ours) {
     for (std::atomic<FILE *> &known : g_streams) {
         FILE *expected = ours ? nullptr : stream;
-        if (known.compare_exchange_strong(expected, ours ? stream : nullptr)) {
+        if (known.compare_exchange_strong(expected, ours ? stream : nullptr))
             return;
-        }
     }
 }
 
@@ -247,9 +238,8 @@ StaticArrays &CallerArrays(size_t capacity, uint8_t fill) {
 
 void CheckGuards(const State &state, std::vector<std::string> &violations) {
     const Guarded &guarded = state.guarded;
-    if (!guarded.made) {
+    if (!guarded.made)
         return;
-    }
     const size_t slots = guarded.arrays.capacity * SDR_SLOT_SIZE;
     const size_t entries = guarded.arrays.capacity * DEV_TAB_ENTRY_SIZE;
     const struct {

@@ -12,9 +12,8 @@ std::string Hex(const uint8_t *data, size_t size) {
     std::string text;
     text.reserve(size * 3);
     for (size_t at = 0; at < size; ++at) {
-        if (at != 0) {
+        if (at != 0)
             text += ' ';
-        }
         text += kDigits[data[at] >> 4];
         text += kDigits[data[at] & 15];
     }
@@ -50,12 +49,10 @@ void MaskAfter(std::string &text, const std::string &mark, char close) {
     for (size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + mark.size())) {
         const size_t begin = at + mark.size();
         size_t end = begin;
-        while (end < text.size() && IsDigit(text[end])) {
+        while (end < text.size() && IsDigit(text[end]))
             ++end;
-        }
-        if (end != begin && (close == '\0' || (end < text.size() && text[end] == close))) {
+        if (end != begin && (close == '\0' || (end < text.size() && text[end] == close)))
             text.replace(begin, end - begin, "#");
-        }
     }
 }
 
@@ -83,9 +80,8 @@ std::string FormatCall(const Event &event) {
     std::string line = "call " + event.function + "(" + Visible(event.args) + ") = ";
     // the number of a descriptor is the system's business
     line += event.function == "sigwrap_open_mode" && event.result >= 0 ? "fd" : std::to_string(event.result);
-    if (!event.text.empty()) {
+    if (!event.text.empty())
         line += " \"" + Visible(event.text) + "\"";
-    }
     return event.failed ? line + " FAILED" : line;
 }
 
@@ -118,31 +114,28 @@ void AppendQuoted(std::string &out, const char *text) {
 }
 
 void AppendValue(std::string &out, const char *text) {
-    if (text == nullptr) {
+    if (text == nullptr)
         out += "null";
-    } else {
+    else
         AppendQuoted(out, text);
-    }
 }
 
 void AppendValue(std::string &out, const Bytes &bytes) {
-    if (bytes.data == nullptr) {
+    if (bytes.data == nullptr)
         out += "null";
-    } else {
+    else
         AppendQuoted(out, Hex(bytes.data, bytes.size).c_str());
-    }
 }
 
 void AppendValue(std::string &out, const FileOf &file) {
     const State &state = TheState();
     std::string path = "unknown";
-    if (file.descriptor) {
+    if (file.descriptor)
         path = Lookup(state.descriptors, *file.descriptor, path);
-    } else if (file.stream != nullptr) {
+    else if (file.stream != nullptr)
         path = Lookup(state.streams, file.stream, path);
-    } else if (const auto found = state.inis.find(file.ini); found != state.inis.end()) {
+    else if (const auto found = state.inis.find(file.ini); found != state.inis.end())
         path = found->second->path;
-    }
     AppendQuoted(out, path.c_str());
 }
 

@@ -26,8 +26,8 @@ struct Report {
     std::vector<Scale> scales;
     std::vector<std::string> unused;
     size_t Known() const {
-        return static_cast<size_t>(
-            std::count_if(findings.begin(), findings.end(), [](const Finding &f) { return f.IsKnown(); }));
+        return static_cast<size_t>(std::count_if(
+            findings.begin(), findings.end(), [](const Finding &f) { return f.IsKnown(); }));
     }
 };
 

@@ -136,7 +136,8 @@ size_t Count(const Comparison &c, bool (*which)(const SensorPair &)) {
 }
 
 size_t Renamed(const Comparison &c) {
-    return Count(c, [](const SensorPair &pair) { return pair.renamed; });
+    return Count(
+        c, [](const SensorPair &pair) { return pair.renamed; });
 }
 size_t Changed(const Comparison &c) {
     return Count(c, IsChanged);

@@ -129,9 +129,9 @@ void Drop(Preflight &run) {
 }
 
 size_t Count(const Preflight &run, Status status) {
-    return static_cast<size_t>(
-        std::count_if(run.verdicts.begin(), run.verdicts.end(),
-                      [status](const Verdict &verdict) { return verdict.status == status; }));
+    return static_cast<size_t>(std::count_if(
+        run.verdicts.begin(), run.verdicts.end(),
+        [status](const Verdict &verdict) { return verdict.status == status; }));
 }
 
 // ---- telling it ------------------------------------------------------------------------------------

@@ -201,9 +201,8 @@ Plan MakePlan(const ThresholdsSetOptions &options) {
     SettleProfile(options, plan);
     if (options.records.board.empty() && !options.records.descriptions.empty())
         throw InputError("--description needs --board");
-    if (!options.records.board.empty()) {
+    if (!options.records.board.empty())
         plan.record = FindRecord(options, plan.custom_id);
-    }
     MakeEntry(options, plan);
     return plan;
 }

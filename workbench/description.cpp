@@ -154,7 +154,8 @@ void SetFromWord(DescriptionDraft &draft, const std::string &key, const std::str
         if (rule.key != key)
             continue;
         try {
-            AsNode(word, [&](const toml::node &node) { rule.read({}, node); });
+            AsNode(
+                word, [&](const toml::node &node) { rule.read({}, node); });
         } catch (const sim::BoardError &error) {
             const std::string text = error.what(); // "path:line: label is ...; what is right"
             const size_t right = text.rfind("; ");

@@ -121,9 +121,11 @@ constexpr ClassRow kClasses[] = {{0x0100, RecordKind::kFull, 0x01},    {0x0803, 
                                  {0x0D00, RecordKind::kCompact, 0x0D}, {0x1700, RecordKind::kCompact, 0x17}};
 
 bool SameKind(const SnrInfoRec &row, const Decoded &d) {
-    return std::any_of(std::begin(kClasses), std::end(kClasses), [&](const ClassRow &c) {
-        return c.word == row.dwSensorDevType && c.kind == d.kind && c.sensor_type == d.sensor_type;
-    });
+    return std::any_of(
+        std::begin(kClasses), std::end(kClasses),
+        [&](const ClassRow &c) {
+            return c.word == row.dwSensorDevType && c.kind == d.kind && c.sensor_type == d.sensor_type;
+        });
 }
 
 bool SameDevice(const SnrInfoRec &row, const Sensor &sensor) {

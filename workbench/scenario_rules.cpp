@@ -83,10 +83,13 @@ Rule Restart(StepDraft &draft) {
 }
 
 Rule OnlyTrue(const std::string &key) {
-    return {.key = key, .expected = "true", .read = [](const Where &where, const toml::node &node) {
-                if (const auto *flag = node.as_boolean(); flag == nullptr || !flag->get())
-                    Mismatch(where, node, "true");
-            }};
+    return {.key = key,
+            .expected = "true",
+            .read =
+                [](const Where &where, const toml::node &node) {
+                    if (const auto *flag = node.as_boolean(); flag == nullptr || !flag->get())
+                        Mismatch(where, node, "true");
+                }};
 }
 
 // Faults have the keys that they have in a board file.

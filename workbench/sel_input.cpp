@@ -22,7 +22,8 @@ std::string Trim(const std::string &text) {
 
 bool IsHex(const std::string &text) {
     return !text.empty() &&
-           std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isxdigit(c) != 0; });
+           std::all_of(
+               text.begin(), text.end(), [](unsigned char c) { return std::isxdigit(c) != 0; });
 }
 
 std::optional<Bytes> FromDigits(const std::string &digits) {
@@ -207,12 +208,11 @@ std::optional<SelRecord> FromHexLine(std::string line) {
         line = line.substr(colon + 2);
         line = line.substr(0, line.find("  "));
     }
-    for (size_t at = 0; at < line.size(); ++at) {
+    for (size_t at = 0; at < line.size(); ++at)
         if (line[at] == ',' || line[at] == ':' || line[at] == ';' || line[at] == '-')
             line[at] = ' ';
         else if (line[at] == '0' && at + 1 < line.size() && (line[at + 1] == 'x' || line[at + 1] == 'X'))
             line[at] = line[at + 1] = ' ';
-    }
     std::string digits;
     std::istringstream words(line);
     for (std::string word; words >> word;) {
@@ -227,9 +227,9 @@ std::optional<SelRecord> FromHexLine(std::string line) {
 // ---- whole inputs ----------------------------------------------------------------------------------
 
 bool IsBinary(const std::string &content) {
-    return std::any_of(content.begin(), content.end(), [](unsigned char c) {
-        return (c < 0x20 && c != '\n' && c != '\r' && c != '\t') || c >= 0x7F;
-    });
+    return std::any_of(
+        content.begin(), content.end(),
+        [](unsigned char c) { return (c < 0x20 && c != '\n' && c != '\r' && c != '\t') || c >= 0x7F; });
 }
 
 std::vector<InputRecord> FromBinary(const std::string &content, const std::string &shown_name) {

@@ -69,12 +69,11 @@ BitMap MapBits(const BuilderView &builder, const std::vector<uint32_t> &values) 
     for (unsigned at = 0; at < kBits; ++at)
         map[at] = {-1, static_cast<uint8_t>(Bit(start, at)), false};
     tables::Truth truth;
-    for (const Step *step = builder.ptStep; step != builder.ptStep + builder.ptHead->ucSteps; ++step) {
+    for (const Step *step = builder.ptStep; step != builder.ptStep + builder.ptHead->ucSteps; ++step)
         if (step->ucOp >= SEL_RECORD_SIZE)
             truth.Take(step->ucOp, tables::Range(step->ucLow, step->ucHigh).Has(values[step->ucSource]));
         else if (truth.bWhen && truth.bAnd)
             AddPut(*step, builder.ucItems, map);
-    }
     return map;
 }
 
@@ -187,9 +186,11 @@ std::optional<std::vector<FoundValue>> Solve(const Regime &regime, const SelReco
 
 // Two regimes that the record cannot tell apart are one answer: the smaller values, and all intervals.
 bool SameEvidence(const std::vector<FoundValue> &a, const std::vector<FoundValue> &b) {
-    return std::equal(a.begin(), a.end(), b.begin(), [](const FoundValue &x, const FoundValue &y) {
-        return x.known == y.known && (x.value & x.known) == (y.value & y.known);
-    });
+    return std::equal(
+        a.begin(), a.end(), b.begin(),
+        [](const FoundValue &x, const FoundValue &y) {
+            return x.known == y.known && (x.value & x.known) == (y.value & y.known);
+        });
 }
 
 void Merge(std::vector<FoundValue> &into, const std::vector<FoundValue> &from) {

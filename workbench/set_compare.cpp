@@ -138,8 +138,9 @@ std::vector<FieldChange> Changes(const SensorSource &left, const SensorSource &r
 
 bool Comparison::Equal() const {
     return removed.empty() && added.empty() &&
-           std::all_of(pairs.begin(), pairs.end(),
-                       [](const SensorPair &pair) { return !pair.renamed && pair.changes.empty(); });
+           std::all_of(
+               pairs.begin(), pairs.end(),
+               [](const SensorPair &pair) { return !pair.renamed && pair.changes.empty(); });
 }
 
 Comparison CompareSources(const SensorSource &left, const SensorSource &right) {

@@ -97,8 +97,9 @@ const Profile &FindProfile(const std::string &name) {
 }
 
 bool IsProfileName(const std::string &name) {
-    return std::any_of(Profiles().begin(), Profiles().end(),
-                       [&name](const Profile &profile) { return name == profile.name; });
+    return std::any_of(
+        Profiles().begin(), Profiles().end(),
+        [&name](const Profile &profile) { return name == profile.name; });
 }
 
 std::vector<const Profile *> AllProfiles() {

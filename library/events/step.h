@@ -255,12 +255,11 @@ constexpr void Compose(const Step *ptStep, size_t nSteps, const uint32_t *pdwVal
         uc = 0;
     aucRecord[SEL_EVM_REV] = kEventRevision;
     Truth tTruth;
-    for (const Step *ptEnd = ptStep + nSteps; ptStep != ptEnd; ++ptStep) {
+    for (const Step *ptEnd = ptStep + nSteps; ptStep != ptEnd; ++ptStep)
         if (ptStep->ucOp >= SEL_RECORD_SIZE)
             tTruth.Take(ptStep->ucOp, Range(ptStep->ucLow, ptStep->ucHigh).Has(pdwValue[ptStep->ucSource]));
         else if (tTruth.bWhen && tTruth.bAnd)
             Put(*ptStep, pdwValue, aucRecord);
-    }
 }
 
 } // namespace oxa::sel

@@ -34,9 +34,8 @@ void FillNibbles(const uint8_t *pucSDR, DevTabEntry *ptEntry) {
 int32_t getSNICGpioCtrlStatus(uint8_t ucEntityInstance, DevTabEntry *ptEntry) {
     uint8_t ucSlot = 0;
     const int32_t sdwRet = GetBlueFieldS5PcieSlotNum(&ucSlot);
-    if (sdwRet != 0) {
+    if (sdwRet != 0)
         return sdwRet;
-    }
     if (ucSlot == ucEntityInstance - kInstanceBase) {
         OXA_WARN(kModuleSdr, kDeviceTableUnit, __func__,
                  "entityInstance %d is S5 slot, is support power off sacn!!\n", ucEntityInstance);
@@ -73,10 +72,8 @@ int32_t genTempSensorDevTable(const uint8_t *pucSDR, DevTabEntry *ptEntry) {
     if (tScanner.ucCode == 0)
         return -1;
     ApplyScanner(tScanner, pucSDR, ptEntry);
-    if ((tScanner.ucFlags & kS5Slot) != 0 &&
-        getSNICGpioCtrlStatus(pucSDR[SDR_ENTITY_INSTANCE], ptEntry) != 0) {
+    if ((tScanner.ucFlags & kS5Slot) != 0 && getSNICGpioCtrlStatus(pucSDR[SDR_ENTITY_INSTANCE], ptEntry) != 0)
         OXA_WARN(kModuleSdr, kDeviceTableUnit, __func__, "getSNICGpioCtrlStatus failed!!\n");
-    }
     return 0;
 }
 
@@ -84,12 +81,10 @@ int32_t genTempSensorDevTable(const uint8_t *pucSDR, DevTabEntry *ptEntry) {
 // reported) before that is looked at.
 int32_t genPowerSensorDevTable(const uint8_t *pucSDR, DevTabEntry *ptEntry) {
     uint16_t wBoardId = 0;
-    if (get_default_board_id(&wBoardId) < 0) {
+    if (get_default_board_id(&wBoardId) < 0)
         OXA_ERROR(kModuleSdr, kDeviceTableUnit, __func__, "get Board Id failed\n");
-    }
-    if (ptEntry->ucDevCode != 0) {
+    if (ptEntry->ucDevCode != 0)
         return 0;
-    }
     FillCommon(pucSDR, ptEntry);
     ptEntry->ucIndex = pucSDR[FULL_SDR_SLOT];
     const Scanner &tScanner = DeviceTypeOf(pucSDR[FULL_SDR_OEM]).tPower;
@@ -133,9 +128,8 @@ int32_t genMemStatusDevTable(const uint8_t *pucSDR, DevTabEntry *ptEntry) {
 int32_t genDiskStatusDevTable(const uint8_t *pucSDR, DevTabEntry *ptEntry) {
     FillCommon(pucSDR, ptEntry);
     ptEntry->ucIndex = pucSDR[COMPACT_SDR_SLOT];
-    if (pucSDR[COMPACT_SDR_OEM] != kNvmeDisk) {
+    if (pucSDR[COMPACT_SDR_OEM] != kNvmeDisk)
         return -1;
-    }
     ptEntry->ucDevCode = kDeviceDiskState;
     ptEntry->ucMark = kMarkDisk;
     return 0;
@@ -180,12 +174,10 @@ int32_t GenDevTable(const uint8_t *pucSDR, DevTabEntry *ptEntry) {
     const uint8_t ucSensorType = pucSDR[SDR_SENSOR_TYPE];
     const uint8_t ucEventType = pucSDR[SDR_EVENT_TYPE];
     for (const SensorDevTabRow &tRow : g_atSensorDevTab) {
-        if (tRow.ucSensorType != ucSensorType || tRow.ucEventType != ucEventType) {
+        if (tRow.ucSensorType != ucSensorType || tRow.ucEventType != ucEventType)
             continue;
-        }
-        if (tRow.pfnGen(pucSDR, ptEntry) == 0) {
+        if (tRow.pfnGen(pucSDR, ptEntry) == 0)
             return 0;
-        }
         const bool bCompact = pucSDR[SDR_RECORD_TYPE] == kRecordCompact;
         OXA_ERROR(kModuleSdr, kDeviceTableUnit, __func__,
                   "get sensor dev table failed: sensortype = 0x%x, eventtype = 0x%x, oem=%d\n", ucSensorType,

@@ -89,10 +89,9 @@ bool HasUsablePower(const GpuAssetRec &tGpu) {
 PowerFactors BoardFallback(uint16_t wBoardId) {
     OXA_INFO(kModuleSdr, kSensorDataUnit, "GetGpuPowerAccuracy", "Add SDR: GetGpuPowerAccuracy BoardId:0x%x.",
              wBoardId);
-    for (const BoardPowerFactors &tRow : kGpuPowerByBoard) {
+    for (const BoardPowerFactors &tRow : kGpuPowerByBoard)
         if (tRow.wBoardId == wBoardId)
             return tRow.tFactors;
-    }
     return kGpuPowerOtherBoard;
 }
 

@@ -149,9 +149,8 @@ uint8_t modifySablinGpuSensorName(SnrQuery *ptInfo) {
         OXA_INFO(kModuleSdr, kSensorDataUnit, __func__, "The board does not support adding sensor RAx.");
         return 0;
     }
-    for (const GpuName &tPair : kGpuPlaces) {
+    for (const GpuName &tPair : kGpuPlaces)
         if (Contains(ptInfo->acName, tPair.acFrom))
             return ReplaceInName(ptInfo, tPair.acFrom, tPair.acTo);
-    }
     return NameLength(ptInfo);
 }

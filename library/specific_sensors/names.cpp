@@ -114,10 +114,9 @@ uint8_t getSensorInfo(SnrQuery *ptInfo, uint8_t ucSlot, uint8_t ucPort) {
 uint8_t getPurchaseCardInfo(SnrQuery *ptInfo, const SpecificSensorParam *ptParam, uint8_t ucSensorIndex) {
     if (ReportNull(__func__, ptInfo, ptParam))
         return 0;
-    for (const CardSnrRow &tRow : g_atPurchaseCardSnrInfo) {
+    for (const CardSnrRow &tRow : g_atPurchaseCardSnrInfo)
         if (tRow.dwSensorDevType == ptParam->dwSensorDevType && tRow.ucDeviceType == ptInfo->ucDeviceType)
             return getNameInfo(ptInfo, ucSensorIndex, &tRow);
-    }
     switch (ptParam->dwSensorDevType) {
     case kClassTemp:
         return getSensorInfo(ptInfo, ptParam->SlotId, ptParam->ucSensorSeq);

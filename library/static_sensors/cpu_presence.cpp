@@ -11,9 +11,8 @@ constexpr int32_t kCpuOnline = 1;
 
 int32_t GetCpuReduceFlag(uint8_t *pucFlag) {
     const HalCpuService *ptCpu = HalCpuInst();
-    if (ptCpu == nullptr || ptCpu->GetCpuReduceFlag == nullptr) {
+    if (ptCpu == nullptr || ptCpu->GetCpuReduceFlag == nullptr)
         return -1;
-    }
     return ptCpu->GetCpuReduceFlag(pucFlag);
 }
 
@@ -31,9 +30,8 @@ uint8_t OXA_CheckifAddCpuSensorByIndex(uint8_t ucCpuIndex) {
                  static_cast<uint32_t>(sdwRet));
         return 1;
     }
-    if (ucReduceFlag == 0) {
+    if (ucReduceFlag == 0)
         return 1;
-    }
     int32_t sdwOnlineStatus = 0;
     sdwRet = HAL_GetCpuOnlineStatus(ucCpuIndex, &sdwOnlineStatus);
     if (sdwRet != 0) {
@@ -42,9 +40,8 @@ uint8_t OXA_CheckifAddCpuSensorByIndex(uint8_t ucCpuIndex) {
                  static_cast<uint32_t>(sdwRet));
         sdwOnlineStatus = 0;
     }
-    if (sdwOnlineStatus == kCpuOnline) {
+    if (sdwOnlineStatus == kCpuOnline)
         return 1;
-    }
     OXA_INFO(kModuleSdr, kFileUnit, __func__, "%s CPU %d is offline", __func__, ucCpuIndex);
     return 0;
 }

@@ -121,19 +121,16 @@ int32_t checkSensorExist(const uint8_t *pSDRData) {
         return 0;
     }
     const int32_t sdwRead = ReadWriteExtSDRFile(kExtSDRFile, g_extSdrData, nullptr, sizeof(g_extSdrData));
-    if (sdwRead < 1) {
+    if (sdwRead < 1)
         return 0;
-    }
     const uint8_t ucType = pSDRData[SDR_RECORD_TYPE];
-    if (ucType != kRecordFull && ucType != kRecordCompact) {
+    if (ucType != kRecordFull && ucType != kRecordCompact)
         return 0;
-    }
     const uint32_t dwRead = static_cast<uint32_t>(sdwRead);
     const uint32_t dwSlots = dwRead < sizeof(g_extSdrData) ? dwRead / SDR_SLOT_SIZE : EXT_SLOT_MAX;
     const uint8_t *pucEnd = g_extSdrData + dwSlots * SDR_SLOT_SIZE;
-    if (!IsStored(g_extSdrData, pucEnd, pSDRData, ucType == kRecordFull ? kFullName : kCompactName)) {
+    if (!IsStored(g_extSdrData, pucEnd, pSDRData, ucType == kRecordFull ? kFullName : kCompactName))
         return 0;
-    }
     OXA_INFO(kModuleSdr, kFileUnit, __func__, "This sensor is already exist!");
     return 1;
 }

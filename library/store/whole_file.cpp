@@ -27,18 +27,16 @@ int32_t extSDRFileSemLock() {
 }
 
 void extSDRFileSemUnLock() {
-    if (OAL_SemUnLockByKey(kSemKey, kSemWait) != 0) {
+    if (OAL_SemUnLockByKey(kSemKey, kSemWait) != 0)
         OXA_ERROR(kModuleSdr, kFileUnit, __func__, "sem lock failed, line=%d\n", __LINE__);
-    }
 }
 
 // Kept out of line: the text buffer is no business of the path that every record takes.  Both lines name the
 // SDR file whichever file was accessed.
 [[gnu::noinline]] void ReportTransferError(bool bWrite, int nErrnum) {
     char acReason[48];
-    if (oxa_strerror_s(acReason, sizeof(acReason), nErrnum) != 0) {
+    if (oxa_strerror_s(acReason, sizeof(acReason), nErrnum) != 0)
         acReason[0] = '\0';
-    }
     if (bWrite) {
         OXA_DEBUG(kStoreDebugChannel, kFileUnit,
                   "NVRAccess.c : Error in writing to the file %s due to error: %s\n", kExtSDRFile, acReason);
@@ -49,9 +47,8 @@ void extSDRFileSemUnLock() {
 }
 
 bool SeekStart(int32_t sdwFd) {
-    if (lseek(sdwFd, 0, SEEK_SET) == 0) {
+    if (lseek(sdwFd, 0, SEEK_SET) == 0)
         return true;
-    }
     OXA_DEBUG(kStoreDebugChannel, kFileUnit, "lseek function getting failed\n");
     return false;
 }
@@ -59,9 +56,8 @@ bool SeekStart(int32_t sdwFd) {
 // An empty file is reported like one that cannot be read.  errno is cleared first, so that the reason shown
 // for an empty file is not some earlier call's.
 int32_t ReadWhole(int32_t sdwFd, uint8_t *pucData, uint32_t dwLen) {
-    if (!SeekStart(sdwFd)) {
+    if (!SeekStart(sdwFd))
         return 0;
-    }
     errno = 0;
     const int32_t sdwCnt = sigwrap_read(sdwFd, pucData, dwLen);
     if (sdwCnt <= 0) {
@@ -74,13 +70,11 @@ int32_t ReadWhole(int32_t sdwFd, uint8_t *pucData, uint32_t dwLen) {
 // A file that cannot be emptied keeps its old content whole: a shorter image written over it would leave old
 // slots behind the new ones.
 void WriteWhole(int32_t sdwFd, const uint8_t *pucData, uint32_t dwLen) {
-    if (!SeekStart(sdwFd)) {
+    if (!SeekStart(sdwFd))
         return;
-    }
     errno = 0;
-    if (ftruncate(sdwFd, 0) != 0 || sigwrap_write(sdwFd, pucData, dwLen) != 0) {
+    if (ftruncate(sdwFd, 0) != 0 || sigwrap_write(sdwFd, pucData, dwLen) != 0)
         ReportTransferError(true, errno);
-    }
 }
 
 } // namespace
@@ -95,11 +89,10 @@ int32_t ReadWriteExtSDRFile(const char *pcPath, uint8_t *pucRead, const uint8_t 
     if (sdwFd < 0) {
         OXA_DEBUG(kStoreDebugChannel, kFileUnit, "open %s failed!", pcPath);
     } else {
-        if (pucRead != nullptr) {
+        if (pucRead != nullptr)
             sdwResult = ReadWhole(sdwFd, pucRead, dwLen);
-        } else {
+        else
             WriteWhole(sdwFd, pucWrite, dwLen);
-        }
         sigwrap_close(sdwFd);
     }
     extSDRFileSemUnLock();

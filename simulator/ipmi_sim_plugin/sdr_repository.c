@@ -93,7 +93,7 @@ static void Stamp(uint32_t *stamp) {
 }
 
 static Record *Find(uint16_t id) {
-    for (unsigned i = 0; i < count; i++)
+    for (unsigned i = 0; i < count; ++i)
         if (records[i].id == id)
             return &records[i];
     return NULL;
@@ -104,7 +104,7 @@ static int IsSensor(const uint8_t *record) {
 }
 
 static int NumberIsTaken(unsigned lun, unsigned number) {
-    for (unsigned i = 0; i < count; i++)
+    for (unsigned i = 0; i < count; ++i)
         if (IsSensor(records[i].bytes) && records[i].bytes[kNumberAt] == number &&
             (records[i].bytes[kLunAt] & 3) == lun)
             return 1;
@@ -114,7 +114,7 @@ static int NumberIsTaken(unsigned lun, unsigned number) {
 /* The next number that no sensor has; one that was given is given again only after all others.  A sensor that
  * finds none keeps 0. */
 static void GiveNumber(uint8_t *record) {
-    for (unsigned tries = 0; tries < kNumbersPerLun * sizeof kLuns; tries++) {
+    for (unsigned tries = 0; tries < kNumbersPerLun * sizeof kLuns; ++tries) {
         const unsigned number = next_number % kNumbersPerLun + 1;
         const unsigned lun = kLuns[next_number / kNumbersPerLun];
         next_number = (next_number + 1) % (kNumbersPerLun * sizeof kLuns);
@@ -128,7 +128,7 @@ static void GiveNumber(uint8_t *record) {
 
 static uint16_t FreeId(void) {
     while (next_id == 0 || next_id == kLastRecord || Find(next_id) != NULL)
-        next_id++;
+        ++next_id;
     return next_id++;
 }
 
@@ -342,7 +342,7 @@ int ipmi_sim_module_init(sys_data_t *sys, const char *options);
 int ipmi_sim_module_init(sys_data_t *sys, const char *options) {
     static const Command commands[] = {GetInfo, GetAllocation, Reserve, Get, Add, AddPart, Delete, Clear};
     (void)sys;
-    for (unsigned i = 0; i < sizeof commands / sizeof commands[0]; i++) {
+    for (unsigned i = 0; i < sizeof commands / sizeof commands[0]; ++i) {
         const int failed = ipmi_emu_register_cmd_handler(kStorage, (unsigned char)(kGetInfo + i), Handle,
                                                          (void *)(uintptr_t)&commands[i]);
         if (failed)

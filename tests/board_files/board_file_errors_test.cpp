@@ -251,7 +251,7 @@ TEST(BoardFileErrors, ABoardIsCheckedWhenItsFaultsAreRead) {
 
 TEST(BoardFileErrors, MoreThan32BackplanesAreTooMany) {
     std::string text;
-    for (int i = 0; i < 32; i++)
+    for (int i = 0; i < 32; ++i)
         text += "[[disks.backplane]]\n";
     EXPECT_EQ(ErrorOf(text), "no error");
     EXPECT_EQ(ErrorOf(text + "[[disks.backplane]]\n"),

@@ -295,7 +295,7 @@ TEST(SupportSection, KnowsEverySensorNameOfThePlatform) {
             const sim::Support support = Load(section + key + " = 5\n").support;
             EXPECT_THAT(kind ? support.kinds : support.sensors, ElementsAre(Pair(number, 5))) << key;
         }
-        names++;
+        ++names;
     }
     EXPECT_GE(names, 30u);
 }
