@@ -24,12 +24,13 @@ constexpr auto kRows = Join(
 #include OXA_SENSOR_LIST
 constexpr auto kProfile = MakeProfile(kNames, kPass, kRows);
 
-// Out of line, so that each generator is two instructions: where its row stands, and a jump.
-[[gnu::noinline]] uint8_t BuildRow(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint32_t dwRow) {
+// Out of line, so that each generator is two instructions: where its row stands, and a jump.  A list may have
+// generators of one kind only.
+[[gnu::noinline, maybe_unused]] uint8_t BuildRow(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint32_t dwRow) {
     return BuildAlone(pucSDRRec, ptDEVTab, dwRow, kProfile.tProfile);
 }
-[[gnu::noinline]] uint8_t BuildRowOf(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab,
-                                     uint32_t dwRow) {
+[[gnu::noinline, maybe_unused]] uint8_t BuildRowOf(uint8_t ucIndex, uint8_t *pucSDRRec, DevTabEntry *ptDEVTab,
+                                                   uint32_t dwRow) {
     return BuildIndexed(ucIndex | dwRow << 8, pucSDRRec, ptDEVTab, kProfile.tProfile);
 }
 
