@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The rooms of the library know each other in one direction only, profiles are told apart in their own room only, and
-other programs of the tree read nothing of the library but its public headers and its catalogues."""
+other programs of the tree read nothing of the library but its public headers and its catalogues.  No source stands
+outside the rooms, and no header without a reader."""
 import argparse
 import os
 import re
@@ -24,6 +25,9 @@ PUBLIC = {"oxa/store.h": "store", "oxa/thresholds.h": "thresholds", "oxa/events.
 CATALOGUES = re.compile(r"library/\w+/(\w+_)?catalogue\.h$|library/record/(leakage_key|traits)\.h$|.*\.def$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.M)
 OTHERS = ("simulator", "workbench", "bench")
+HOUSE = ("include", "library", *OTHERS, "tests")
+# Read by programs outside the tree, and by CMake.
+READ_ELSEWHERE = re.compile(r"include/oxa/(exports|platform)\.h$|tests/support/precompiled\.h$")
 
 
 def sources(top):
@@ -62,10 +66,24 @@ def check_others(top):
                     fault(f"{os.path.relpath(path, top)} includes {name}, which is no catalogue")
 
 
+def check_strays(top):
+    for folder in sorted(os.listdir(top)):
+        if folder in HOUSE or folder == "build" or folder.startswith("."):
+            continue
+        for path in sources(os.path.join(top, folder)):
+            fault(f"{os.path.relpath(path, top)} stands in none of {', '.join(HOUSE)}")
+    paths = [path for folder in HOUSE for path in sources(os.path.join(top, folder))]
+    read = {os.path.basename(name) for path in paths for name in re.findall(r'"([^"\s]+\.(?:h|def))"', text_of(path))}
+    for path in paths:
+        if path.endswith((".h", ".def")) and os.path.basename(path) not in read and not READ_ELSEWHERE.search(path):
+            fault(f"{os.path.relpath(path, top)} is included by nothing")
+
+
 parser = argparse.ArgumentParser(description=__doc__)
 parser.add_argument("--source", required=True)
 arguments = parser.parse_args()
 found = check_library(arguments.source)
 check_others(arguments.source)
+check_strays(arguments.source)
 print(f"{len(MAY_KNOW)} rooms, {len(found)} arrows: " + ", ".join(f"{a} > {b}" for a, b in sorted(found)))
 finish()
