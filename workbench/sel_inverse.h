@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Event records read backwards.  The builders' tables (sel/sel_catalogue.h) say what a record is composed of;
+// Event records read backwards.  The builders' tables (library/events/catalogue.h) say what a record is composed of;
 // here the same tables say which calls can have composed a given record, and what set each of its bits.
 #ifndef OXA_WORKBENCH_SEL_INVERSE_H
 #define OXA_WORKBENCH_SEL_INVERSE_H

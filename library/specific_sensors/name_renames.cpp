@@ -151,6 +151,6 @@ uint8_t modifySablinGpuSensorName(SnrQuery *ptInfo) {
     }
     for (const GpuName &tPair : kGpuPlaces)
         if (Contains(ptInfo->acName, tPair.acFrom))
-            return ReplaceInName(ptInfo, tPair.acFrom, tPair.acTo);
+            return ReplaceInName(*ptInfo, tPair.acFrom, tPair.acTo);
     return NameLength(ptInfo);
 }

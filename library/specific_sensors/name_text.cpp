@@ -34,10 +34,10 @@ bool Contains(const char *pcText, const char *pcNeedle) {
     return false;
 }
 
-uint8_t ReplaceInName(SnrQuery *ptInfo, const char *pcPattern, const char *pcReplacement) {
+uint8_t ReplaceInName(SnrQuery &tInfo, const char *pcPattern, const char *pcReplacement) {
     char acNew[SENSOR_NAME_SIZE];
-    const uint8_t ucLen = strrpc(acNew, ptInfo->acName, pcPattern, pcReplacement);
-    memcpy(ptInfo->acName, acNew, sizeof(acNew));
+    const uint8_t ucLen = strrpc(acNew, tInfo.acName, pcPattern, pcReplacement);
+    memcpy(tInfo.acName, acNew, sizeof(acNew));
     return ucLen;
 }
 

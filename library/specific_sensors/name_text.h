@@ -11,7 +11,7 @@ namespace oxa::snr {
 uint8_t NameLength(const SnrQuery *ptInfo);
 bool Contains(const char *pcText, const char *pcNeedle);
 // Replaces every pattern; returns the length that the name would have, whatever fits of it is stored.
-uint8_t ReplaceInName(SnrQuery *ptInfo, const char *pcPattern, const char *pcReplacement);
+uint8_t ReplaceInName(SnrQuery &tInfo, const char *pcPattern, const char *pcReplacement);
 
 } // namespace oxa::snr
 #endif

@@ -53,7 +53,7 @@ uint8_t FillNumber(SnrQuery *ptInfo, const char *pcMark, uint8_t ucNumber, uint3
     getSilkInfo(ptInfo, acSilk, ucNumber, dwCustomId, ucPlainFlag);
     if (acSilk[0] == '\0')
         return 0;
-    return ReplaceInName(ptInfo, pcMark, acSilk);
+    return ReplaceInName(*ptInfo, pcMark, acSilk);
 }
 
 } // namespace
