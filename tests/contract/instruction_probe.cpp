@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "oxa/exports.h"
 #include "simulator/board_file.h"
 #include "simulator/simulator.h"
 
