@@ -27,10 +27,11 @@ constexpr PassOrder kPass = {.aeSteps = {Step::kFacts, Step::kTable, Step::kCpus
 #define OXA_SENSOR_LIST "library/profiles/astrel.def"
 #include "library/static_sensors/sensors_of_list.h"
 
-const StaticGenFn atGenAstrelStaticSDRTab[] = {
+constexpr StaticGenFn atGenAstrelStaticSDRTab[] = {
 #define STATIC_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atGenAstrelStaticSDRTab));
 const uint8_t ucAstrelStaticSDRCnt = std::size(atGenAstrelStaticSDRTab);
 
 void OXA_AddAstrelStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {

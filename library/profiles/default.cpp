@@ -28,16 +28,18 @@ constexpr PassOrder kPass = {.aeSteps = {Step::kFacts, Step::kSwitchCard, Step::
 #define OXA_SENSOR_LIST "library/profiles/default.def"
 #include "library/static_sensors/sensors_of_list.h"
 
-const StaticGenFn atGenDefaultStaticSDRTab[] = {
+constexpr StaticGenFn atGenDefaultStaticSDRTab[] = {
 #define STATIC_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atGenDefaultStaticSDRTab));
 const uint8_t ucDefaultStaticSDRCnt = std::size(atGenDefaultStaticSDRTab);
 
-const StaticGenFn atGenDefaultCDUSDRTab[] = {
+constexpr StaticGenFn atGenDefaultCDUSDRTab[] = {
 #define CDU_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atGenDefaultCDUSDRTab));
 const uint8_t ucDefaultCDUSDRCnt = std::size(atGenDefaultCDUSDRTab);
 
 void OXA_AddDefaultStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {

@@ -26,10 +26,11 @@ constexpr PassOrder kPass = {.aeSteps = {Step::kFacts, Step::kTable, Step::kCpus
 #define OXA_SENSOR_LIST "library/profiles/durnow.def"
 #include "library/static_sensors/sensors_of_list.h"
 
-const StaticGenFn atGenDurnowStaticSDRTab[] = {
+constexpr StaticGenFn atGenDurnowStaticSDRTab[] = {
 #define STATIC_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atGenDurnowStaticSDRTab));
 const uint8_t ucDurnowStaticSDRCnt = std::size(atGenDurnowStaticSDRTab);
 
 void OXA_AddDurnowStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {

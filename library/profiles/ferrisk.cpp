@@ -26,10 +26,11 @@ constexpr PassOrder kPass = {.aeSteps = {Step::kFacts, Step::kTable, Step::kCpus
 #define OXA_SENSOR_LIST "library/profiles/ferrisk.def"
 #include "library/static_sensors/sensors_of_list.h"
 
-const StaticGenFn atGenFerriskStaticSDRTab[] = {
+constexpr StaticGenFn atGenFerriskStaticSDRTab[] = {
 #define STATIC_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atGenFerriskStaticSDRTab));
 const uint8_t ucFerriskStaticSDRCnt = std::size(atGenFerriskStaticSDRTab);
 
 void OXA_AddFerriskStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {

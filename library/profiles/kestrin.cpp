@@ -33,22 +33,25 @@ constexpr PassOrder kPass = {.aeSteps = {Step::kRackBoard, Step::kFacts, Step::k
 #define OXA_SENSOR_LIST "library/profiles/kestrin.def"
 #include "library/static_sensors/sensors_of_list.h"
 
-const StaticGenFn atGenKestrinStaticSDRTab[] = {
+constexpr StaticGenFn atGenKestrinStaticSDRTab[] = {
 #define STATIC_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atGenKestrinStaticSDRTab));
 const uint8_t ucKestrinStaticSDRCnt = std::size(atGenKestrinStaticSDRTab);
 
-const StaticGenFn atKestrinCDUSDRTab[] = {
+constexpr StaticGenFn atKestrinCDUSDRTab[] = {
 #define CDU_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atKestrinCDUSDRTab));
 const uint8_t ucKestrinCDUSDRCnt = std::size(atKestrinCDUSDRTab);
 
-const StaticGenFn atGenKestrinRMCStaticSDRTab[] = {
+constexpr StaticGenFn atGenKestrinRMCStaticSDRTab[] = {
 #define RACK_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atGenKestrinRMCStaticSDRTab));
 const uint8_t ucKestrinRMCStaticSDRCnt = std::size(atGenKestrinRMCStaticSDRTab);
 
 void OXA_AddKestrinStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {

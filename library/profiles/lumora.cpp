@@ -27,10 +27,11 @@ constexpr PassOrder kPass = {.aeSteps = {Step::kFacts, Step::kTable, Step::kCpus
 #define OXA_SENSOR_LIST "library/profiles/lumora.def"
 #include "library/static_sensors/sensors_of_list.h"
 
-const StaticGenFn atGenLumoraStaticSDRTab[] = {
+constexpr StaticGenFn atGenLumoraStaticSDRTab[] = {
 #define STATIC_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atGenLumoraStaticSDRTab));
 const uint8_t ucLumoraStaticSDRCnt = std::size(atGenLumoraStaticSDRTab);
 
 void OXA_AddLumoraStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {

@@ -27,10 +27,11 @@ constexpr PassOrder kPass = {.aeSteps = {Step::kFacts, Step::kTable, Step::kCpus
 #define OXA_SENSOR_LIST "library/profiles/pellago.def"
 #include "library/static_sensors/sensors_of_list.h"
 
-const StaticGenFn atGenPellagoStaticSDRTab[] = {
+constexpr StaticGenFn atGenPellagoStaticSDRTab[] = {
 #define STATIC_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atGenPellagoStaticSDRTab));
 const uint8_t ucPellagoStaticSDRCnt = std::size(atGenPellagoStaticSDRTab);
 
 void OXA_AddPellagoStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {

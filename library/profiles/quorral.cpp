@@ -27,10 +27,11 @@ constexpr PassOrder kPass = {.aeSteps = {Step::kFacts, Step::kTable, Step::kCpus
 #define OXA_SENSOR_LIST "library/profiles/quorral.def"
 #include "library/static_sensors/sensors_of_list.h"
 
-const StaticGenFn atGenQuorralStaticSDRTab[] = {
+constexpr StaticGenFn atGenQuorralStaticSDRTab[] = {
 #define STATIC_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atGenQuorralStaticSDRTab));
 const uint8_t ucQuorralStaticSDRCnt = std::size(atGenQuorralStaticSDRTab);
 
 void OXA_AddQuorralStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {

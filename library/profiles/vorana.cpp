@@ -26,10 +26,11 @@ constexpr PassOrder kPass = {.aeSteps = {Step::kFacts, Step::kTable, Step::kCpus
 #define OXA_SENSOR_LIST "library/profiles/vorana.def"
 #include "library/static_sensors/sensors_of_list.h"
 
-const StaticGenFn atGenVoranaStaticSDRTab[] = {
+constexpr StaticGenFn atGenVoranaStaticSDRTab[] = {
 #define STATIC_TABLE(kind, function, ...) function,
 #include OXA_SENSOR_LIST
 };
+static_assert(IsAsLongAsDeclared(atGenVoranaStaticSDRTab));
 const uint8_t ucVoranaStaticSDRCnt = std::size(atGenVoranaStaticSDRTab);
 
 void OXA_AddVoranaStaticSensor(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSensorCnt) {

@@ -15,6 +15,7 @@ void sensor_row_too_long();
 void limits_of_a_sensor_that_has_none();
 void row_says_the_same_as_its_kind();
 void row_lacks_the_text_of_its_refusal();
+void dimm_group_without_Announced();
 
 // A text that a row is made of; an empty one takes no room.
 template <size_t N> struct RowText {
@@ -216,6 +217,11 @@ constexpr void CheckRefusal(Kind eKind, const char *pcName, const char *pcVarian
         (eGate == Gate::kPartWanted && Numbers(pcText) != 1))
         row_lacks_the_text_of_its_refusal();
 }
+// The driver writes the line of a DIMM group without asking whether there is one.
+constexpr void CheckAnnounced(Group eGroup, const char *pcAnnounced) {
+    if (eGroup == Group::kDimmGroup && *pcAnnounced == '\0')
+        dimm_group_without_Announced();
+}
 
 template <size_t F, size_t P, class... T>
 consteval auto MakeRow(Group eGroup, Kind eKind, const char (&acFunction)[F], const char (&acName)[P],
@@ -223,6 +229,7 @@ consteval auto MakeRow(Group eGroup, Kind eKind, const char (&acFunction)[F], co
     CheckName(acName);
     const auto tCollected = Collect(tDepartures...);
     CheckRefusal(eKind, acName, tCollected.tVariant.ac);
+    CheckAnnounced(eGroup, tCollected.tAnnounced.ac);
     return Pack<kHasLimits<T...>>(eGroup, eKind, acFunction, acName, tCollected);
 }
 template <size_t F, size_t P, class... T>
@@ -231,6 +238,7 @@ consteval auto MakeRow(Group eGroup, Kind eKind, const char (&acFunction)[F], co
     CheckName(tName.ac, 2);
     const auto tCollected = Collect(tDepartures...);
     CheckRefusal(eKind, tName.ac, tCollected.tVariant.ac);
+    CheckAnnounced(eGroup, tCollected.tAnnounced.ac);
     return Pack<kHasLimits<T...>>(eGroup, eKind, acFunction, tName.ac, tCollected);
 }
 

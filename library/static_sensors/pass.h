@@ -16,6 +16,11 @@ struct GeneratorTable {
     GeneratorTable(const StaticGenFn *pt, uint8_t uc) : ptGenerators(pt), ucCnt(uc) {}
 };
 
+// A table that is shorter than declared ends in null, which the driver would call.
+template <size_t N> constexpr bool IsAsLongAsDeclared(const StaticGenFn (&atTable)[N]) {
+    return atTable[N - 1] != nullptr;
+}
+
 // The profile's exported generator tables.
 struct StaticTables {
     GeneratorTable tStatic;

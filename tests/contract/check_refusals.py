@@ -43,6 +43,7 @@ LISTS = [
      "Step::kTable"),
     ("row_says_the_same_as_its_kind", INLET.format("{.uc = Celsius(50)}"), "Step::kTable"),
     ("row_lacks_the_text_of_its_refusal", 'DRIVER(kCpu, kCpuVrTemp, "CPU%d_VR")', "Step::kCpus"),
+    ("dimm_group_without_Announced", 'DRIVER(kDimmGroup, kDimmGroupTemp, "DIMMG%d_Temp")', "Step::kMemory"),
     ("sensor_name_twice_in_a_profile", GOOD + '\nSTATIC_TABLE(kOutletTemp, Second_, "Inlet")', "Step::kTable"),
     ("generator_twice_in_a_profile", GOOD + '\nSTATIC_TABLE(kOutletTemp, First, "Outlet")', "Step::kTable"),
     ("row_stands_outside_its_group", GOOD + '\nDRIVER(kDisk, kDiskStatus, "D%d")\n'
@@ -53,6 +54,9 @@ LISTS = [
 ]
 
 SNIPPETS = [
+    ("IsAsLongAsDeclared", '#include "library/static_sensors/pass.h"\nuint8_t Generate(uint8_t *, DevTabEntry *);\n'
+     'extern const StaticGenFn atTable[2];\nconstexpr StaticGenFn atTable[] = {Generate};\n'
+     'static_assert(oxa::IsAsLongAsDeclared(atTable));\n'),
     ("name_pattern_is_empty_or_unprintable", '#include "library/specific_sensors/name_tables.h"\nusing namespace oxa::snr;\n'
      'constexpr SnrInfoRec kNames[] = {Name(kClassTemp, kGpu, kMain, "")};\n'),
     ("name_table_holds_a_key_twice", '#include "library/specific_sensors/name_tables.h"\nusing namespace oxa::snr;\n'
