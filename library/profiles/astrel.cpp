@@ -60,7 +60,7 @@ extern "C" {
 
 constexpr ProfileTraits kAstrelTraits = {};
 
-// the number follows the device, every accelerator is a "GPU".
+// The number follows the device, every accelerator is a "GPU".
 // clang-format off
 constexpr SnrInfoRec kAstrelNames[] = {
     Name(kClassTemp, kGpu, kMain, "GPU*_Temp"),

@@ -44,7 +44,7 @@ extern "C" {
 
 constexpr ProfileTraits kDurnowTraits = {.eFanNumber = FanNumber::kTwoDigits};
 
-// the number follows the device.
+// The number follows the device.
 // clang-format off
 constexpr SnrInfoRec kDurnowNames[] = {
     Name(kClassTemp, kGpu, kMain, "GPU*_Temp"),

@@ -49,7 +49,7 @@ constexpr ProfileTraits kFerriskTraits = {
     .bForcesFanLimits = true,
     .bRegistersDisks = true};
 
-// few cards; disks are named here.
+// Few cards; disks are named here.
 // clang-format off
 constexpr SnrInfoRec kFerriskNames[] = {
     Name(kClassTemp, kGpu, kMain, "GPU*_Temp"),

@@ -71,7 +71,7 @@ constexpr ProfileTraits kKestrinTraits = {.eFanNumber = FanNumber::kHexadecimal,
                                           .bHidesPowerForecasts = true,
                                           .bHidesDiskLife = true};
 
-// the number follows the device, every accelerator is a "GPU".
+// The number follows the device, every accelerator is a "GPU".
 // clang-format off
 constexpr SnrInfoRec kKestrinNames[] = {
     Name(kClassTemp, kGpu, kMain, "GPU*_Temp"),

@@ -46,7 +46,7 @@ extern "C" {
 constexpr ProfileTraits kLumoraTraits = {
     .bRelativeOcpPorts = true, .ucPowerSensorType = kTypeOtherUnits, .bReportsLeakGone = true};
 
-// the slot comes first ("P3_GPU_Temp"); no OCP card temperature and no NEO card.
+// The slot comes first ("P3_GPU_Temp"); no OCP card temperature and no NEO card.
 // clang-format off
 constexpr SnrInfoRec kLumoraNames[] = {
     Name(kClassTemp, kGpu, kMain, "P*_GPU_Temp"),

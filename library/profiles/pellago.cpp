@@ -60,7 +60,7 @@ extern "C" {
 
 constexpr ProfileTraits kPellagoTraits = {};
 
-// the number follows the device; each accelerator also reports its own power.
+// The number follows the device; each accelerator also reports its own power.
 // clang-format off
 constexpr SnrInfoRec kPellagoNames[] = {
     Name(kClassTemp, kGpu, kMain, "GPU*_Temp"),

@@ -60,7 +60,7 @@ extern "C" {
 
 constexpr ProfileTraits kQuorralTraits = {.acPsuLocator = "PS%d FRU"};
 
-// the slot comes first ("P3_GPU_Temp").
+// The slot comes first ("P3_GPU_Temp").
 // clang-format off
 constexpr SnrInfoRec kQuorralNames[] = {
     Name(kClassTemp, kGpu, kMain, "P*_GPU_Temp"),

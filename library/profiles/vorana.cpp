@@ -44,7 +44,7 @@ extern "C" {
 
 constexpr ProfileTraits kVoranaTraits = {.bReportsPowerDrop = true};
 
-// the slot comes first ("P3_GPU_Temp"), OCP cards are NICs and HBAs are RAID cards, and the HGX
+// The slot comes first ("P3_GPU_Temp"), OCP cards are NICs and HBAs are RAID cards, and the HGX
 // module reports more temperatures.
 // clang-format off
 constexpr SnrInfoRec kVoranaNames[] = {

@@ -209,11 +209,15 @@ constexpr size_t Numbers(const char *pcPattern) {
         n += *pcPattern == '%';
     return n;
 }
+constexpr bool NamesWhatItRefuses(Gate e) {
+    return e == Gate::kBoardHas || e == Gate::kPch || e == Gate::kPowerFault || e == Gate::kBoardPower ||
+           e == Gate::kSwitchPower;
+}
 // What a refusal names is printed as it is; of parts of which there are several it has the index as "%d".
 constexpr void CheckRefusal(Kind eKind, const char *pcName, const char *pcVariant) {
     const Gate eGate = kKinds[eKind].tDoes.eGate;
     const char *pcText = *pcVariant != '\0' ? pcVariant : pcName;
-    if ((eGate == Gate::kBoardHas && Numbers(pcText) != 0) ||
+    if ((NamesWhatItRefuses(eGate) && Numbers(pcText) != 0) ||
         (eGate == Gate::kPartWanted && Numbers(pcText) != 1))
         row_lacks_the_text_of_its_refusal();
 }
