@@ -11,8 +11,10 @@ quietly() {
     return "$rc"
 }
 
-# Lets ccache keep what was compiled with precompiled headers.
+# Lets ccache keep what was compiled with precompiled headers, and find it again from another build folder: a test unit
+# is compiled once for all host tiers, not once for each.
 export CCACHE_SLOPPINESS=pch_defines,time_macros
+export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 
 # Compiler launchers for cmake: ccache where it is installed.
 launchers() {

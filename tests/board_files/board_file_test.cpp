@@ -13,6 +13,7 @@
 #include "oxa/platform.h"
 #include "simulator/board_file.h"
 #include "support/boards.h"
+#include "support/build_facts.h"
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -31,7 +32,6 @@ std::string ReadText(const std::string &path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-const std::string kSource = OXA_SOURCE_DIR;
 
 // ---- keys
 // --------------------------------------------------------------------------------------------------
@@ -283,7 +283,7 @@ kinds = { INPUT_VOLTS = false, SENSOR_KIND_OUTPUT_VOLTS = true, 9 = 2 }
 
 // The list of names is the platform header's: none of it may be missing, and the numbers must agree.
 TEST(SupportSection, KnowsEverySensorNameOfThePlatform) {
-    const std::string header = ReadText(kSource + "/include/oxa/platform.h");
+    const std::string header = ReadText(tests::InSource("include/oxa/platform.h"));
     const std::regex line("SENSOR_([A-Z0-9_]+) = ([0-9]+)");
     size_t names = 0;
     for (std::sregex_iterator match(header.begin(), header.end(), line), end; match != end; ++match) {
@@ -486,7 +486,7 @@ TEST(ShippedBoards, EachGuardBoardTripsItsGuardAndNoOther) {
 }
 
 TEST(Readme, DocumentsEveryKeyWithWhatIsExpectedOfIt) {
-    const std::string readme = ReadText(kSource + "/boards/README.md");
+    const std::string readme = ReadText(tests::InSource("boards/README.md"));
     std::set<std::string> sections;
     std::string text;
     for (const sim::BoardKey &key : sim::BoardKeys()) {

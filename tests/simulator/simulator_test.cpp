@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "simulator/simulator.h"
+#include "support/build_facts.h"
 
 using namespace sim;
 using testing::ElementsAre;
@@ -37,7 +38,7 @@ std::vector<std::string> Lines() {
 // ---- names ---------------------------------------------------------------------------------------
 
 TEST(CallNames, AreThePrototypesOfThePlatformHeaderAndTheCLibraryFunctions) {
-    std::ifstream file(OXA_SOURCE_DIR "/include/oxa/platform.h");
+    std::ifstream file(tests::InSource("include/oxa/platform.h"));
     std::string text((std::istreambuf_iterator<char>(file)), {});
     text = std::regex_replace(text, std::regex(R"(/\*[^*]*\*+([^/*][^*]*\*+)*/)"), "");
     std::set<std::string> expected = {"lseek", "ftruncate", "fread", "fwrite", "unlink", "access"};

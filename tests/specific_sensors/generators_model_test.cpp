@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "specific_sensors/generators_fixture.h"
+#include "support/build_facts.h"
 #include "support/profiles.h"
 
 namespace {
@@ -232,7 +233,7 @@ void Check(Offer offer, const std::string &line, Tally &tally) {
 }
 
 Tally OfferAll(const std::string &file) {
-    std::ifstream in(std::string(OXA_SOURCE_DIR "/tests/model/expected/specific/") + file + ".offers");
+    std::ifstream in(tests::InSource("tests/model/expected/specific/" + file + ".offers"));
     EXPECT_TRUE(in.is_open()) << "tests/model/specific_sensors.py writes " << file;
     sim::SetTracing(false); // thousands of lines that other tests look at
     gRegisterInfo = {};     // also when the tests share a process

@@ -8,6 +8,7 @@
 #include "static_sensors/default_faults_expect.h"
 #ifdef OXA_BOARD_FILES
 #include "support/boards.h"
+#include "support/build_facts.h"
 #endif
 
 namespace {
@@ -122,7 +123,7 @@ TEST_P(EveryCallOfDefaultFailing, AloneHasItsExactOutcome) {
     const auto [board, shard] = GetParam();
     const CleanPass clean = RunCleanPass(MakeBoard(board));
     ASSERT_EQ(clean.calls.size(), sim::FailableCalls());
-    for (size_t k = 1 + shard; k <= clean.calls.size(); k += kShards * OXA_SWEEP_STEP) {
+    for (size_t k = 1 + shard; k <= clean.calls.size(); k += kShards * tests::SweepStep()) {
         FailOne(clean, k);
         if (HasFatalFailure())
             return;
@@ -132,7 +133,7 @@ TEST_P(EveryCallOfDefaultFailing, AloneHasItsExactOutcome) {
 TEST_P(EveryCallOfDefaultFailing, FromThenOnDoesNoHarm) {
     const auto [board, shard] = GetParam();
     const CleanPass clean = RunCleanPass(MakeBoard(board));
-    for (size_t k = 1 + shard; k <= clean.calls.size(); k += kShards * OXA_SWEEP_STEP) {
+    for (size_t k = 1 + shard; k <= clean.calls.size(); k += kShards * tests::SweepStep()) {
         SCOPED_TRACE("from call " + std::to_string(k) + ": " + clean.calls[k - 1].name);
         sim::Start(clean.board);
         std::filesystem::remove(sim::RealPath(kStorePath));

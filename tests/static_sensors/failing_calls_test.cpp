@@ -7,6 +7,7 @@
 
 #include <tuple>
 
+#include "support/build_facts.h"
 #include "support/static_pass.h"
 
 namespace {
@@ -89,7 +90,7 @@ TEST_P(EveryCallFailing, AloneDoesNoHarm) {
     const Sweep sweep = Clean(profile, variant);
     ASSERT_GT(sweep.calls, variant == 2 && profile.name == "Kestrin" ? 10u : 300u);
     size_t unwritten = 0;
-    for (uint64_t k = 1 + shard; k <= sweep.calls; k += kShards * OXA_SWEEP_STEP) {
+    for (uint64_t k = 1 + shard; k <= sweep.calls; k += kShards * tests::SweepStep()) {
         SCOPED_TRACE("call " + std::to_string(k));
         sim::Start(sweep.board);
         std::filesystem::remove(sim::RealPath(kStorePath));
@@ -114,7 +115,7 @@ TEST_P(EveryCallFailing, FromThenOnDoesNoHarmAndKeepsWhatWasFinished) {
     const auto &[profile, variant, shard] = GetParam();
     const Sweep sweep = Clean(profile, variant);
     size_t shortest = 0;
-    for (uint64_t k = 1 + shard; k <= sweep.calls; k += kShards * OXA_SWEEP_STEP) {
+    for (uint64_t k = 1 + shard; k <= sweep.calls; k += kShards * tests::SweepStep()) {
         SCOPED_TRACE("from call " + std::to_string(k));
         sim::Start(sweep.board);
         std::filesystem::remove(sim::RealPath(kStorePath));

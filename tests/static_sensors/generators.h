@@ -13,6 +13,7 @@
 #include <sstream>
 #include <vector>
 
+#include "support/build_facts.h"
 #include "support/static_pass.h"
 
 namespace tests {
@@ -61,7 +62,7 @@ inline Generator ReadGenerator(const std::string &line) {
 
 inline const std::vector<Generator> &Generators() { // table by table in the order of their rows
     static const std::vector<Generator> kAll = [] {
-        std::ifstream file(OXA_SOURCE_DIR "/tests/model/expected/generators.txt");
+        std::ifstream file(tests::InSource("tests/model/expected/generators.txt"));
         std::vector<Generator> all;
         for (std::string line; std::getline(file, line);)
             all.push_back(ReadGenerator(line));

@@ -11,6 +11,7 @@
 
 #include "oxa/exports.h"
 #include "static_sensors/generators.h"
+#include "support/build_facts.h"
 
 namespace {
 
@@ -26,7 +27,7 @@ std::set<std::pair<std::string, std::string>> DeclaredGenerators() {
     const std::regex comment(R"(/\*[^*]*\*+(?:[^/*][^*]*\*+)*/)");
     const std::regex declaration(R"(uint8_t\s+(\w+)\(([^)]*)\);)");
     std::set<std::pair<std::string, std::string>> declared;
-    for (const auto &file : std::filesystem::directory_iterator(OXA_SOURCE_DIR "/include/oxa/profiles")) {
+    for (const auto &file : std::filesystem::directory_iterator(tests::InSource("include/oxa/profiles"))) {
         std::ifstream header(file.path());
         std::stringstream whole;
         whole << header.rdbuf();

@@ -10,6 +10,7 @@
 #include <tuple>
 
 #include "support/boards.h"
+#include "support/build_facts.h"
 #include "support/static_pass.h"
 
 namespace {
@@ -23,7 +24,7 @@ struct Model {
 };
 
 std::string ModelFile(const Profile &profile, const std::string &board) {
-    return OXA_SOURCE_DIR "/tests/model/expected/" + profile.folder + "/" + board + ".txt";
+    return tests::InSource(std::string("tests/model/expected/") + profile.folder + "/" + board + ".txt");
 }
 
 Model ReadModel(const std::string &path) {

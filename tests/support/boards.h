@@ -10,13 +10,14 @@
 #include <vector>
 
 #include "simulator/board_file.h"
+#include "support/build_facts.h"
 
 namespace tests {
 
 // "guards-psu_count_255": the path below boards/ with dashes and without ".toml", as in tests/model/expected.
 inline std::vector<std::string> BoardNames() {
     namespace fs = std::filesystem;
-    const fs::path boards = OXA_SOURCE_DIR "/boards";
+    const fs::path boards = InSource("boards");
     std::vector<std::string> names;
     for (const auto &file : fs::recursive_directory_iterator(boards)) {
         if (file.path().extension() != ".toml")
@@ -33,7 +34,7 @@ inline std::string BoardPath(std::string name) {
     const size_t dash = name.find('-');
     if (dash != std::string::npos)
         name[dash] = '/';
-    return OXA_SOURCE_DIR "/boards/" + name + ".toml";
+    return InSource("boards/" + name + ".toml");
 }
 
 inline sim::Board LoadBoard(const std::string &name) {

@@ -4,6 +4,7 @@
 // a record gets one entry's thresholds or none.
 #include <fstream>
 
+#include "support/build_facts.h"
 #include "thresholds/threshold_fixture.h"
 
 namespace {
@@ -75,7 +76,7 @@ TEST_P(EveryLength, AShortFileGoesLiveAsFarAsItCame) {
     const Bytes whole = Image(kId, entries);
     const size_t from = kImageSize / 4 * GetParam(),
                  to = GetParam() == 3 ? kImageSize : from + kImageSize / 4;
-    for (size_t length = from; length <= to && !HasFailure(); length += OXA_SWEEP_STEP) {
+    for (size_t length = from; length <= to && !HasFailure(); length += tests::SweepStep()) {
         SCOPED_TRACE(length);
         const Bytes content(whole.begin(), whole.begin() + length);
         const bool good = Start(content, kId);
@@ -154,17 +155,17 @@ INSTANTIATE_TEST_SUITE_P(ThresholdDamage, EveryByte, testing::Range(0, 8));
 
 TEST_P(EveryByte, FlippedWhollyDoesNothingButWhatItSays) {
     const size_t from = kImageSize / 8 * GetParam(), to = from + kImageSize / 8;
-    for (size_t at = from; at < to && !HasFailure(); at += OXA_SWEEP_STEP) {
+    for (size_t at = from; at < to && !HasFailure(); at += tests::SweepStep()) {
         Flip(at, 0xFF, at % 7 == 0);
     }
 }
 
 TEST_P(EveryByte, OneBitFlippedDoesNothingButWhatItSays) {
     const uint8_t bit = static_cast<uint8_t>(1u << GetParam());
-    for (size_t at = 0; at < EntryAt(2) && !HasFailure(); at += OXA_SWEEP_STEP) {
+    for (size_t at = 0; at < EntryAt(2) && !HasFailure(); at += tests::SweepStep()) {
         Flip(at, bit, true);
     }
-    for (size_t at = EntryAt(511); at < kImageSize && !HasFailure(); at += OXA_SWEEP_STEP) {
+    for (size_t at = EntryAt(511); at < kImageSize && !HasFailure(); at += tests::SweepStep()) {
         Flip(at, bit, true);
     }
 }
