@@ -5,13 +5,11 @@
 
 namespace workbench {
 
-void AddBmcOptions(CLI::App &command, BmcOptions &options, const std::string &help) {
-    command.add_option("--bmc", options.address, help)->type_name("HOST:PORT");
-    command.add_option("--user", options.login.user, "User at the BMC")
-        ->type_name("NAME")
-        ->capture_default_str();
-    command.add_option("--password", options.login.password, "Password at the BMC; default: test")
-        ->type_name("TEXT");
+void AddBmcOptions(Command &command, BmcOptions &options, const std::string &help) {
+    command.AddOption("--bmc", options.address, help).Takes("HOST:PORT");
+    command.AddOption("--user", options.login.user, "User at the BMC").Takes("NAME").ShowsDefault();
+    command.AddOption("--password", options.login.password, "Password at the BMC; default: test")
+        .Takes("TEXT");
 }
 
 std::optional<sim::Bmc> ChosenBmc(const BmcOptions &options) {

@@ -4,11 +4,11 @@
 #ifndef OXA_WORKBENCH_BMC_OPTIONS_H
 #define OXA_WORKBENCH_BMC_OPTIONS_H
 
-#include <CLI/CLI.hpp>
 #include <optional>
 #include <string>
 
 #include "simulator/backend_bmc.h"
+#include "workbench/command_line.h"
 
 namespace workbench {
 
@@ -21,7 +21,7 @@ struct BmcOptions {
 };
 
 // `help` is that of --bmc.
-void AddBmcOptions(CLI::App &command, BmcOptions &options, const std::string &help);
+void AddBmcOptions(Command &command, BmcOptions &options, const std::string &help);
 
 // nullopt without --bmc; InputError for an address that is none.
 std::optional<sim::Bmc> ChosenBmc(const BmcOptions &options);

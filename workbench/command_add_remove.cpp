@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // oxa-sensors add and remove: one call of the library for one sensor description.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
 #include <map>
@@ -9,10 +8,11 @@
 #include <optional>
 
 #include "workbench/bmc_options.h"
+#include "workbench/commands.h"
 #include "workbench/errors.h"
 #include "workbench/output.h"
+#include "workbench/run_options.h"
 #include "workbench/runtime_calls.h"
-#include "workbench/runtime_commands.h"
 #include "workbench/runtime_platform.h"
 #include "workbench/static_set.h"
 #include "workbench/table.h"
@@ -166,17 +166,17 @@ void RunCall(const CallOptions &options) {
     KeepState(options);
     PrintOut(options.json ? RenderJson(options, outcome, param) : Render(options, outcome));
     if (outcome && !Good(*outcome))
-        throw CLI::RuntimeError(1);
+        throw ExitStatus(1);
 }
 
 // ---- the command line ------------------------------------------------------------------------------
 
-void AddDescriptionOptions(CLI::App &command, const std::shared_ptr<CallOptions> &options) {
+void AddDescriptionOptions(Command &command, const std::shared_ptr<CallOptions> &options) {
     command
-        .add_option("--description", options->description_path,
-                    "Take the description from a TOML table; options go over it")
-        ->type_name("FILE")
-        ->group("Sensor description");
+        .AddOption("--description", options->description_path,
+                   "Take the description from a TOML table; options go over it")
+        .Takes("FILE")
+        .InGroup("Sensor description");
     for (const DescriptionKey &key : DescriptionKeys()) {
         std::string name = "--" + key.key;
         std::replace(name.begin(), name.end(), '_', '-');
@@ -184,11 +184,11 @@ void AddDescriptionOptions(CLI::App &command, const std::shared_ptr<CallOptions>
                                  : key.key == "bitmap"                          ? "LIST|N"
                                                                                 : "N";
         command
-            .add_option_function<std::string>(
+            .AddOption(
                 name, [options, key = key.key](const std::string &word) { options->words[key] = word; },
                 key.meaning)
-            ->type_name(type)
-            ->group("Sensor description");
+            .Takes(type)
+            .InGroup("Sensor description");
     }
 }
 
@@ -205,42 +205,38 @@ std::string Footer(bool adds) {
                        : "Exit status: 0 removed; 1 the library did not remove it; 2 wrong input.");
 }
 
-void AddCall(CLI::App &app, bool adds) {
-    CLI::App *command = app.add_subcommand(adds ? "add" : "remove",
-                                           adds ? "Add one sensor at run time and show what came of it"
-                                                : "Remove the FRU locator of a power supply");
+void AddCall(Command &program, bool adds) {
+    Command command = program.AddCommand(adds ? "add" : "remove",
+                                         adds ? "Add one sensor at run time and show what came of it"
+                                              : "Remove the FRU locator of a power supply");
     const auto options = std::make_shared<CallOptions>();
     options->adds = adds;
-    command->add_option("-b,--board", options->board, "Board description (TOML)")
-        ->required()
-        ->type_name("FILE");
-    command->add_option("-p,--profile", options->profile, "Customer profile; default: the board's")
-        ->type_name("NAME");
-    AddDescriptionOptions(*command, options);
+    command.AddOption("-b,--board", options->board, "Board description (TOML)").Required().Takes("FILE");
+    command.AddOption("-p,--profile", options->profile, "Customer profile; default: the board's")
+        .Takes("NAME");
+    AddDescriptionOptions(command, options);
     command
-        ->add_option("--root", options->root,
-                     "Keep the library's files and the repository in DIR between calls")
-        ->type_name("DIR");
+        .AddOption("--root", options->root,
+                   "Keep the library's files and the repository in DIR between calls")
+        .Takes("DIR");
     if (adds)
-        command->add_flag("--record,!--no-record", options->record,
-                          "Do what the library's caller does after an add: write the record file or the "
-                          "extended store (default)");
-    command->add_flag("--list", options->list,
-                      "Show the repository afterwards; without a description only that");
-    AddBmcOptions(*command, options->bmc, "The session leads to a BMC over RMCP+");
-    command->add_flag("--trace", options->trace,
-                      "Print everything that crossed the platform border to standard error");
-    command->add_flag("--log", options->log, "Print the library's log lines to standard error");
-    command->add_flag("--json", options->json, "JSON with outcome, record and log lines");
-    command->footer(Footer(adds));
-    command->callback([options] { RunCall(*options); });
+        command.AddFlag("--record,!--no-record", options->record,
+                        "Do what the library's caller does after an add: write the record file or the "
+                        "extended store (default)");
+    command.AddFlag("--list", options->list,
+                    "Show the repository afterwards; without a description only that");
+    AddBmcOptions(command, options->bmc, "The session leads to a BMC over RMCP+");
+    AddTraceOptions(command, options->trace, options->log);
+    command.AddFlag("--json", options->json, "JSON with outcome, record and log lines");
+    command.Footer(Footer(adds));
+    command.Runs([options] { RunCall(*options); });
 }
 
 } // namespace
 
-void AddAddRemoveCommands(CLI::App &app) {
-    AddCall(app, true);
-    AddCall(app, false);
+void AddAddRemoveCommands(Command &program) {
+    AddCall(program, true);
+    AddCall(program, false);
 }
 
 } // namespace workbench

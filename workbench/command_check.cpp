@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 
 #include "workbench/commands.h"
 #include "workbench/errors.h"
 #include "workbench/findings.h"
 #include "workbench/json.h"
 #include "workbench/output.h"
+#include "workbench/static_set.h"
 #include "workbench/table.h"
 #include "workbench/text.h"
 
@@ -14,6 +16,13 @@ namespace workbench {
 namespace {
 
 constexpr size_t kTextWidth = 76;
+
+struct CheckOptions {
+    RunOptions run;     // board: empty for none; profile: one or "all"
+    std::string boards; // folder of board files; empty: none
+    bool json = false;
+    bool verbose = false;
+};
 
 struct Scale { // of one analog sensor
     std::string board, profile, name, unit;
@@ -203,12 +212,33 @@ std::string RenderJson(const Report &report, bool verbose) {
     return Dump(out);
 }
 
-} // namespace
-
-void Check(CheckOptions &options) {
+void Check(const CheckOptions &options) {
     const Report report = RunChecks(options);
     PrintOut(options.json ? RenderJson(report, options.verbose) : RenderText(report, options.verbose));
-    options.exit_code = report.Known() == report.findings.size() ? 0 : 1;
+    if (report.Known() != report.findings.size())
+        throw ExitStatus(1);
+}
+
+} // namespace
+
+void AddCheckCommand(Command &program) {
+    Command command =
+        program.AddCommand("check", "Names, instances, thresholds, scales and FRU ids that cannot be right");
+    const auto options = std::make_shared<CheckOptions>();
+    options->run.profile = "all";
+    command
+        .AddOption("-b,--board", options->run.board,
+                   "Board description (TOML); without one: the name tables only")
+        .Takes("FILE");
+    command.AddOption("--boards", options->boards, "Every *.toml of a folder").Takes("DIR");
+    command.AddOption("-p,--profile", options->run.profile, "One customer profile, or all")
+        .Takes("NAME")
+        .ShowsDefault();
+    command.AddFlag("-v,--verbose", options->verbose, "Full scale and step of every analog sensor too");
+    command.AddFlag("--json", options->json, "JSON");
+    command.Footer("Exit status: 0 nothing found, or known findings only; 1 new findings; 2 wrong input.\n"
+                   "Colour is used on a terminal only; NO_COLOR switches it off.");
+    command.Runs([options] { Check(*options); });
 }
 
 } // namespace workbench

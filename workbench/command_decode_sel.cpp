@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // oxa-sensors decode-sel: from event records back to the calls that wrote them.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -12,11 +11,11 @@
 
 #include <sys/stat.h>
 
+#include "workbench/commands.h"
 #include "workbench/errors.h"
 #include "workbench/json.h"
 #include "workbench/output.h"
 #include "workbench/sel_calls.h"
-#include "workbench/sel_commands.h"
 #include "workbench/sel_input.h"
 #include "workbench/sel_words.h"
 #include "workbench/static_set.h"
@@ -287,22 +286,21 @@ void RunDecode(const DecodeOptions &options) {
 
 } // namespace
 
-void AddDecodeSelCommand(CLI::App &app) {
-    CLI::App *command =
-        app.add_subcommand("decode-sel", "Say which calls wrote event records, and what they mean");
+void AddDecodeSelCommand(Command &program) {
+    Command command =
+        program.AddCommand("decode-sel", "Say which calls wrote event records, and what they mean");
     const auto options = std::make_shared<DecodeOptions>();
     command
-        ->add_option("INPUT", options->inputs,
-                     "A file, - (standard input, the default), or 16 bytes in hexadecimal")
-        ->type_name("");
-    command
-        ->add_option("-p,--profile", options->profile, "Only calls that write the record with this profile")
-        ->type_name("NAME");
-    command->add_flag("--json", options->json, "JSON with all candidates");
-    command->footer("Reads 16-byte records (ipmitool sel writeraw), hexadecimal text, the output of\n"
-                    "'ipmitool sel list -v' and 'sel elist -v', and of 'ipmi-sel --hex-dump'.\n"
-                    "Exit status: 0 at least one record is an event builder's; 1 none is; 2 wrong input.");
-    command->callback([options] { RunDecode(*options); });
+        .AddOption("INPUT", options->inputs,
+                   "A file, - (standard input, the default), or 16 bytes in hexadecimal")
+        .Takes("");
+    command.AddOption("-p,--profile", options->profile, "Only calls that write the record with this profile")
+        .Takes("NAME");
+    command.AddFlag("--json", options->json, "JSON with all candidates");
+    command.Footer("Reads 16-byte records (ipmitool sel writeraw), hexadecimal text, the output of\n"
+                   "'ipmitool sel list -v' and 'sel elist -v', and of 'ipmi-sel --hex-dump'.\n"
+                   "Exit status: 0 at least one record is an event builder's; 1 none is; 2 wrong input.");
+    command.Runs([options] { RunDecode(*options); });
 }
 
 } // namespace workbench

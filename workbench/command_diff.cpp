@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <memory>
 
 #include "workbench/commands.h"
 #include "workbench/errors.h"
@@ -13,6 +14,12 @@ namespace workbench {
 namespace {
 
 constexpr size_t kNamesTold = 4;
+
+struct DiffOptions {
+    RunOptions run;          // board: where a side names none
+    std::string left, right; // PROFILE, PROFILE@BOARD, or a file that export wrote
+    bool json = false;
+};
 
 struct Sides {
     SensorSource left, right;
@@ -219,13 +226,30 @@ std::string RenderJson(const Sides &s) {
     return Dump(out);
 }
 
-} // namespace
-
-void Diff(DiffOptions &options) {
+void Diff(const DiffOptions &options) {
     Sides s{LoadSensorSource(options.left, options.run), LoadSensorSource(options.right, options.run), {}};
     s.comparison = CompareSources(s.left, s.right);
     PrintOut(options.json ? RenderJson(s) : RenderText(s));
-    options.exit_code = s.comparison.Equal() ? 0 : 1;
+    if (!s.comparison.Equal())
+        throw ExitStatus(1);
+}
+
+} // namespace
+
+void AddDiffCommand(Command &program) {
+    Command command =
+        program.AddCommand("diff", "What differs between two profiles, boards or exported sets");
+    const auto options = std::make_shared<DiffOptions>();
+    command.AddOption("A", options->left, "The set as it was").Required().Takes("");
+    command.AddOption("B", options->right, "The set as it is to be").Required().Takes("");
+    command.AddOption("-b,--board", options->run.board, "Board description (TOML) for a side that names none")
+        .Takes("FILE");
+    command.AddFlag("--json", options->json, "JSON with every field that differs");
+    command.Footer(
+        "A and B: PROFILE (with --board), PROFILE@BOARD, or a file of 'oxa-sensors export' (JSON or raw).\n"
+        "Exit status: 0 equal; 1 different; 2 wrong input, or a side that has no set.\n"
+        "Colour is used on a terminal only; NO_COLOR switches it off.");
+    command.Runs([options] { Diff(*options); });
 }
 
 } // namespace workbench

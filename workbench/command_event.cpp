@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // oxa-sensors event: calls an event builder and shows the record that it writes.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 
 #include "simulator/simulator.h"
 #include "workbench/bmc_options.h"
+#include "workbench/commands.h"
 #include "workbench/errors.h"
 #include "workbench/json.h"
 #include "workbench/output.h"
+#include "workbench/run_options.h"
 #include "workbench/runtime_platform.h"
 #include "workbench/sel_calls.h"
-#include "workbench/sel_commands.h"
 #include "workbench/sel_words.h"
 #include "workbench/static_set.h"
 #include "workbench/table.h"
@@ -274,29 +274,24 @@ std::string Footer() {
 
 } // namespace
 
-void AddEventCommand(CLI::App &app) {
-    CLI::App *command = app.add_subcommand("event", "Call an event builder and show the record it writes");
+void AddEventCommand(Command &program) {
+    Command command = program.AddCommand("event", "Call an event builder and show the record it writes");
     const auto options = std::make_shared<EventOptions>();
-    command->add_option("BUILDER ARGS", options->words, "Builder and its arguments")->type_name("");
-    command->add_flag("--list", options->list,
-                      "Say what builders and arguments are for, of all or of BUILDER");
+    command.AddOption("BUILDER ARGS", options->words, "Builder and its arguments").Takes("");
+    command.AddFlag("--list", options->list, "Say what builders and arguments are for, of all or of BUILDER");
     command
-        ->add_option("-b,--board", options->board,
-                     "Board description (TOML); default: a board of which "
-                     "nothing is known")
-        ->type_name("FILE");
-    command->add_option("-p,--profile", options->profile, "Customer profile; default: the board's")
-        ->type_name("NAME");
-    command->add_option("--count", options->count, "Call the builder N times")
-        ->type_name("N")
-        ->check(CLI::Range(1, 1000000).description(""));
-    AddBmcOptions(*command, options->bmc, "Send to a BMC over RMCP+ (see scripts/try-bmc)");
-    command->add_flag("--trace", options->trace,
-                      "Print everything that crossed the platform border to standard error");
-    command->add_flag("--log", options->log, "Print the library's log lines to standard error");
-    command->add_flag("--json", options->json, "JSON with bytes, fields and log lines");
-    command->footer(Footer());
-    command->callback([options] { RunEvent(*options); });
+        .AddOption("-b,--board", options->board,
+                   "Board description (TOML); default: a board of which "
+                   "nothing is known")
+        .Takes("FILE");
+    command.AddOption("-p,--profile", options->profile, "Customer profile; default: the board's")
+        .Takes("NAME");
+    command.AddOption("--count", options->count, "Call the builder N times").Takes("N").Between(1, 1000000);
+    AddBmcOptions(command, options->bmc, "Send to a BMC over RMCP+ (see scripts/try-bmc)");
+    AddTraceOptions(command, options->trace, options->log);
+    command.AddFlag("--json", options->json, "JSON with bytes, fields and log lines");
+    command.Footer(Footer());
+    command.Runs([options] { RunEvent(*options); });
 }
 
 } // namespace workbench

@@ -1,16 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <unistd.h>
 
+#include <memory>
+
 #include "workbench/commands.h"
 #include "workbench/decode.h"
 #include "workbench/errors.h"
 #include "workbench/json.h"
 #include "workbench/output.h"
+#include "workbench/run_options.h"
 #include "workbench/set_numbers.h"
 #include "workbench/text.h"
 
 namespace workbench {
 namespace {
+
+struct ExportOptions {
+    RunOptions run;
+    std::string format = "raw"; // raw, json, csv
+    std::string output;         // empty or "-": standard output
+    bool json = false;          // another word for the format
+    bool keep_ids = false;      // leave record ids at 0
+    bool number = false;        // give sensor numbers
+};
 
 std::vector<Decoded> DecodeAll(const StaticSet &set) {
     const Decoder decoder;
@@ -89,8 +101,6 @@ std::string CsvText(const StaticSet &set, const std::vector<Decoded> &decoded) {
     return out;
 }
 
-} // namespace
-
 void Export(const ExportOptions &options) {
     const bool to_stdout = options.output.empty() || options.output == "-";
     if (options.format == "raw" && to_stdout && isatty(STDOUT_FILENO))
@@ -108,6 +118,40 @@ void Export(const ExportOptions &options) {
         PrintOut(text);
     else
         WriteFileAtomically(options.output, text);
+}
+
+// --json is what every other command has; beside another format it is a contradiction.
+void SettleFormat(ExportOptions &options, bool format_given) {
+    if (options.json && format_given && options.format != "json")
+        throw InputError("--json contradicts --format " + options.format);
+    if (options.json)
+        options.format = "json";
+}
+
+} // namespace
+
+void AddExportCommand(Command &program) {
+    Command command = program.AddCommand("export", "Write a board's set for other programs");
+    const auto options = std::make_shared<ExportOptions>();
+    AddRunOptions(command, options->run);
+    const Option format =
+        command
+            .AddOption(
+                "--format", options->format,
+                "raw (default): records as 'ipmitool sdr dump' writes them; json; csv: one line per sensor")
+            .OneOf({"raw", "json", "csv"})
+            .Takes("raw|json|csv");
+    command.AddOption("-o,--output", options->output, "Replace FILE in one step; default: standard output")
+        .Takes("FILE");
+    command.AddFlag("--json", options->json, "The same as --format json");
+    command.AddFlag("--keep-ids", options->keep_ids,
+                    "Leave record ids at 0 instead of numbering them from 1");
+    command.AddFlag("--number", options->number,
+                    "Number the sensors 1 to 254, then on LUN 1 and LUN 3; default: 0, as built");
+    command.Runs([options, format] {
+        SettleFormat(*options, format.Given());
+        Export(*options);
+    });
 }
 
 } // namespace workbench

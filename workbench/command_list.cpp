@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <memory>
+
 #include "workbench/commands.h"
 #include "workbench/decode.h"
 #include "workbench/json.h"
+#include "workbench/list_options.h"
 #include "workbench/output.h"
+#include "workbench/run_options.h"
 #include "workbench/sensor_table.h"
 #include "workbench/text.h"
 
@@ -82,14 +86,24 @@ std::string RenderJson(const StaticSet &set, const std::vector<Line> &lines) {
     return Dump(out);
 }
 
-} // namespace
-
 void List(const ListOptions &options) {
     if (options.run.profile == "all")
         return ListAll(options);
     const StaticSet set = BuildStaticSet(options.run);
     const std::vector<Line> lines = SelectLines(set, options.filter);
     PrintOut(options.json ? RenderJson(set, lines) : RenderTable(set, lines));
+}
+
+} // namespace
+
+void AddListCommand(Command &program) {
+    Command command = program.AddCommand("list", "One line per sensor of a board's set, decoded");
+    const auto options = std::make_shared<ListOptions>();
+    AddRunOptions(command, options->run, "; all: counts of every profile");
+    command.AddOption("-f,--filter", options->filter, "Only sensors whose name matches, e.g. 'CPU_*'")
+        .Takes("GLOB");
+    command.AddFlag("--json", options->json, "JSON with raw and decoded values");
+    command.Runs([options] { List(*options); });
 }
 
 } // namespace workbench

@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <map>
 
-#include "workbench/commands.h"
 #include "workbench/decode.h"
 #include "workbench/errors.h"
 #include "workbench/groups.h"
 #include "workbench/json.h"
+#include "workbench/list_options.h"
 #include "workbench/output.h"
 #include "workbench/table.h"
 #include "workbench/text.h"

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // oxa-sensors scenario: runs a story and shows what each step came to and what stands at the end.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 
 #include "workbench/bmc_options.h"
+#include "workbench/commands.h"
 #include "workbench/errors.h"
 #include "workbench/output.h"
 #include "workbench/runtime_bmc.h"
-#include "workbench/runtime_commands.h"
 #include "workbench/runtime_platform.h"
 #include "workbench/scenario.h"
 #include "workbench/sel_words.h"
@@ -219,23 +218,23 @@ void RunScenarioCommand(const ScenarioOptions &options) {
     PrintOut(options.json ? RenderJson(options, scenario, end, final)
                           : Render(options, scenario, end, final));
     if (!Good(end, final))
-        throw CLI::RuntimeError(1);
+        throw ExitStatus(1);
 }
 
 } // namespace
 
-void AddScenarioCommand(CLI::App &app) {
-    CLI::App *command = app.add_subcommand("scenario", "Run a story of parts that come and go, step by step");
+void AddScenarioCommand(Command &program) {
+    Command command = program.AddCommand("scenario", "Run a story of parts that come and go, step by step");
     const auto options = std::make_shared<ScenarioOptions>();
-    command->add_option("FILE", options->path, "The story (TOML), see scenarios/README.md")
-        ->required()
-        ->type_name("");
-    AddBmcOptions(*command, options->bmc, "Sessions lead to a BMC over RMCP+");
-    command->add_flag("--log", options->log, "Show the library's log lines under every step");
-    command->add_flag("--json", options->json, "JSON with outcomes, log lines, repository and event log");
-    command->footer("Exit status: 0 every step came to what the story expects; 1 one did not, a rule of the\n"
-                    "platform was broken, or the BMC holds something else; 2 wrong input.");
-    command->callback([options] { RunScenarioCommand(*options); });
+    command.AddOption("FILE", options->path, "The story (TOML), see scenarios/README.md")
+        .Required()
+        .Takes("");
+    AddBmcOptions(command, options->bmc, "Sessions lead to a BMC over RMCP+");
+    command.AddFlag("--log", options->log, "Show the library's log lines under every step");
+    command.AddFlag("--json", options->json, "JSON with outcomes, log lines, repository and event log");
+    command.Footer("Exit status: 0 every step came to what the story expects; 1 one did not, a rule of the\n"
+                   "platform was broken, or the BMC holds something else; 2 wrong input.");
+    command.Runs([options] { RunScenarioCommand(*options); });
 }
 
 } // namespace workbench

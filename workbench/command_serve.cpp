@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // oxa-sensors serve: a BMC simulator that holds a board's set, with readings.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -15,11 +14,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "workbench/commands.h"
 #include "workbench/errors.h"
 #include "workbench/json.h"
 #include "workbench/output.h"
+#include "workbench/run_options.h"
 #include "workbench/serve_bmc.h"
-#include "workbench/serve_commands.h"
 #include "workbench/serve_fru.h"
 #include "workbench/serve_sensors.h"
 #include "workbench/set_numbers.h"
@@ -34,7 +34,6 @@ struct ServeOptions {
     uint16_t port = 9001;
     std::string command; // to run instead of waiting
     bool json = false;
-    int exit_code = kOk; // out: of the command
 };
 
 struct Served {
@@ -295,7 +294,8 @@ int WaitForTheEnd(const ServeOptions &options, Served &served, const Signals &si
     }
 }
 
-void Serve(ServeOptions &options) {
+// The exit status.
+int Serve(ServeOptions &options) {
     Settle(options);
     Served served;
     if (!options.empty) {
@@ -315,40 +315,37 @@ void Serve(ServeOptions &options) {
                        std::to_string(served.sensors.size()) + " records: " + simulator.LastWords());
     if (options.command.empty() || options.json)
         PrintOut(options.json ? WelcomeJson(options, served) : Welcome(options, served));
-    options.exit_code = WaitForTheEnd(options, served, signals, simulator);
+    return WaitForTheEnd(options, served, signals, simulator);
 }
 
 } // namespace
 
-void AddServeCommand(CLI::App &app) {
-    CLI::App *command =
-        app.add_subcommand("serve", "Put a board's set behind a real BMC simulator, with readings");
+void AddServeCommand(Command &program) {
+    Command command =
+        program.AddCommand("serve", "Put a board's set behind a real BMC simulator, with readings");
     const auto options = std::make_shared<ServeOptions>();
-    command->add_option("-b,--board", options->run.board, "Board description (TOML)")->type_name("FILE");
-    command->add_option("-p,--profile", options->run.profile, "Customer profile: " + AvailableProfiles())
-        ->type_name("NAME")
-        ->capture_default_str();
-    command->add_flag("--empty", options->empty,
-                      "An empty repository, for add, remove and scenario with --bmc");
-    command->add_option("--port", options->port, "UDP port on 127.0.0.1; 0: one that is free")
-        ->type_name("N")
-        ->capture_default_str();
+    command.AddOption("-b,--board", options->run.board, "Board description (TOML)").Takes("FILE");
+    command.AddOption("-p,--profile", options->run.profile, "Customer profile: " + AvailableProfiles())
+        .Takes("NAME")
+        .ShowsDefault();
+    command.AddFlag("--empty", options->empty,
+                    "An empty repository, for add, remove and scenario with --bmc");
+    command.AddOption("--port", options->port, "UDP port on 127.0.0.1; 0: one that is free")
+        .Takes("N")
+        .ShowsDefault();
     command
-        ->add_option(
+        .AddOption(
             "--run", options->command,
             "Run a shell command beside the BMC, then end with its exit status; OXA_BMC is the "
             "address, OXA_IPMITOOL and OXA_IPMI_SENSORS begin command lines, OXA_READINGS is the folder")
-        ->type_name("COMMAND");
-    command->add_flag("--trace", options->run.trace,
-                      "Print everything that crossed the platform border to standard error");
-    command->add_flag("--log", options->run.log, "Print the library's log lines to standard error");
-    command->add_flag("--json", options->json, "Tell address, readings and sensors as JSON");
-    command->footer("Exit status: 0 ended by a signal (--run: the command's); 1 the library built no usable "
-                    "set, or there is no BMC simulator; 2 wrong input.");
-    command->callback([options] {
-        Serve(*options);
-        if (options->exit_code != kOk)
-            throw CLI::RuntimeError(options->exit_code);
+        .Takes("COMMAND");
+    AddTraceOptions(command, options->run.trace, options->run.log);
+    command.AddFlag("--json", options->json, "Tell address, readings and sensors as JSON");
+    command.Footer("Exit status: 0 ended by a signal (--run: the command's); 1 the library built no usable "
+                   "set, or there is no BMC simulator; 2 wrong input.");
+    command.Runs([options] {
+        if (const int status = Serve(*options); status != kOk)
+            throw ExitStatus(status);
     });
 }
 

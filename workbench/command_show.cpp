@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <memory>
 
 #include "workbench/commands.h"
 #include "workbench/decode.h"
@@ -7,6 +8,7 @@
 #include "workbench/explain.h"
 #include "workbench/json.h"
 #include "workbench/output.h"
+#include "workbench/run_options.h"
 #include "workbench/table.h"
 #include "workbench/text.h"
 
@@ -15,6 +17,12 @@ namespace {
 
 constexpr unsigned kBytesPerLine = 8;
 constexpr size_t kMeaningWidth = 76;
+
+struct ShowOptions {
+    RunOptions run;
+    bool json = false;
+    std::string name; // exact, or a glob
+};
 
 struct Found {
     const Sensor *sensor;
@@ -114,8 +122,6 @@ std::string RenderJson(const StaticSet &set, const std::vector<Found> &found) {
     return Dump(out);
 }
 
-} // namespace
-
 void Show(const ShowOptions &options) {
     const StaticSet set = BuildStaticSet(options.run);
     const std::vector<Found> found = FindSensors(set, options.name);
@@ -128,6 +134,19 @@ void Show(const ShowOptions &options) {
         out += RenderSensor(set, f, colour);
     }
     PrintOut(out);
+}
+
+} // namespace
+
+void AddShowCommand(Command &program) {
+    Command command = program.AddCommand("show", "Every byte of a sensor's record and device-table entry");
+    const auto options = std::make_shared<ShowOptions>();
+    AddRunOptions(command, options->run);
+    command.AddOption("NAME", options->name, "Sensor name, or a pattern such as 'PSU_*_01'")
+        .Required()
+        .Takes("");
+    command.AddFlag("--json", options->json, "JSON with the fields of record and entry");
+    command.Runs([options] { Show(*options); });
 }
 
 } // namespace workbench

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // oxa-sensors thresholds: the command line of its three commands, and show.
-#include "workbench/command_thresholds.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "oxa/platform.h"
+#include "workbench/commands.h"
 #include "workbench/errors.h"
 #include "workbench/output.h"
+#include "workbench/run_options.h"
 #include "workbench/sensor_table.h"
 #include "workbench/text.h"
 #include "workbench/threshold_commands.h"
@@ -80,74 +80,72 @@ std::string RenderJson(const std::string &file, const ThresholdImage &image) {
 
 // ---- the command line ------------------------------------------------------------------------------
 
-void AddRecordOptions(CLI::App &command, RecordOptions &records, bool board_required) {
-    command.add_option("-b,--board", records.board, "Board description (TOML) whose records are looked at")
-        ->required(board_required)
-        ->type_name("FILE");
+void AddRecordOptions(Command &command, RecordOptions &records, bool board_required) {
+    command.AddOption("-b,--board", records.board, "Board description (TOML) whose records are looked at")
+        .Required(board_required)
+        .Takes("FILE");
     command
-        .add_option(
+        .AddOption(
             "-p,--profile", records.profile,
             "Customer profile of the machine; default: the one that FILE was saved under, else default")
-        ->type_name("NAME");
+        .Takes("NAME");
     command
-        .add_option(
+        .AddOption(
             "--description", records.descriptions,
             "Besides the static set a sensor that is added at run time (TOML); several times for several")
-        ->type_name("FILE")
-        ->allow_extra_args(false);
-    command.add_flag("--trace", records.trace,
-                     "Print everything that crossed the platform border to standard error");
-    command.add_flag("--log", records.log, "Print the library's log lines to standard error");
+        .Takes("FILE")
+        .OneValueEach();
+    AddTraceOptions(command, records.trace, records.log);
 }
 
-void AddShow(CLI::App &group) {
-    CLI::App *command = group.add_subcommand("show", "The entries of a file, decoded");
+void AddShow(Command &group) {
+    Command command = group.AddCommand("show", "The entries of a file, decoded");
     const auto options = std::make_shared<ThresholdsShowOptions>();
-    command->add_option("FILE", options->file, "Threshold image (14,344 bytes)")->required()->type_name("");
-    command->add_flag("--json", options->json, "JSON");
-    command->footer(kShowFooter);
-    command->callback([options] { ShowThresholds(*options); });
+    command.AddOption("FILE", options->file, "Threshold image (14,344 bytes)").Required().Takes("");
+    command.AddFlag("--json", options->json, "JSON");
+    command.Footer(kShowFooter);
+    command.Runs([options] { ShowThresholds(*options); });
 }
 
-void AddSet(CLI::App &group) {
-    CLI::App *command =
-        group.add_subcommand("set", "Store a sensor's thresholds as the BMC would; makes a missing file");
+void AddSet(Command &group) {
+    Command command =
+        group.AddCommand("set", "Store a sensor's thresholds as the BMC would; makes a missing file");
     const auto options = std::make_shared<ThresholdsSetOptions>();
-    command->add_option("FILE", options->file, "Threshold image to write")->required()->type_name("");
-    command->add_option("-s,--sensor", options->sensor, "Sensor name, 1 to 16 characters")
-        ->required()
-        ->type_name("NAME");
+    command.AddOption("FILE", options->file, "Threshold image to write").Required().Takes("");
+    command.AddOption("-s,--sensor", options->sensor, "Sensor name, 1 to 16 characters")
+        .Required()
+        .Takes("NAME");
     for (const ThresholdPlace &place : kThresholdPlaces)
         command
-            ->add_option(std::string("--") + place.option, options->values[place.option],
-                         std::string(place.key) + " threshold")
-            ->type_name("N");
-    command->add_option("--mask", options->mask, "The entry's mask, 0x01 LNC to 0x20 UNR; not with --board")
-        ->type_name("N");
+            .AddOption(std::string("--") + place.option, options->values[place.option],
+                       std::string(place.key) + " threshold")
+            .Takes("N");
+    command.AddOption("--mask", options->mask, "The entry's mask, 0x01 LNC to 0x20 UNR; not with --board")
+        .Takes("N");
     command
-        ->add_option("--further", options->further,
-                     "The two bytes that are stored and not applied; default: as they are, else 0 0")
-        ->type_name("N N")
-        ->expected(2);
-    command->add_flag("--raw", options->raw, "Values are raw bytes also with --board");
-    AddRecordOptions(*command, options->records, false);
-    command->add_flag("--json", options->json, "JSON");
-    command->footer(kSetFooter);
-    command->callback([options] { SetThresholds(*options); });
+        .AddOption("--further", options->further,
+                   "The two bytes that are stored and not applied; default: as they are, else 0 0")
+        .Takes("N N")
+        .Values(2);
+    command.AddFlag("--raw", options->raw, "Values are raw bytes also with --board");
+    AddRecordOptions(command, options->records, false);
+    command.AddFlag("--json", options->json, "JSON");
+    command.Footer(kSetFooter);
+    command.Runs([options] { SetThresholds(*options); });
 }
 
-void AddPreflight(CLI::App &group) {
-    CLI::App *command = group.add_subcommand(
+void AddPreflight(Command &group) {
+    Command command = group.AddCommand(
         "preflight",
         "Which entries apply to a board's records, which are refused and why, which are orphaned");
     const auto options = std::make_shared<ThresholdsPreflightOptions>();
-    command->add_option("FILE", options->file, "Threshold image")->required()->type_name("");
-    AddRecordOptions(*command, options->records, true);
-    command->add_flag("--json", options->json, "JSON");
-    command->footer(kPreflightFooter);
-    command->callback([options] {
+    command.AddOption("FILE", options->file, "Threshold image").Required().Takes("");
+    AddRecordOptions(command, options->records, true);
+    command.AddFlag("--json", options->json, "JSON");
+    command.Footer(kPreflightFooter);
+    command.Runs([options] {
         if (const int status = PreflightThresholds(*options); status != kOk)
-            throw CLI::RuntimeError(status);
+            throw ExitStatus(status);
     });
 }
 
@@ -165,13 +163,13 @@ void ShowThresholds(const ThresholdsShowOptions &options) {
     PrintOut(options.json ? RenderJson(options.file, image) : RenderText(options.file, image));
 }
 
-void AddThresholdsCommand(CLI::App &app) {
-    CLI::App *group = app.add_subcommand("thresholds", "Show, set and try a file of user thresholds");
-    group->require_subcommand(1);
-    group->footer("Exit status: 0 done; 1 preflight: not every entry applies; 2 wrong input.");
-    AddShow(*group);
-    AddSet(*group);
-    AddPreflight(*group);
+void AddThresholdsCommand(Command &program) {
+    Command group = program.AddCommand("thresholds", "Show, set and try a file of user thresholds");
+    group.NeedsCommand();
+    group.Footer("Exit status: 0 done; 1 preflight: not every entry applies; 2 wrong input.");
+    AddShow(group);
+    AddSet(group);
+    AddPreflight(group);
 }
 
 } // namespace workbench

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The two ways in which a command can end badly.
+// The ways in which a command can end badly.
 #ifndef OXA_WORKBENCH_ERRORS_H
 #define OXA_WORKBENCH_ERRORS_H
 
@@ -18,6 +18,12 @@ struct InputError : std::runtime_error {
 // The library ran, but what came out is no usable set.  Exit 1.
 struct SetError : std::runtime_error {
     using std::runtime_error::runtime_error;
+};
+
+// Everything is printed, and the exit status is not 0: a finding, a step that came out otherwise.
+struct ExitStatus {
+    explicit ExitStatus(int number) : status(number) {}
+    int status;
 };
 
 } // namespace workbench
