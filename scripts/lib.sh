@@ -11,6 +11,41 @@ quietly() {
     return "$rc"
 }
 
+# "watched WHAT COMMAND...": the same for a command that takes minutes.  Says at once that it has begun, then how far
+# it is (the last "[34/120]" or "34/120 Test" of its output): in a line that moves on a terminal, in a line a minute
+# elsewhere; and how long it took.
+watched() {
+    local what=$1 began=$SECONDS told=$SECONDS log rc=0 moves=false
+    shift
+    [ ! -t 1 ] || moves=true
+    log=$(mktemp)
+    $moves || echo "   $what ..."
+    "$@" >"$log" 2>&1 &
+    local pid=$!
+    while kill -0 "$pid" 2>/dev/null; do
+        if $moves; then
+            printf '\r\033[K   %s ... %s %d s' "$what" "$(progress "$log")" $((SECONDS - began))
+        elif [ $((SECONDS - told)) -ge 60 ]; then
+            echo "   $what ... $(progress "$log") $((SECONDS - began)) s"
+            told=$SECONDS
+        fi
+        sleep 0.5
+    done
+    wait "$pid" || rc=$?
+    ! $moves || printf '\r\033[K'
+    if [ "$rc" -eq 0 ]; then
+        echo "   $what: $((SECONDS - began)) s"
+    else
+        cat "$log" >&2
+    fi
+    rm -f "$log"
+    return "$rc"
+}
+
+progress() {
+    grep -oE '^(\[[0-9]+/[0-9]+\]| *[0-9]+/[0-9]+ Test)' "$1" | tail -n 1 | sed 's/ *Test//; s/^ *//'
+}
+
 # Lets ccache keep what was compiled with precompiled headers, and find it again from another build folder: a test unit
 # is compiled once for all host tiers, not once for each.
 export CCACHE_SLOPPINESS=pch_defines,time_macros
