@@ -31,7 +31,8 @@ inline const std::vector<std::string> Unspelled(size_t count) {
     return std::vector<std::string>(count);
 }
 
-inline std::vector<std::string> SpelledAtTheEnds(const std::string &first, size_t between, const std::string &last) {
+inline std::vector<std::string> SpelledAtTheEnds(const std::string &first, size_t between,
+                                                 const std::string &last) {
     std::vector<std::string> names(between + 2);
     names.front() = first;
     names.back() = last;
