@@ -31,11 +31,13 @@ FAMILIES = [
     (TEMP, 64, "atOxaUbbOutletTempSensorInfo", 3), (TEMP, 65, "atMTRetimerTempSensorInfo", 8),
     (TEMP, 66, "atBR166RetimerTempSensorInfo", 12),
 ]
+# The names that the rules spell or form; the others are the product's own choice, and "table[entry]" stands for them.
 KNOWN_CARD_NAMES = {("atBrenmorSensorInfo", 0): "DPU_Cpu_Inlet1", ("atBrenmorSensorInfo", 13): "DPU_DIMMB",
-                    ("atHGXNSWITCHTempSensorInfo", 0): "HGX_NSWITCH_TEMP", ("atX2000BOXSensorInfo", 0): "BOX",
-                    ("atNebulaMatrixSensorInfo", 0): "DPU_CPU_Inlet1",
+                    ("atX2000BOXSensorInfo", 0): "BOX", ("atNebulaMatrixSensorInfo", 0): "DPU_CPU_Inlet1",
                     ("atNebulaMatrixSensorInfo", 16): "DPU_QSFP2"}
 KNOWN_CARD_NAMES.update({("atMLUPcieRetimerTempSensorInfo", i): f"MLU_PRT{i}_TEMP" for i in range(8)})
+KNOWN_CARD_NAMES.update({(f"atHGX{part}TempSensorInfo", 0): f"HGX_{part}_TEMP"
+                         for part in ("NSWITCH", "PSWITCH", "RETIMER", "FPGA", "HMC", "HSC")})
 
 FRONT_NAMES = {
     "RAID_TEMP_*": "RAID_TEMP_F-*", "Raid*_Temp": "RaidF-*_Temp", "P*_Raid_Temp": "PF-*_Raid_Temp",

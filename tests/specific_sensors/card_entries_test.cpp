@@ -4,7 +4,6 @@
 // gives, held against what is typed in card_entries.h.
 #include <cctype>
 #include <map>
-#include <set>
 
 #include "specific_sensors/card_entries.h"
 #include "specific_sensors/generators_fixture.h"
@@ -102,15 +101,6 @@ TEST_F(CardEntries, EveryNameIsAPlainNameOfOneToSixteenCharacters) {
             EXPECT_TRUE(std::isalnum(static_cast<unsigned char>(sign)) || sign == '_') << name;
         for (size_t at = name.size(); at < SENSOR_NAME_SIZE; ++at)
             EXPECT_EQ(family.entries[index].acName[at], 0) << name;
-    });
-}
-
-// Cards of several families share a machine, and a name that is stored already is not offered again.
-TEST_F(CardEntries, NoNameStandsTwiceInTheFamiliesOfOneClass) {
-    std::set<std::pair<uint32_t, std::string>> names;
-    ForEveryEntry([&](const Family &family, size_t index) {
-        EXPECT_TRUE(names.insert({family.sensor_class, NameOf(family.entries[index])}).second)
-            << NameOf(family.entries[index]);
     });
 }
 
