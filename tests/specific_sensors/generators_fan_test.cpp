@@ -87,4 +87,44 @@ TEST_F(FanRecord, TheNameIsTheTablesAlsoForACardFamily) {
     EXPECT_EQ(Make(kFanGenerator, Description(kTemp, 22, 3)).Name(), "F03");
 }
 
+// ---- what is said of a name ------------------------------------------------------------------------------------------
+
+bool NameIsTold() {
+    for (const std::string &line : LinesOf(kFanGenerator)) {
+        if (line.find("called getSensorInfo") != std::string::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+TEST_F(FanRecord, ANameOfOneToSixteenCharactersIsTold) {
+    for (const std::string name : {"F", "0123456789ABCDEF"}) {
+        ClearRows();
+        AddRow(kFan, 200, 0, name);
+        sim::ClearTrace();
+        EXPECT_EQ(Make(kFanGenerator, Description(kFan, 200, 3)).Name(), name);
+        EXPECT_TRUE(NameIsTold()) << name;
+    }
+}
+
+TEST_F(FanRecord, AnEmptyNameIsNotTold) {
+    for (const std::string name : {"", "null"}) {
+        ClearRows();
+        AddRow(kFan, 200, 0, name);
+        sim::ClearTrace();
+        EXPECT_EQ(Make(kFanGenerator, Description(kFan, 200, 3)).result, GEN_SDR_SKIPPED);
+        EXPECT_FALSE(LinesOf(kFanGenerator).empty());
+        EXPECT_FALSE(NameIsTold()) << name;
+    }
+}
+
+TEST_F(FanRecord, ANameOfMoreThanSixteenCharactersIsNotTold) {
+    ClearRows();
+    AddRow(kFan, 200, 0, "0123456789ABCD*");
+    EXPECT_EQ(Make(kFanGenerator, Description(kFan, 200, 100)).result, GEN_SDR_FAILED);
+    EXPECT_FALSE(LinesOf(kFanGenerator).empty());
+    EXPECT_FALSE(NameIsTold());
+}
+
 } // namespace
