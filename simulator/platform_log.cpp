@@ -38,6 +38,9 @@ void TakeStat(Call &call, const char *file, uint32_t line) {
                              " has no sspFailedStat directly before it");
     } else if (file != nullptr && std::strncmp(pending.file, file, sizeof(pending.file)) != 0) {
         call.state().Violate("error line at " + Where(file, line) + " was counted for " + pending.file);
+    } else if (pending.line != line) {
+        call.state().Violate("error line at " + Where(file, line) + " was counted at line " +
+                             std::to_string(pending.line));
     }
     pending.epoch = 0;
 }

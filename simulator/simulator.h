@@ -114,7 +114,7 @@ size_t CountCalls(const std::string &function); // calls of one platform functio
 size_t CountText(const std::string &text);      // log, debug and audit lines with exactly this text
 
 // ---- invariants ---------------------------------------------------------------------------------
-// A failure statistic directly before every error line and nowhere else; sessions, INI handles, files and
+// A failure statistic directly before every error line, of the same file and line, and nowhere else; sessions, INI handles, files and
 // semaphores balanced; module numbers and levels from the allowed sets; the file name in a line belongs to
 // the library; no line without a function name.  Balance is judged when the list is read.
 std::vector<std::string> Violations();

@@ -71,7 +71,7 @@ TEST(FailureStatistic, CountedTwiceIsReported) {
     Start({});
     sspFailedStat(kUnit, 5);
     sspFailedStat(kUnit, 5);
-    _ssp_error(42, kUnit, 6, "f", "x");
+    _ssp_error(42, kUnit, 5, "f", "x");
     EXPECT_THAT(Violations(), ElementsAre(HasSubstr("followed by sspFailedStat")));
 }
 
@@ -86,6 +86,13 @@ TEST(FailureStatistic, OfAnotherFileIsReported) {
     sspFailedStat("NVRAccess.c", 5);
     _ssp_error(42, kUnit, 5, "f", "x");
     EXPECT_THAT(Violations(), ElementsAre("error line at specific_sdr_file.c:5 was counted for NVRAccess.c"));
+}
+
+TEST(FailureStatistic, OfAnotherLineIsReported) {
+    Start({});
+    sspFailedStat(kUnit, 5);
+    _ssp_error(42, kUnit, 6, "f", "x");
+    EXPECT_THAT(Violations(), ElementsAre("error line at specific_sdr_file.c:6 was counted at line 5"));
 }
 
 TEST(FailureStatistic, IsForgottenByStart) {
