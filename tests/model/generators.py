@@ -159,7 +159,7 @@ QUESTIONS = {
 
 def question(function, sensor):
     """What is asked, its number, and how a refusal names the sensor."""
-    numbered = "CPUx" + sensor[4:] if re.match("C[Pp][Uu][0-9]", sensor) else re.sub("[0-9]_", "x_", sensor, count=1)
+    numbered = sensor[:3] + "x" + sensor[4:] if re.match("C[Pp][Uu][0-9]", sensor) else re.sub("[0-9]_", "x_", sensor, count=1)
     if function in FLAGS:
         if sensor == "CPU_VOLTS_01":
             numbered = "CPU_VOLTS_0x"
