@@ -138,15 +138,16 @@ Exist ExistHabit(const Generator &generator) {
                "CPU0D0N2SDR", "CPU0D1N2SDR", "CPU1D0N2SDR", "CPU1D1N2SDR", "DiskStatusSDR", "HDDStatusSDR"}))
         return Exist::kSilent;
     if (OneOf(suffix,
-              {"RackPowerSDR", "ENTEMPSDR", "GPUBoardPowerSDR", "PDBBoardPowerSDR", "NICPowerSDR",
-               "SYS54VoltSDR", "GPU54VoltSDR", "CPUSinglePowerSDR", "TotalPowerSDR", "FrontBPTempSDR",
-               "RearBPTempSDR", "FrontBp12VSDR", "RearBp12VSDR", "CPUVcoreCurrentSDR", "CPUVcore1CurrentSDR",
-               "CPUVSOCCurrentSDR", "CPUDDRVdd1CurrentSDR", "CpuxMEMG0HotSDR"}) ||
+              {"RackPowerSDR",         "ENTEMPSDR",          "GPUBoardPowerSDR",    "PDBBoardPowerSDR",
+               "NICPowerSDR",          "SYS54VoltSDR",       "GPU54VoltSDR",        "CPUSinglePowerSDR",
+               "TotalPowerSDR",        "FrontBPTempSDR",     "RearBPTempSDR",       "FrontBp12VSDR",
+               "RearBp12VSDR",         "CPUVcoreCurrentSDR", "CPUVcore1CurrentSDR", "CPUVSOCCurrentSDR",
+               "CPUDDRVdd1CurrentSDR", "CpuxMEMG0HotSDR",    "HDDTempSDR",          "SwitchGTempSDR"}) ||
         generator.name == "Kestrin_GenSwitchBoardPowerSDR")
         return Exist::kSilent;
     // Sensors of one profile that no other text speaks of: either habit would do.
     if (OneOf(suffix, {"CPUTjmaxSDR", "CPUTControlSDR", "CPUDTSTempSDR", "CPUxVRPwrSDR", "PxDIMMVRPwrSDR",
-                       "PwrModuleTempSDR", "UBBRTTempSDR", "SwitchGTempSDR"}))
+                       "PwrModuleTempSDR", "UBBRTTempSDR"}))
         return Exist::kOpen;
     return Exist::kSaid;
 }
