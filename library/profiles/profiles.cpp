@@ -15,6 +15,8 @@ constexpr ProfileTraits kNothingSpecial = {};
 
 const ProfileTraits &TraitsOf(uint32_t dwCustomId) {
     switch (dwCustomId) {
+    default:
+        return kNothingSpecial;
 #define PROFILE(id, name, plain, driver, unit, traits, ...)                                                  \
     case id:                                                                                                 \
         return traits;
@@ -22,8 +24,6 @@ const ProfileTraits &TraitsOf(uint32_t dwCustomId) {
     case id:                                                                                                 \
         return traits;
 #include "library/profiles/profiles.def"
-    default:
-        return kNothingSpecial;
     }
 }
 

@@ -24,20 +24,14 @@ namespace {
 [[gnu::noinline]] bool ReportNoClient(const Draft &tDraft) {
     const char *pcUnit = tDraft.Unit();
     const char *pcFunction = tDraft.Function();
-    switch (tDraft.Does().eClient) {
-    case Client::kNone:
-        break;
-    case Client::kCpuRegulator:
+    const Client eClient = tDraft.Does().eClient;
+    if (eClient == Client::kCpuRegulator)
         OXA_WARN(kModuleQuery, pcUnit, pcFunction, "%s CPUVRTempCoreVolts_GetI2cClientByInstance failed!",
                  pcFunction);
-        break;
-    case Client::kInlet:
+    else if (eClient == Client::kInlet)
         OXA_WARN(kModuleQuery, pcUnit, pcFunction, "%s InputTemp_GetI2cClient failed!", pcFunction);
-        break;
-    case Client::kSwitch:
+    else
         OXA_WARN(kModuleQuery, pcUnit, pcFunction, "%s SWTICH_GetI2cClientByInstance failed!", pcFunction);
-        break;
-    }
     return false;
 }
 
@@ -61,7 +55,9 @@ namespace {
     }
     tDraft.tEntry.ucBus = tClient.ucBus;
     tDraft.tEntry.ucAddr = tClient.ucAddr;
-    return sdwRet >= 0 || ReportNoClient(tDraft);
+    if (sdwRet >= 0)
+        return true;
+    return ReportNoClient(tDraft);
 }
 
 [[gnu::noinline]] void PutVoltage(Draft &tDraft) {
@@ -84,7 +80,7 @@ bool AskForFacts(Draft &tDraft) {
         CountCpu(tDraft);
     if (tDraft.bBelowFirstCpu && tDraft.Has(kDropBelowFirstCpu))
         return false;
-    return tDraft.Does().eBoardLine == BoardLine::kNone || WriteBoardLine(tDraft);
+    return WriteBoardLine(tDraft);
 }
 
 bool ApplyPlatformValues(Draft &tDraft) {

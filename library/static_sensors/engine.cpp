@@ -60,10 +60,10 @@ bool SetInstance(Draft &tDraft, InstanceRule eRule) {
         return AddToInstance(tDraft, tDraft.tAt.ucIndex);
     case InstanceRule::kAdd:
     case InstanceRule::kAddOrKeep:
-        ucOffset3 = tDraft.tAt.ucOffset3;
-        return AddToInstance(tDraft, tDraft.tAt.ucIndex);
+        break;
     }
-    __builtin_unreachable(); // the compiler has checked every kind
+    ucOffset3 = tDraft.tAt.ucOffset3;
+    return AddToInstance(tDraft, tDraft.tAt.ucIndex);
 }
 
 int PrintName(Draft &tDraft, char *pcName, Naming eNaming) {

@@ -2,6 +2,7 @@
 //
 // What is asked of the board before a record is built, and what is said about it.
 #include "library/static_sensors/draft.h"
+#include "library/static_sensors/kinds/kinds.h"
 
 namespace oxa {
 
@@ -46,11 +47,28 @@ constexpr SensorIdName kSensorIdNames[] = {
     {SENSOR_UBB_RT_TEMP, "UBB_RT_TEMP"},
 };
 
-const char *SensorIdText(uint8_t ucId) {
+// Every identifier that a kind asks for has its text, so the search needs no end.
+constexpr bool HasText(uint8_t ucId) {
     for (const SensorIdName &t : kSensorIdNames)
         if (t.ucId == ucId)
-            return t.acName;
-    return "";
+            return true;
+    return false;
+}
+constexpr bool EveryFlagHasText() {
+    for (const SensorKind &t : kKinds)
+        if ((t.tDoes.eGate == Gate::kBoardHas || t.tDoes.eGate == Gate::kPch ||
+             t.tDoes.eGate == Gate::kPowerFault) &&
+            !HasText(t.tDoes.ucGateId))
+            return false;
+    return true;
+}
+static_assert(EveryFlagHasText());
+
+const char *SensorIdText(uint8_t ucId) {
+    const SensorIdName *pt = kSensorIdNames;
+    while (pt->ucId != ucId)
+        ++pt;
+    return pt->acName;
 }
 
 // The text is the sensor's name where the row gives no other.
@@ -94,7 +112,9 @@ GATE BoardHas(const Draft &tDraft) {
     const int32_t sdwRet = HAL_GetSensorNotSupportFlagBySensor(tDraft.Does().ucGateId, &ucSupportFlag);
     if (sdwRet != 0)
         WarnFlag(tDraft, sdwRet);
-    return ucSupportFlag != 0 || Refuse(tDraft);
+    if (ucSupportFlag != 0)
+        return true;
+    return Refuse(tDraft);
 }
 
 GATE PartWanted(const Draft &tDraft) {
@@ -149,7 +169,9 @@ GATE RenewRegisters(const Draft &tDraft) {
 }
 
 GATE PowerFault(const Draft &tDraft) {
-    return BoardHas(tDraft) && RenewRegisters(tDraft);
+    if (!BoardHas(tDraft))
+        return false;
+    return RenewRegisters(tDraft);
 }
 
 GATE LiquidNot2(const Draft &tDraft) {
@@ -276,7 +298,9 @@ bool CardIs(uint8_t ucCard, uint16_t wCardId) {
 
 GATE SwitchPower(Draft &tDraft) {
     LogBoardOfSwitch(tDraft);
-    return MeasuresSwitchPower(tDraft.wBoardId) || Refuse(tDraft);
+    if (MeasuresSwitchPower(tDraft.wBoardId))
+        return true;
+    return Refuse(tDraft);
 }
 
 // Reads the product id for the log only.
@@ -300,7 +324,9 @@ GATE LogProductId(const Draft &tDraft) {
 GATE BoardPower(Draft &tDraft) {
     LogBoardOfPower(tDraft);
     LogProductId(tDraft);
-    return tDraft.wBoardId != kBoardSmall || Refuse(tDraft);
+    if (tDraft.wBoardId != kBoardSmall)
+        return true;
+    return Refuse(tDraft);
 }
 
 GATE ProductLine(const Draft &tDraft) {
@@ -389,12 +415,11 @@ bool PassGate(Draft &tDraft) {
         return DimmName(tDraft);
     case Gate::kCpuVoltage:
         return CpuVoltage(tDraft);
+    case Gate::kNone: // not asked
     case Gate::kAirIndex:
-        return AirIndex(tDraft);
-    case Gate::kNone:
-        return true;
+        break;
     }
-    __builtin_unreachable(); // the compiler has checked every kind
+    return AirIndex(tDraft);
 }
 
 bool WriteBoardLine(Draft &tDraft) {

@@ -134,15 +134,20 @@ template <size_t N> constexpr bool StandsTogether(const Rows<N> &t, Group eGroup
 }
 
 // These steps walk rows that have to be there.
+template <size_t N> constexpr bool HasRows(const Rows<N> &t, Group eGroup) {
+    size_t nRow = 0;
+    while (t.auc[nRow] != 0 && t.auc[nRow + kRowGroup] != static_cast<uint8_t>(eGroup))
+        nRow += t.auc[nRow];
+    return t.auc[nRow] != 0;
+}
 template <size_t N> constexpr void CheckSteps(const PassOrder &tPass, const Rows<N> &t) {
     constexpr Group aeNeeded[] = {Group::kDimmGroup, Group::kFan, Group::kCpuDomain};
-    for (const Group eGroup : aeNeeded) {
-        size_t nRow = 0;
-        while (t.auc[nRow] != 0 && t.auc[nRow + kRowGroup] != static_cast<uint8_t>(eGroup))
-            nRow += t.auc[nRow];
-        if (t.auc[nRow] == 0 && Walks(tPass, StepOf(eGroup)))
+    for (const Group eGroup : aeNeeded)
+        if (Walks(tPass, StepOf(eGroup)) && !HasRows(t, eGroup))
             step_without_the_rows_that_it_walks();
-    }
+    if ((tPass.ucCduFans != 0 && !HasRows(t, Group::kCduFan)) ||
+        (tPass.ucCduSupplies != 0 && !HasRows(t, Group::kCduSupply)))
+        step_without_the_rows_that_it_walks();
 }
 
 // ---- the constant -----------------------------------------------------------------------------------------

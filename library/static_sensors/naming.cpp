@@ -13,13 +13,11 @@ const char *PickName(Draft &tDraft, uint8_t &ucNumber) {
         return tDraft.wBoardId == kBoardSmall ? tRow.Variant() : tRow.Name();
     case Naming::kSecondGroup:
         return ucIndex == 0 ? tRow.Name() : ucIndex == 1 ? tRow.Variant() : nullptr;
-    case Naming::kLongNumber:
-        return ucNumber > 0x0F ? tRow.Variant() : tRow.Name();
     case Naming::kInletOutlet:
         ucNumber = static_cast<uint8_t>('1' + ucIndex % 2);
         return ucIndex < 2 ? tRow.Name() : tRow.Variant();
-    default: // printed straight
-        return tRow.Name();
+    default: // kLongNumber; the others are printed straight
+        return ucNumber > 0x0F ? tRow.Variant() : tRow.Name();
     }
 }
 

@@ -32,6 +32,14 @@ uint8_t StaticPass::AddEach(Group eGroup, uint8_t ucLast) {
 
 namespace {
 
+void LogCount(const StaticPass &tPass) {
+    if (tPass.Order().bShortFinalLine)
+        OXA_INFO(kModuleSdr, tPass.Unit(), tPass.Driver(), "Add%sSensor: ucCnt = %d!", tPass.ProfileName(),
+                 tPass.wCnt);
+    else
+        OXA_INFO(kModuleSdr, tPass.Unit(), tPass.Driver(), "%s: ucCnt = %d!", tPass.Driver(), tPass.wCnt);
+}
+
 StepResult RunStep(StaticPass &tPass, Step eStep) {
     switch (eStep) {
     case Step::kRackBoard:
@@ -75,23 +83,16 @@ StepResult RunStep(StaticPass &tPass, Step eStep) {
     case Step::kEnd:
         break;
     }
-    return StepResult::kGoOn;
+    LogCount(tPass);
+    return StepResult::kEndWithCount;
 }
 
 StepResult RunSteps(StaticPass &tPass) {
+    const Step *peStep = tPass.Order().aeSteps;
     StepResult eResult = StepResult::kGoOn;
-    for (const Step *peStep = tPass.Order().aeSteps; *peStep != Step::kEnd && eResult == StepResult::kGoOn;
-         ++peStep)
-        eResult = RunStep(tPass, *peStep);
+    while (eResult == StepResult::kGoOn)
+        eResult = RunStep(tPass, *peStep++);
     return eResult;
-}
-
-void LogCount(const StaticPass &tPass) {
-    if (tPass.Order().bShortFinalLine)
-        OXA_INFO(kModuleSdr, tPass.Unit(), tPass.Driver(), "Add%sSensor: ucCnt = %d!", tPass.ProfileName(),
-                 tPass.wCnt);
-    else
-        OXA_INFO(kModuleSdr, tPass.Unit(), tPass.Driver(), "%s: ucCnt = %d!", tPass.Driver(), tPass.wCnt);
 }
 
 } // namespace
@@ -105,12 +106,8 @@ void RunStaticPass(uint8_t *pucSDRRec, DevTabEntry *ptDEVTab, uint16_t *pucSenso
                   tPass.Driver());
         return;
     }
-    const StepResult eResult = RunSteps(tPass);
-    if (eResult == StepResult::kEndWithoutCount)
-        return;
-    if (eResult == StepResult::kGoOn)
-        LogCount(tPass);
-    *pucSensorCnt = tPass.wCnt;
+    if (RunSteps(tPass) == StepResult::kEndWithCount)
+        *pucSensorCnt = tPass.wCnt;
 }
 
 } // namespace oxa

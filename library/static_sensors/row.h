@@ -68,9 +68,6 @@ static_assert(kRowMaskBytes == 6 && kRowLimitBytes == 6);
 struct RowView {
     const uint8_t *puc;
 
-    uint8_t GroupByte() const {
-        return puc[kRowGroup];
-    }
     bool IsLastOfGroup() const {
         return (puc[kRowGroup] & kLastOfGroup) != 0;
     }

@@ -12,7 +12,7 @@ namespace {
 // The indexed sensors of the liquid-cooling unit; one profile announces them by their generators' names.
 void AddCduEach(StaticPass &tPass, Group eGroup, uint8_t ucLast) {
     const RowView tFirst = tPass.tProfile.FirstRow(eGroup);
-    for (uint8_t ucIndex = 1; ucIndex <= ucLast && !tFirst.IsEnd(); ++ucIndex)
+    for (uint8_t ucIndex = 1; ucIndex <= ucLast; ++ucIndex)
         for (RowView tRow = tFirst;; tRow = tRow.Next()) {
             OXA_INFO(kModuleSdr, tPass.Unit(), tPass.Driver(), "%s for CDU: ucIndex = %d, ucCnt = %d!",
                      tPass.Order().bCduNamesGenerators ? tRow.Function() : tPass.Driver(), ucIndex,

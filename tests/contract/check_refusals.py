@@ -50,6 +50,7 @@ LISTS = [
      'STATIC_TABLE(kOutletTemp, Second_, "Outlet")', "Step::kTable, Step::kDisks"),
     ("row_of_a_group_that_no_step_of_the_profile_walks", GOOD, "Step::kDisks"),
     ("step_without_the_rows_that_it_walks", GOOD, "Step::kTable, Step::kFans"), # of no line: the pass is wrong
+    ("step_without_the_rows_that_it_walks", GOOD, "Step::kTable, Step::kLiquidCooling}, .ucCduFans = {6"),
     ("First", 'STATIC_TABLE(kNoSuchKind, First, "Inlet")', "Step::kTable"),
 ]
 
