@@ -61,13 +61,14 @@ struct Fans {
 struct Backplane {
     uint8_t start_slot = 0;
     uint8_t disk_count = 0;
-    std::string location = "Front";
+    std::string location = "Front"; // 32 characters fill the field, which has no NUL then
 };
 
 struct Disks {
     bool service = true;                    // false: HalHddBackpanelInst() returns null
     bool enabled = true;                    // FruSdrInitPathChoice() returns 1
     std::optional<uint32_t> reported_count; // count word of the list when it is not backplanes.size()
+    std::optional<uint16_t> written_bytes;  // of the list; what is behind stays as the caller left it
     std::vector<Backplane> backplanes;
     std::vector<uint8_t> nvme_slots;
     std::map<uint8_t, uint8_t> conversion; // oxa_CustomSlotConversion; absent: unchanged
@@ -80,6 +81,7 @@ struct PcieSlot {
     uint8_t location = 0; // 1 = front
     std::string silk;     // e.g. "F-Slot2"
     bool present = true;  // false: this index answers -1
+    bool silk_nul = true; // false: a text that does not fit is cut without a NUL
 };
 
 struct Pcie {

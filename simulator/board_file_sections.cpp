@@ -192,7 +192,7 @@ Rules BackplaneRules(Backplane &backplane) {
     return {
         Value("start_slot", backplane.start_slot),
         Value("disk_count", backplane.disk_count),
-        Value("location", backplane.location, Text(0, HAL_HDD_LOCATION_LEN - 1)),
+        Value("location", backplane.location, Text(0, HAL_HDD_LOCATION_LEN)),
     };
 }
 
@@ -201,6 +201,7 @@ Rules DiskRules(Disks &disks) {
         Value("service", disks.service),
         Value("enabled", disks.enabled),
         Value("reported_count", disks.reported_count),
+        Value("written_bytes", disks.written_bytes, Number<uint16_t>(0, sizeof(HalHddBackpanelList))),
         NumberList("nvme_slots", disks.nvme_slots, "slot"),
         Value("power_accuracy", disks.power_accuracy),
         Map("conversion", disks.conversion, NumberKey<uint8_t>(0, 255), Number<uint8_t>()),
@@ -227,9 +228,8 @@ void CheckBackplanes(const Disks &disks, const Where &where, const toml::table &
 
 Rules PcieSlotRules(PcieSlot &slot) {
     return {
-        Required(Value("slot", slot.slot)),
-        Value("location", slot.location, NumberOr(kPcieLocations)),
-        Value("silk", slot.silk, Text(0, 63)),
+        Required(Value("slot", slot.slot)),    Value("location", slot.location, NumberOr(kPcieLocations)),
+        Value("silk", slot.silk, Text(0, 63)), Value("silk_nul", slot.silk_nul),
         Value("present", slot.present),
     };
 }
@@ -249,7 +249,7 @@ Rules PcieRules(Draft &draft) {
 void JoinPcieSlots(Draft &draft, const Where &where, const toml::table &table) {
     std::vector<PcieSlot> &slots = draft.board.pcie.slots;
     for (uint8_t number : draft.plain_pcie_slots)
-        slots.push_back({.slot = number, .location = 0, .silk = "", .present = true});
+        slots.push_back({.slot = number, .location = 0, .silk = "", .present = true, .silk_nul = true});
     std::vector<uint8_t> described;
     for (size_t i = 0; i < draft.pcie_slots.size(); ++i) {
         const PcieSlot &slot = draft.pcie_slots[i];

@@ -15,18 +15,20 @@ HalI2cClient Client(const BusClient &client) {
     return {client.bus, client.address};
 }
 
-// A text within `size` bytes, cut when it does not fit.
-int32_t GiveText(Call &call, bool present, char *out, uint32_t size, const std::string &text) {
+// A text within `size` bytes, cut when it does not fit; without `nul` the cut text fills the buffer.
+int32_t GiveText(Call &call, bool present, char *out, uint32_t size, const std::string &text,
+                 bool nul = true) {
     if (call.FailsOrNull({out}) || !present || size == 0) {
         if (out != nullptr)
             call.SpoilBuffer(out, size);
         return call.Return<int32_t>(-1);
     }
-    const size_t length = std::min<size_t>(text.size(), size - 1);
+    const size_t length = std::min<size_t>(text.size(), nul ? size - 1 : size);
     std::memcpy(out, text.data(), length);
-    out[length] = '\0';
+    if (length < size)
+        out[length] = '\0';
     call.Override(out);
-    call.SetText(out);
+    call.SetText(std::string(out, strnlen(out, size)));
     return call.Return<int32_t>(0);
 }
 
@@ -258,8 +260,13 @@ static int32_t GetBackPanelList(HalHddBackpanelList *ptList) {
         const Backplane &backplane = disks.backplanes[at];
         list.atRec[at].ucStartSlot = backplane.start_slot;
         list.atRec[at].ucDiskCnt = backplane.disk_count;
-        const size_t length = std::min<size_t>(backplane.location.size(), HAL_HDD_LOCATION_LEN - 1);
+        const size_t length = std::min<size_t>(backplane.location.size(), HAL_HDD_LOCATION_LEN);
         std::memcpy(list.atRec[at].acLocation, backplane.location.data(), length);
+    }
+    if (disks.written_bytes && ptList != nullptr) {
+        HalHddBackpanelList part = *ptList;
+        std::memcpy(&part, &list, std::min<size_t>(*disks.written_bytes, sizeof(list)));
+        list = part;
     }
     return Give(call, ptList, list);
 }
@@ -315,7 +322,8 @@ int32_t Hal_GetPcieLocationByPcieSlot(uint8_t ucSlot, uint8_t *pucLocation) {
 int32_t Hal_GetPcieSilkByPcieSlot(uint8_t ucSlot, char *pcSilk, uint32_t dwSize) {
     Call call(Id("Hal_GetPcieSilkByPcieSlot"), "slot", ucSlot, "size", dwSize);
     const PcieSlot *slot = FindSlot(ucSlot);
-    return GiveText(call, slot != nullptr, pcSilk, dwSize, slot != nullptr ? slot->silk : "");
+    return GiveText(call, slot != nullptr, pcSilk, dwSize, slot != nullptr ? slot->silk : "",
+                    slot == nullptr || slot->silk_nul);
 }
 
 int32_t GetBlueFieldS5PcieSlotNum(uint8_t *pucSlot) {

@@ -115,6 +115,11 @@ int32_t Load(Call &call, const char *path, IniFile **out) {
             call.SpoilBuffer(out, sizeof(*out));
         return call.Return<int32_t>(-1);
     }
+    if (call.rule() != nullptr && call.rule()->output) { // another handle: the file's is not given out
+        *out = nullptr;
+        call.Override(out);
+        return call.Return<int32_t>(0);
+    }
     IniFile *const handle = reinterpret_cast<IniFile *>(ini.get());
     call.state().inis[handle] = std::move(ini);
     *out = handle;

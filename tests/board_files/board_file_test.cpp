@@ -32,7 +32,6 @@ std::string ReadText(const std::string &path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-
 // ---- keys
 // --------------------------------------------------------------------------------------------------
 
@@ -148,6 +147,7 @@ TEST(DisksSection, EveryKeyReachesItsField) {
 service = false
 enabled = false
 reported_count = 40
+written_bytes = 38
 nvme_slots = ["0-2", 12, "0x10-17"]
 power_accuracy = 300
 conversion = { 1 = 11 }
@@ -165,6 +165,7 @@ location = "Rear"
     EXPECT_FALSE(disks.service);
     EXPECT_FALSE(disks.enabled);
     EXPECT_EQ(disks.reported_count, 40u);
+    EXPECT_EQ(disks.written_bytes, 38);
     EXPECT_THAT(disks.nvme_slots, ElementsAre(0, 1, 2, 12, 16, 17));
     EXPECT_EQ(disks.power_accuracy, 300u);
     EXPECT_THAT(disks.conversion, ElementsAre(Pair(1, 11)));
@@ -184,6 +185,13 @@ TEST(DisksSection, ARangeBeyond255IsLetThrough) {
     EXPECT_EQ(disks.backplanes[0].disk_count, 6);
 }
 
+TEST(DisksSection, ALocationMayFillItsField) {
+    const std::string location(32, 'x');
+    const sim::Disks disks = Load("[[disks.backplane]]\nlocation = '" + location + "'\n").disks;
+    EXPECT_EQ(disks.backplanes[0].location, location);
+    EXPECT_FALSE(disks.written_bytes);
+}
+
 TEST(PcieSection, EveryKeyReachesItsField) {
     const sim::Pcie pcie = Load(R"(
 [pcie]
@@ -194,6 +202,7 @@ s5_slot = 12
 slot = 9
 location = 1
 silk = "F-Slot2"
+silk_nul = false
 present = false
 )")
                                .pcie;
@@ -203,10 +212,12 @@ present = false
     EXPECT_EQ(pcie.slots[0].slot, 1);
     EXPECT_EQ(pcie.slots[0].location, 0);
     EXPECT_TRUE(pcie.slots[0].present);
+    EXPECT_TRUE(pcie.slots[0].silk_nul);
     EXPECT_EQ(pcie.slots[1].slot, 2);
     EXPECT_EQ(pcie.slots[2].slot, 9);
     EXPECT_EQ(pcie.slots[2].location, 1);
     EXPECT_EQ(pcie.slots[2].silk, "F-Slot2");
+    EXPECT_FALSE(pcie.slots[2].silk_nul);
     EXPECT_FALSE(pcie.slots[2].present);
 }
 

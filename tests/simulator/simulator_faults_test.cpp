@@ -77,6 +77,16 @@ TEST(Fault, WithArgumentsTheOccurrenceCountsMatchingCalls) {
     EXPECT_THAT(results, ElementsAre(0, 0, 0, -1, 0));
 }
 
+TEST(Fault, AnIniFileMayLoadWithoutAHandle) {
+    Start({});
+    AddFault({.call = "IniLoadFile", .output = 0, .succeed = true});
+    char some;
+    IniFile *ini = reinterpret_cast<IniFile *>(&some);
+    EXPECT_EQ(IniLoadFile("/var/SpecificSDRRec", &ini), 0);
+    EXPECT_EQ(ini, nullptr);
+    EXPECT_THAT(Violations(), IsEmpty()); // nothing is left open
+}
+
 TEST(Fault, GivesResultAndOutputOfAFailure) {
     Start({});
     AddFault({.call = "HAL_GetCpuMaxCount", .result = 0x77, .output = 9});

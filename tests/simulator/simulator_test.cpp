@@ -166,6 +166,32 @@ TEST(Hal, PcieIndexesStartAt1AndAbsentSlotsAnswerMinus1) {
     EXPECT_EQ(slot, 3);
 }
 
+TEST(Hal, OfTheBackplaneListAsManyBytesAreWrittenAsTheBoardSays) {
+    Board board;
+    board.disks.backplanes = {{8, 4, "Front"}, {12, 4, "Rear"}};
+    board.disks.written_bytes = 4 + 34 + 1;
+    Start(board);
+    HalHddBackpanelList list;
+    std::memset(&list, 0x77, sizeof(list));
+    ASSERT_EQ(HalHddBackpanelInst()->GetBackPanelList(&list), 0);
+    EXPECT_EQ(list.count, 2u);
+    EXPECT_STREQ(list.atRec[0].acLocation, "Front");
+    EXPECT_EQ(list.atRec[1].ucStartSlot, 12);
+    EXPECT_EQ(list.atRec[1].ucDiskCnt, 0x77);
+}
+
+TEST(Hal, ASilkTextThatDoesNotFitIsCutWithOrWithoutANul) {
+    Board board;
+    board.pcie.slots = {{.slot = 5, .silk = "12345678"}};
+    Start(board);
+    char silk[8];
+    ASSERT_EQ(Hal_GetPcieSilkByPcieSlot(5, silk, sizeof(silk)), 0);
+    EXPECT_EQ(std::string(silk, 8), std::string("1234567\0", 8));
+    CurrentBoard().pcie.slots[0].silk_nul = false;
+    ASSERT_EQ(Hal_GetPcieSilkByPcieSlot(5, silk, sizeof(silk)), 0);
+    EXPECT_EQ(std::string(silk, 8), "12345678");
+}
+
 TEST(Hal, TheBackplaneListReportsItsCountAndHoldsAtMost32) {
     Board board;
     board.disks.backplanes.assign(40, {8, 4, "Front"});
@@ -180,7 +206,7 @@ TEST(Hal, TheBackplaneListReportsItsCountAndHoldsAtMost32) {
     EXPECT_EQ(list.atRec[0].ucStartSlot, 8);
     EXPECT_EQ(list.atRec[0].ucDiskCnt, 4);
     EXPECT_STREQ(list.atRec[0].acLocation, "Front");
-    EXPECT_EQ(std::string(list.atRec[31].acLocation), std::string(31, 'x'));
+    EXPECT_EQ(std::string(list.atRec[31].acLocation, 32), std::string(32, 'x')); // no NUL
     uint8_t nvme = 0;
     EXPECT_EQ(service->CheckHddIsSupportNvme(9, &nvme), 0);
     EXPECT_EQ(nvme, 1);
