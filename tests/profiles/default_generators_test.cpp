@@ -94,6 +94,34 @@ TEST(DefaultSwitchBoard, TheFourTemperaturesAreNamedInOrder) {
         EXPECT_EQ(BuildIndexed(Default_GenSwitchBoardInOROutletTempSDR, x).record.Name(), names[x]);
 }
 
+TEST(DefaultSwitchBoard, AVoltageAbove159IsDroppedBeforeItsBusIsAskedFor) {
+    sim::Start(GeneratorBoard());
+    sim::AddFault({.call = "HAL_SWTICH_GetI2cClientByInstance"});
+    EXPECT_TRUE(BuildIndexed(Default_GenSwitchBoardVoltsSDR, 160).Untouched());
+    EXPECT_EQ(CountLine({'C', 130, kInstanceWrap}), 1u);
+    EXPECT_EQ(sim::CountCalls("HAL_SWTICH_GetI2cClientByInstance"), 0u);
+}
+
+TEST(DefaultRedundancy, AGroupAboveOneHasNoNameAndNoRecord) {
+    sim::Start(GeneratorBoard());
+    EXPECT_NE(BuildIndexed(Default_GenPSURedundantSDR, 1).result, 0);
+    for (const uint8_t group : {2, 3, 255}) {
+        const Built built = BuildIndexed(Default_GenPSURedundantSDR, group);
+        EXPECT_EQ(built.result, 0);
+        EXPECT_TRUE(built.Untouched());
+    }
+}
+
+// Six bits hold the length of a name: 255 less the two that say it is text.
+TEST(DefaultNames, ALengthThatItsByteCannotHoldDropsTheRecord) {
+    sim::Start(GeneratorBoard());
+    sim::AddFault({.call = "strnlen_s", .result = 64});
+    const Built built = BuildIndexed(Default_GenPSUPInSDR, 1);
+    EXPECT_EQ(built.result, 0);
+    EXPECT_TRUE(built.Untouched());
+    EXPECT_EQ(CountLine({'C', 130, "ucNameLen + 0xC0 may wrap!\n"}), 1u);
+}
+
 TEST(DefaultCoreVoltage, AnIndexBelowTheSilkStartIsBuiltWithoutABusClient) {
     sim::Board board = GeneratorBoard();
     board.cpus.silk_start = 4;

@@ -161,6 +161,24 @@ TEST_P(DiskNames, OnAnotherEntityNinetySixIsSubtractedButByPellago) {
     Expect(GetParam(), top, 10, subtracts ? Renamed(top, 164, name(164)) : Renamed(top, 250, name(250)));
 }
 
+TEST_P(DiskNames, ANameThatCannotBePrintedLeavesTheRecordAsItIs) {
+    sim::Start({});
+    sim::AddFault({.call = "snprintf_s"});
+    Expect(GetParam(), Compact(3), 2, Compact(3));
+    Expect(GetParam(), Full(3, 4, "NVME_TEMP_03"), 2, Full(3, 4, "NVME_TEMP_03"));
+}
+
+// The copy that fails leaves rubbish in the name; lengths and instance stay.
+TEST_P(DiskNames, ANameThatCannotBeCopiedLeavesTheLengthsAndTheInstance) {
+    sim::Start({});
+    sim::AddFault({.call = "memcpy_s"});
+    Bytes compact = Compact(3), full = Full(3, 4, "NVME_TEMP_03");
+    std::fill_n(compact.begin() + 32, 16, uint8_t{0xA5});
+    std::fill_n(full.begin() + 48, 16, uint8_t{0xA5});
+    Expect(GetParam(), Compact(3), 2, compact);
+    Expect(GetParam(), Full(3, 4, "NVME_TEMP_03"), 2, full);
+}
+
 TEST_P(DiskNames, OnlyTheWholePrefixCounts) {
     const std::string temp = GetParam().temp;
     sim::Start({});

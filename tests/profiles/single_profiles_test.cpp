@@ -326,6 +326,18 @@ TEST(KestrinDisks, TheSilkNumberIsPrintedWhereItDiffersAndTheInstanceStaysTheSlo
     EXPECT_EQ(outcome.CountName("HDD3_Status"), 1u);
 }
 
+TEST(KestrinDisks, ANumberThatDiffersFromTheSlotIsNotConvertedAgain) {
+    sim::Board board = BaseBoard();
+    board.disks.backplanes = {{1, 1, "Front"}};
+    board.disks.nvme_slots = {1};
+    board.disks.silk = {{1, 21}};
+    board.disks.conversion = {{1, 31}, {21, 41}};
+    const Outcome outcome = RunPass(OXA_AddKestrinStaticSensor, board);
+    EXPECT_EQ(outcome.CountName("HDD21_Status"), 1u);
+    EXPECT_EQ(outcome.CountName("NVME21_Temp"), 1u);
+    EXPECT_EQ(sim::CountCalls("oxa_CustomSlotConversion"), 0u);
+}
+
 TEST(KestrinFans, PresentIsShortenedWhenItDoesNotFit) {
     sim::Board board = BaseBoard();
     board.fans = {.count = 3, .silk = {9, 15, 16}};

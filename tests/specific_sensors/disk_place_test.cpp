@@ -151,4 +151,19 @@ TEST_F(DiskPlace, TheQuestionLeavesTheImageOfTheStoreAlone) {
         ASSERT_EQ(byte, 0x5A);
 }
 
+// 32 characters fill the platform's field; the line tells those that a NUL leaves room for.
+TEST_F(DiskPlace, ALocationWithoutNulIsToldToItsLastCharacterButOneAndIsTheRear) {
+    Backplanes({{0, 4, "Front_of_a_name_that_has_no_end!"}});
+    EXPECT_EQ(getNvmeFrontInfo(1), 5);
+    EXPECT_THAT(LogLines(), ElementsAre(Looked(0, 0, 4, "Front_of_a_name_that_has_no_end")));
+}
+
+TEST_F(DiskPlace, ABackplaneThatIsCountedButNotWrittenHoldsNoSlot) {
+    sim::Board board;
+    board.disks.backplanes = {{4, 2, "Front"}, {8, 2, "Front"}};
+    board.disks.written_bytes = 4 + 34;
+    sim::Start(board);
+    EXPECT_EQ(FrontSlots(0, 20), Range(4, 5));
+}
+
 } // namespace

@@ -79,6 +79,13 @@ TEST_F(SavingTheFruId, AFileThatCannotBeLoadedGivesMinusOne) {
     EXPECT_FALSE(sim::FileExists(kIdFile));
 }
 
+TEST_F(SavingTheFruId, ASuccessWithoutAHandleGivesMinusOne) {
+    sim::AddFault({.call = "OXA_IniLoadFile", .output = 0, .succeed = true});
+    EXPECT_EQ(SavePurchaseCardFruId(0x010B, "HyperCard", 3, 36), -1);
+    EXPECT_THAT(Lines(), ElementsAre("info 42 SavePurchaseCardFruId: OXA_IniLoadFile is fail!!!\n"));
+    EXPECT_THAT(IniCalls(), ElementsAre(kLoadCall));
+}
+
 TEST_F(SavingTheFruId, AnUnknownTypeGivesMinusOneAndWritesNothing) {
     EXPECT_EQ(SavePurchaseCardFruId(kUnknownCard, "HyperCard", 3, 36), -1);
     EXPECT_THAT(Lines(),
@@ -295,6 +302,13 @@ TEST_F(LoadingTheFruId, OfSeveralNullArgumentsTheFirstIsTold) {
 
 TEST_F(LoadingTheFruId, AFileThatCannotBeLoadedGivesMinusOne) {
     Fail("OXA_IniLoadFile");
+    EXPECT_EQ(Load(0x010B, "HyperCard"), kFailed);
+    EXPECT_THAT(Lines(), ElementsAre(Debug("LoadIniFile is fail!!!\n")));
+    EXPECT_THAT(IniCalls(), ElementsAre(kLoadCall));
+}
+
+TEST_F(LoadingTheFruId, ASuccessWithoutAHandleGivesMinusOne) {
+    sim::AddFault({.call = "OXA_IniLoadFile", .output = 0, .succeed = true});
     EXPECT_EQ(Load(0x010B, "HyperCard"), kFailed);
     EXPECT_THAT(Lines(), ElementsAre(Debug("LoadIniFile is fail!!!\n")));
     EXPECT_THAT(IniCalls(), ElementsAre(kLoadCall));

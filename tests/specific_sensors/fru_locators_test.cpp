@@ -52,6 +52,15 @@ TEST_F(PsuLocator, IsNamedAlikeInEveryOtherProfile) {
     }
 }
 
+// A name counts 16 characters at most, whatever its length is said to be.
+TEST_F(PsuLocator, ANameWhoseLengthIsBeyondTheBoundCountsSixteenCharacters) {
+    sim::AddFault({.call = "strnlen_s", .result = 17});
+    const Built built = BuildPsu(1);
+    EXPECT_EQ(built.length, 32);
+    EXPECT_EQ(built.record[4], 27);    // 11 and the name
+    EXPECT_EQ(built.record[15], 0xD0); // text of 16 characters
+}
+
 TEST_F(PsuLocator, OfPsu1IsThisRecord) {
     const Built built = BuildPsu(1);
     EXPECT_EQ(built.length, 24);

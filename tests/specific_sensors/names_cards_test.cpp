@@ -230,4 +230,13 @@ TEST_F(CardNames, ANullQueryOrRowGivesZeroAndOneErrorEach) {
     }
 }
 
+TEST_F(CardNames, ARowWithoutEntriesGivesZeroAndAnError) {
+    SnrQuery query = Query(0x0100, 99, 0, "LEFT");
+    const CardSnrRow row = {0x0100, 99, 1, nullptr};
+    EXPECT_EQ(getNameInfo(&query, 4, &row), 0);
+    EXPECT_EQ(Name(query), "LEFT");
+    EXPECT_THAT(LogLines(), testing::ElementsAre(
+                                "error 42 getNameInfo: getNameInfo failed! The input parameter is null."));
+}
+
 } // namespace

@@ -37,6 +37,17 @@ TEST_F(FrontSlot, TheNumberIsReadFromTheSilkTextInBase10) {
     }
 }
 
+// 32 characters fill the buffer: the number is read up to the last of them and no further.
+TEST_F(FrontSlot, ASilkTextWithoutNulIsReadToTheEndOfItsBuffer) {
+    AddSlot(5, "F-Slot" + std::string(24, '0') + "1234");
+    uint8_t number = 99;
+    EXPECT_EQ(getFSlotInfo(5, &number), 0);
+    EXPECT_EQ(number, 1); // 31 characters and the NUL
+    sim::CurrentBoard().pcie.slots[0].silk_nul = false;
+    EXPECT_EQ(getFSlotInfo(5, &number), 0);
+    EXPECT_EQ(number, 12);
+}
+
 TEST_F(FrontSlot, OnlyLocation1IsTheFront) {
     for (int location = 0; location < 256; ++location) {
         Board(CUSTOM_ID_DEFAULT);

@@ -132,6 +132,13 @@ TEST_F(RecordFileWriter, AFileThatCannotBeLoadedIsLeftAsItIs) {
     EXPECT_EQ(TextOf(kRecordFile), "[PSU_3]\nsdrRecId=77\nPresence=1\n");
 }
 
+TEST_F(RecordFileWriter, ASuccessWithoutAHandleIsAFileThatCannotBeLoaded) {
+    sim::AddFault({.call = "IniLoadFile", .output = 0, .succeed = true});
+    SDR_UpdateSpecificSDRRecFile(10, 3, 77, 1);
+    EXPECT_THAT(Lines(), ElementsAre(WriterLine("a, 3, 77"), kNotWritten));
+    EXPECT_THAT(IniCalls(), ElementsAre(kLoadCall));
+}
+
 TEST_F(RecordFileWriter, AnUnsupportedClassIsOnlyToldOnceTheFileIsLoaded) {
     Fail("IniLoadFile");
     SDR_UpdateSpecificSDRRecFile(12, 3, 7, 1);
@@ -283,6 +290,14 @@ TEST_F(RecordFileReader, AFileThatCannotBeLoadedIsAnErrorAndGives0) {
     EXPECT_THAT(Lines(), ElementsAre(ReaderLine("a, 3, 0"), kNotRead, ReaderLine("b, 3, 0"), kNotRead));
     EXPECT_THAT(IniCalls(), ElementsAre(kLoadCall, kLoadCall));
     EXPECT_EQ(TextOf(kRecordFile), "[PSU_3]\nsdrRecId=77\nPresence=1\n");
+}
+
+TEST_F(RecordFileReader, ASuccessWithoutAHandleIsAnErrorAndGives0) {
+    Put(kRecordFile, "[PSU_3]\nsdrRecId=77\nPresence=1\n");
+    sim::AddFault({.call = "IniLoadFile", .output = 0, .succeed = true});
+    EXPECT_EQ(SDR_GetSepcificFruSDRRecID(10, 3), 0);
+    EXPECT_THAT(Lines(), ElementsAre(ReaderLine("a, 3, 0"), kNotRead));
+    EXPECT_THAT(IniCalls(), ElementsAre(kLoadCall));
 }
 
 TEST_F(RecordFileReader, ADirectoryInPlaceOfTheFileIsAnErrorAndGives0) {

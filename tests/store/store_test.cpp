@@ -247,6 +247,15 @@ TEST_F(ExtendedStore, AFileThatCannotBeEmptiedStillEndsInCloseUnlockAndZero) {
     EXPECT_EQ(sim::CountCalls("OAL_SemUnLockByKey"), 1u);
 }
 
+TEST_F(ExtendedStore, AFileThatCannotBeEmptiedKeepsItsOldContent) {
+    const Bytes old(128, 0x11), content(64, 0x42);
+    sim::WriteFile("/var/tmp/extSDR.dat", old);
+    Fail("ftruncate");
+    EXPECT_EQ(writeExtSDRFile(content.data(), 64), 0);
+    EXPECT_EQ(sim::ReadFile("/var/tmp/extSDR.dat"), old);
+    EXPECT_EQ(sim::CountCalls("sigwrap_write"), 0u);
+}
+
 TEST_F(ExtendedStore, ADirectoryInPlaceOfTheFileIsAnOpenFailure) {
     std::filesystem::create_directories(sim::RealPath(kSdrFile));
     uint8_t data[4];
