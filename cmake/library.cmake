@@ -20,6 +20,9 @@ target_compile_options(oxa_objects PRIVATE
 if(NOT OXA_SANITIZE)
   target_compile_options(oxa_objects PRIVATE -fno-unwind-tables -fno-asynchronous-unwind-tables)
 endif()
+if(OXA_COVERAGE)
+  target_compile_options(oxa_objects PRIVATE ${OXA_COVERAGE})
+endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT OXA_SANITIZE)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # Stack frames and call graph of every unit, for the stack budget.  ccache does not keep these files.
@@ -31,7 +34,10 @@ endif()
 add_library(oxaspecificsensorinfo SHARED $<TARGET_OBJECTS:oxa_objects>)
 target_link_libraries(oxaspecificsensorinfo PUBLIC oxa_headers)
 set_target_properties(oxaspecificsensorinfo PROPERTIES LINKER_LANGUAGE C)
-if(NOT OXA_SANITIZE)
+if(OXA_COVERAGE)
+  # The counters are set up when the object is loaded and written when the program ends: it has start files.
+  target_link_options(oxaspecificsensorinfo PRIVATE -fprofile-instr-generate)
+elseif(NOT OXA_SANITIZE)
   target_link_options(oxaspecificsensorinfo PRIVATE
     -nostartfiles
     -Wl,--gc-sections,-z,relro,-z,now,-z,noexecstack,-Bsymbolic-functions,--hash-style=gnu)

@@ -9,6 +9,8 @@
 #include <iostream>
 #include <sstream>
 
+#include "support/child.h"
+
 namespace faults {
 
 namespace {
@@ -145,8 +147,7 @@ int RunApart(const Scenario &scenario, const std::string &root, uint64_t k, bool
     const pid_t child = fork();
     if (child == 0) {
         const int end = RunOne(scenario, root, k, from_then_on);
-        std::fflush(nullptr);
-        _exit(end);
+        tests::EndChild(end);
     }
     int status = 0;
     if (child < 0 || waitpid(child, &status, 0) != child)

@@ -23,6 +23,7 @@
 #include "oxa/store.h"
 #include "simulator/simulator.h"
 #include "support/bytes.h"
+#include "support/child.h"
 #include "support/log_lines.h"
 #include "support/record_differ.h"
 
@@ -173,8 +174,7 @@ template <class Work> void Apart(const std::string &what, const Work &work) {
         SCOPED_TRACE(what);
         work();
         EXPECT_THAT(sim::Violations(), testing::IsEmpty());
-        std::fflush(nullptr);
-        _exit(testing::Test::HasFailure() ? 1 : 0);
+        tests::EndChild(testing::Test::HasFailure() ? 1 : 0);
     }
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);
