@@ -106,6 +106,20 @@ TEST_F(ThresholdDamage, AnEntryThatIsCutBehindItsNameHasAMaskOfZero) {
     EXPECT_THAT(Written(), ElementsAreArray(CannotModify("INPUT_TEMP", 0, 0x38)));
 }
 
+TEST_F(ThresholdDamage, TheNextSaveOfASensorPutsTheZeroBackIntoByte25OfItsEntry) {
+    Bytes image = Image(kId, {{"INPUT_TEMP", {60, 55, 50, 1, 2, 3}, 0x38}});
+    image[EntryAt(0) + 25] = 0x5A;
+    EXPECT_TRUE(Start(image, kId));
+    const char name[17] = "INPUT_TEMP";
+    const uint8_t eight[] = {61, 56, 51, 4, 5, 6, 7, 8};
+    SaveSdrThresholdInfoInFile(name, eight, 0x3F);
+    std::copy(std::begin(eight), std::end(eight), image.begin() + EntryAt(0) + 17);
+    image[EntryAt(0) + 25] = 0;
+    image[EntryAt(0) + 26] = 0x3F;
+    EXPECT_EQ(Live(), image);
+    EXPECT_EQ(sim::ReadFile(kFile), image);
+}
+
 // What one changed byte does: at the start, to the record of its entry, and to the next save.
 class EveryByte : public ThresholdDamage, public testing::WithParamInterface<int> {
 protected:
