@@ -70,11 +70,15 @@ struct State {
     uint64_t fail_at = 0; // 0: off
     bool fail_from_then_on = false;
     uint64_t failable = 0;
+    uint64_t calls = 0, die_at_call = 0; // 0: off
+    uint64_t writes = 0, die_in_write = 0;
+    double share_of_last_write = 0;
     bool fault_hit = false;
     CallCounter counters[kCallCount] = {};
 
     bool tracing = true;
     bool trace_bounded = false;
+    size_t trace_limit = 0; // 0: none
     std::vector<Event> trace;
     std::vector<std::string> violations;
 
@@ -92,6 +96,7 @@ struct State {
     Guarded guarded;
 
     void Violate(std::string text);
+    void Record(Event event);
     void Note(std::string text);
 };
 State &TheState();
@@ -265,6 +270,12 @@ V Lookup(const std::map<K, V> &map, const std::type_identity_t<K> &key, V absent
     const auto found = map.find(key);
     return found == map.end() ? absent : found->second;
 }
+
+// ---- sudden death -------------------------------------------------------------------------------
+
+[[noreturn]] void Die();
+// Counts a write; how many bytes of it still come when the process is to die in it.
+std::optional<size_t> LastBytes(State &state, size_t size);
 
 // ---- files under the root -----------------------------------------------------------------------
 

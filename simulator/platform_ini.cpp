@@ -174,6 +174,10 @@ int32_t IniSaveFile(IniFile *ptIni, const char *pcPath) {
     if (fails || ini == nullptr)
         return call.Return<int32_t>(-1);
     const std::string text = Print(*ini);
+    if (const auto last = LastBytes(call.state(), text.size())) {
+        WriteWhole(RealPath(pcPath), {text.begin(), text.begin() + static_cast<std::ptrdiff_t>(*last)});
+        Die();
+    }
     return call.Return<int32_t>(WriteWhole(RealPath(pcPath), {text.begin(), text.end()}) ? 0 : -1);
 }
 

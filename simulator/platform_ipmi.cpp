@@ -97,10 +97,21 @@ std::optional<uint16_t> Refusal(Call &call, const char *command, const IpmiLocal
     return std::nullopt;
 }
 
+// 0 and FFFFh name no record, and an id that is in use is not given twice.
+uint16_t FreeId(State &state) {
+    const auto used = [&state](uint16_t id) {
+        return std::any_of(state.repository.begin(), state.repository.end(),
+                           [id](const RepositoryRecord &record) { return record.id == id; });
+    };
+    while (state.next_record_id == 0 || state.next_record_id == 0xFFFF || used(state.next_record_id))
+        ++state.next_record_id;
+    return state.next_record_id;
+}
+
 Outcome StoreSdr(State &state, std::span<const uint8_t> sdr, std::optional<Outcome> at_bmc) {
     if (!at_bmc && state.repository.size() >= state.board.sdr_limit)
         return {kOutOfSpace, 0};
-    const Outcome outcome = at_bmc.value_or(Outcome{0, state.next_record_id});
+    const Outcome outcome = at_bmc ? *at_bmc : Outcome{0, FreeId(state)};
     if (outcome.code == 0) {
         ++state.next_record_id;
         state.repository.push_back({outcome.record_id, {sdr.begin(), sdr.end()}});

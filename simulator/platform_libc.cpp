@@ -82,6 +82,11 @@ size_t fwrite(const void *buffer, size_t size, size_t count, FILE *stream) {
         call.SetErrno(call.FaultErrno(EIO));
         return call.Return<size_t>(0);
     }
+    if (const auto last = LastBytes(call.state(), size * count)) {
+        WriteLocked(buffer, 1, *last, stream);
+        std::fflush(stream);
+        Die();
+    }
     const size_t done = WriteLocked(buffer, size, count, stream);
     call.SetErrno(errno);
     return call.Return(done);

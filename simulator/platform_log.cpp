@@ -77,7 +77,7 @@ void Line(Call &call, const char *name, Level level, uint32_t module, const char
     event.line = line;
     event.function = function != nullptr ? function : "";
     event.text = Print(format, list);
-    call.state().trace.push_back(std::move(event));
+    call.state().Record(std::move(event));
 }
 
 // "[file:line]" with a source file of the library.
@@ -102,7 +102,7 @@ void Channel(Call &call, Kind kind, uint32_t level, const char *format, va_list 
     // an assertion on the channel stands by itself
     if (kind == Kind::kDebug && !HasPrefix(event.text) && !event.text.starts_with("assertion failed: "))
         call.state().Violate("debug line without \"[file:line]\": " + event.text);
-    call.state().trace.push_back(std::move(event));
+    call.state().Record(std::move(event));
 }
 
 } // namespace
@@ -159,7 +159,7 @@ void sspFailedStat(const char *pcFile, uint32_t dwLine) {
         event.kind = Kind::kStat;
         event.file = pcFile != nullptr ? pcFile : "";
         event.line = dwLine;
-        state.trace.push_back(std::move(event));
+        state.Record(std::move(event));
     }
 }
 

@@ -100,6 +100,10 @@ int32_t sigwrap_write(int32_t sdwFd, const void *pvBuf, uint32_t dwLen) {
     Call call(Id("sigwrap_write"), "file", FileOf{.descriptor = sdwFd}, "len", dwLen);
     if (call.FailsOrNull({pvBuf}) || !IsOpen(call, "sigwrap_write", sdwFd))
         return FileError(call, EIO);
+    if (const auto last = LastBytes(call.state(), dwLen)) {
+        [[maybe_unused]] const ssize_t part = write(sdwFd, pvBuf, *last);
+        Die();
+    }
     const ssize_t put = write(sdwFd, pvBuf, dwLen);
     if (put < 0 || static_cast<size_t>(put) != dwLen) {
         call.SetErrno(put < 0 ? errno : ENOSPC);

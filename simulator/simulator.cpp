@@ -26,18 +26,26 @@ void State::Violate(std::string text) {
         violations.push_back(std::move(text));
 }
 
+void State::Record(Event event) {
+    if (trace_limit != 0 && trace.size() >= 2 * trace_limit)
+        trace.erase(trace.begin(), trace.end() - static_cast<std::ptrdiff_t>(trace_limit));
+    trace.push_back(std::move(event));
+}
+
 void State::Note(std::string text) {
     if (tracing) {
         Event event;
         event.kind = Kind::kNote;
         event.text = std::move(text);
-        trace.push_back(std::move(event));
+        Record(std::move(event));
     }
 }
 
 // ---- the frame around a platform function -------------------------------------------------------
 
 void Call::Enter() {
+    if (++state_.calls == state_.die_at_call) [[unlikely]]
+        Die();
     CallCounter &counter = state_.counters[id_];
     ++counter.since_start;
     ++counter.since_clear;
@@ -137,7 +145,7 @@ Call::~Call() {
         event.result = result_;
         event.failed = fails_;
         event.text = std::move(text_);
-        state_.trace.push_back(std::move(event));
+        state_.Record(std::move(event));
     }
     lock_.unlock();
     errno = errno_;
@@ -157,6 +165,8 @@ void Start(Board board) {
         state.faults.clear();
         state.fail_at = 0;
         state.failable = 0;
+        state.calls = state.die_at_call = 0;
+        state.writes = state.die_in_write = 0;
         state.fault_hit = false;
         std::fill(std::begin(state.counters), std::end(state.counters), CallCounter{});
         state.trace.clear();
@@ -265,6 +275,12 @@ void SetTracing(bool on) {
     State &state = TheState();
     const std::lock_guard lock(state.mutex);
     state.tracing = on;
+}
+
+void SetTraceLimit(size_t events) {
+    State &state = TheState();
+    const std::lock_guard lock(state.mutex);
+    state.trace_limit = events;
 }
 
 void SetTraceBounded(bool on) {

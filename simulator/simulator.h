@@ -99,6 +99,8 @@ const std::vector<Event> &Trace();
 void ClearTrace();
 // Off for benchmarks: nothing is recorded, and lines are not printed, so their texts are not checked.
 void SetTracing(bool on);
+// Keeps the latest events only, at least so many of them and at most twice as many; 0: all.  For runs without end.
+void SetTraceLimit(size_t events);
 // The bounded memory and string functions are left out of the trace unless asked for; faults count them
 // always.
 void SetTraceBounded(bool on);
@@ -112,6 +114,16 @@ std::vector<std::string> LogTexts(Level level);
 size_t CountCalls(const std::string &function); // calls of one platform function since Start or ClearTrace,
                                                 // traced or not
 size_t CountText(const std::string &text);      // log, debug and audit lines with exactly this text
+
+// ---- sudden death -------------------------------------------------------------------------------
+// The process kills itself (SIGKILL), as if somebody else had done it at that very moment.  Both settings end with
+// Start.
+
+// Before the k-th platform call since Start (1-based; every function counts, log lines too) does anything; 0: off.
+void DieAtCall(uint64_t k);
+// In the k-th write of the library's files since Start (1-based), when this share of its bytes (0 to 1) has come; an
+// INI file and a file of the extended store are empty by then.  0: off.
+void DieInWrite(uint64_t k, double share);
 
 // ---- invariants ---------------------------------------------------------------------------------
 // A failure statistic directly before every error line, of the same file and line, and nowhere else; sessions, INI handles, files and

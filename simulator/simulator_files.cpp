@@ -86,7 +86,8 @@ void MakeParents(const std::string &real_path) {
 }
 
 std::optional<std::vector<uint8_t>> ReadWhole(const std::string &real_path, int &error) {
-    const int descriptor = open(real_path.c_str(), O_RDONLY | O_CLOEXEC);
+    const int descriptor =
+        open(real_path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC); // not for ever on a pipe
     if (descriptor < 0) {
         error = errno;
         return std::nullopt;
@@ -103,7 +104,8 @@ std::optional<std::vector<uint8_t>> ReadWhole(const std::string &real_path, int 
 
 bool WriteWhole(const std::string &real_path, const std::vector<uint8_t> &bytes) {
     MakeParents(real_path);
-    const int descriptor = open(real_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0664);
+    const int descriptor =
+        open(real_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0664);
     if (descriptor < 0)
         return false;
     size_t done = 0;

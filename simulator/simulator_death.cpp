@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// Sudden death: the process is killed between two platform calls or in the middle of a write, where a kill from outside
+// would hardly ever hit.
+#include <csignal>
+#include <unistd.h>
+
+#include "simulator/internal.h"
+
+namespace sim {
+
+void Die() {
+    for (;;)
+        kill(getpid(), SIGKILL);
+}
+
+std::optional<size_t> LastBytes(State &state, size_t size) {
+    if (++state.writes != state.die_in_write)
+        return std::nullopt;
+    return std::min(size, static_cast<size_t>(static_cast<double>(size) * state.share_of_last_write));
+}
+
+void DieAtCall(uint64_t k) {
+    State &state = TheState();
+    const std::lock_guard lock(state.mutex);
+    state.die_at_call = k;
+}
+
+void DieInWrite(uint64_t k, double share) {
+    State &state = TheState();
+    const std::lock_guard lock(state.mutex);
+    state.die_in_write = k;
+    state.share_of_last_write = share;
+}
+
+} // namespace sim
