@@ -13,6 +13,7 @@
 
 #include "workbench/commands.h"
 #include "workbench/errors.h"
+#include "workbench/input.h"
 #include "workbench/json.h"
 #include "workbench/output.h"
 #include "workbench/sel_calls.h"
@@ -45,14 +46,10 @@ struct DecodedRecord {
 
 // ---- reading ---------------------------------------------------------------------------------------
 
-std::string ReadAll(std::istream &stream) {
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
-
 // A file, "-", or bytes given on the command line.
 std::vector<InputRecord> ReadInputs(const std::vector<std::string> &inputs) {
     if (inputs.empty() || (inputs.size() == 1 && inputs[0] == "-"))
-        return ReadRecords(ReadAll(std::cin), "standard input");
+        return ReadRecords(ReadAllOf(std::cin, "standard input"), "standard input");
     struct stat facts {};
     if (inputs.size() == 1 && stat(inputs[0].c_str(), &facts) == 0) {
         if (S_ISDIR(facts.st_mode))
@@ -60,7 +57,7 @@ std::vector<InputRecord> ReadInputs(const std::vector<std::string> &inputs) {
         std::ifstream file(inputs[0], std::ios::binary);
         if (!file)
             throw InputError(inputs[0] + ": " + std::strerror(errno));
-        return ReadRecords(ReadAll(file), inputs[0]);
+        return ReadRecords(ReadAllOf(file, inputs[0]), inputs[0]);
     }
     const std::string text = Join(inputs, " ");
     if (text.find_first_not_of("0123456789abcdefABCDEFxXhH ,:-") != std::string::npos)

@@ -116,7 +116,7 @@ void DecodeHead(const Parser &p, Decoded &d) {
            &d.auto_rearm, &d.entity_ignore);
     char name[IPMI_SDR_MAX_SENSOR_NAME_LENGTH + 1] = {};
     p.Call(ipmi_sdr_parse_id_string, name, static_cast<unsigned>(IPMI_SDR_MAX_SENSOR_NAME_LENGTH));
-    d.name = name;
+    d.name = Printable(name);
 }
 
 void DecodeStates(const Parser &p, Decoded &d) {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <set>
 
 #include "workbench/errors.h"
 #include "workbench/text.h"
@@ -17,7 +18,6 @@ constexpr uint8_t kNotPresent = 0xCB;
 constexpr uint16_t kNone = 0xFFFF; // record id after the last record
 constexpr size_t kHeader = 5;      // of a record: id, version, type, length
 constexpr size_t kMostAtOnce = 32; // bytes of a record in one answer
-constexpr size_t kMostRecords = 4096;
 
 // A session; Ask gives the data behind the completion code.
 class Reader {
@@ -29,22 +29,35 @@ public:
             throw SetError("BMC: no session: " + reason);
     }
 
-    // Nothing: there is no such record.
-    std::vector<uint8_t> Ask(uint8_t command, const std::vector<uint8_t> &data, size_t at_least) {
+    // Nothing: there is no such record.  What comes behind the bytes that were asked for is not believed.
+    std::vector<uint8_t> Ask(uint8_t command, const std::vector<uint8_t> &data, size_t wanted) {
         std::string reason;
         const auto answer = session_->Send(kStorage, command, data, reason);
         if (!answer)
             throw SetError("BMC " + name_ + ": no answer to command " + Hex(command) + ": " + reason);
         if ((*answer)[0] == kNotPresent)
             return {};
-        if ((*answer)[0] != 0 || answer->size() < at_least + 1)
+        if ((*answer)[0] != 0)
             throw SetError("BMC " + name_ + ": command " + Hex(command) + " is answered with code " +
                            Hex((*answer)[0]));
-        return {answer->begin() + 1, answer->end()};
+        if (answer->size() < wanted + 1)
+            throw SetError("BMC " + name_ + ": command " + Hex(command) + " is answered with " +
+                           std::to_string(answer->size() - 1) + " bytes instead of " +
+                           std::to_string(wanted));
+        return {answer->begin() + 1, answer->begin() + 1 + static_cast<long>(wanted)};
+    }
+
+    // The id behind the record that was just read; one that came before has no end.
+    uint16_t Follow(uint16_t id, const char *what) {
+        if (id != kNone && !seen_.insert(id).second)
+            throw SetError("BMC " + name_ + ": its " + what + " runs in a circle at id " +
+                           std::to_string(id));
+        return id;
     }
 
 private:
     std::string name_;
+    std::set<uint16_t> seen_;
     std::unique_ptr<sim::BmcSession> session_;
 };
 
@@ -72,9 +85,12 @@ std::vector<uint8_t> GetSdr(Reader &reader, uint16_t reservation, uint16_t id, s
 
 std::vector<sim::RepositoryRecord> ReadRepositoryOf(const sim::Bmc &bmc) {
     Reader reader(bmc);
-    const uint16_t reservation = Word(reader.Ask(kReserveRepository, {}, 2));
+    const std::vector<uint8_t> reserved = reader.Ask(kReserveRepository, {}, 2);
+    if (reserved.empty())
+        throw SetError("BMC: its repository gives no reservation");
+    const uint16_t reservation = Word(reserved);
     std::vector<sim::RepositoryRecord> out;
-    for (uint16_t id = 0; id != kNone && out.size() < kMostRecords;) {
+    for (uint16_t id = 0; id != kNone;) {
         const std::vector<uint8_t> head = GetSdr(reader, reservation, id, 0, kHeader);
         if (head.empty())
             break; // an empty repository
@@ -89,7 +105,7 @@ std::vector<sim::RepositoryRecord> ReadRepositoryOf(const sim::Bmc &bmc) {
             record.bytes.insert(record.bytes.end(), piece.begin() + 2, piece.end());
         }
         out.push_back(std::move(record));
-        id = Word(head);
+        id = reader.Follow(Word(head), "repository");
     }
     return out;
 }
@@ -99,13 +115,13 @@ std::vector<BmcEvent> ReadEventLogOf(const sim::Bmc &bmc) {
     constexpr uint8_t kWhole = 0xFF;
     Reader reader(bmc);
     std::vector<BmcEvent> out;
-    for (uint16_t id = 0; id != kNone && out.size() < kMostRecords;) {
+    for (uint16_t id = 0; id != kNone;) {
         const auto answer = reader.Ask(kGetSelEntry, {0, 0, Low(id), High(id), 0, kWhole}, 2 + kRecord);
         if (answer.empty())
             break;
         out.push_back({static_cast<uint16_t>(answer[2] | answer[3] << 8),
                        {answer.begin() + 2, answer.begin() + 2 + kRecord}});
-        id = Word(answer);
+        id = reader.Follow(Word(answer), "event log");
     }
     return out;
 }

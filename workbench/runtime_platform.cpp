@@ -2,11 +2,12 @@
 #include "workbench/runtime_platform.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "simulator/board_file.h"
 #include "workbench/errors.h"
+#include "workbench/input.h"
 #include "workbench/output.h"
 #include "workbench/runtime_records.h"
 #include "workbench/static_set.h"
@@ -71,12 +72,13 @@ std::string RepositoryPath(const std::string &root, bool at_bmc) {
 }
 
 RepositoryState LoadRepository(const std::string &path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    if (!file)
+    std::error_code ignored;
+    std::ifstream file;
+    if (std::filesystem::is_regular_file(path, ignored)) // a pipe would be waited for
+        file.open(path, std::ios::binary);
+    if (!file.is_open())
         throw InputError(path + ": cannot be read");
-    const std::string bytes = content.str();
+    const std::string bytes = ReadAllOf(file, path);
     RepositoryState state;
     for (size_t at = 0; at < bytes.size();) {
         const size_t size = SizeAt(path, bytes, at, state.records.size() + 1);

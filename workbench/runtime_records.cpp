@@ -41,7 +41,7 @@ void ReadLocator(RecordView &view) {
         ipmi_sdr_parse_device_id_string(context.get(), view.bytes.data(), size, name, sizeof name - 1) >= 0;
     if (!read)
         Refuse(view, std::string("libfreeipmi: ") + ipmi_sdr_ctx_errormsg(context.get()));
-    view.name = name;
+    view.name = Printable(name);
 }
 
 void ReadSensor(RecordView &view) {

@@ -5,7 +5,8 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+
+#include "workbench/input.h"
 
 namespace workbench {
 
@@ -19,10 +20,9 @@ toml::table LoadToml(const std::string &path, const std::string &example) {
     std::ifstream file(path, std::ios::binary);
     if (!file)
         sim::rules::Fail(where, 0, std::string("cannot be read (") + std::strerror(errno) + ")", right);
-    std::ostringstream text;
-    text << file.rdbuf();
+    const std::string text = ReadAllOf(file, path);
     try {
-        return toml::parse(text.str(), path);
+        return toml::parse(text, path);
     } catch (const toml::parse_error &error) {
         sim::rules::Fail(where, error.source().begin.line, "broken TOML: " + std::string(error.description()),
                          "write key = value, [table] and [[table]] lines");

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include "workbench/errors.h"
+#include "workbench/input.h"
 #include "workbench/json.h"
 #include "workbench/text.h"
 
@@ -22,9 +23,7 @@ std::string ReadWholeFile(const std::string &path) {
     if (stat(path.c_str(), &info) != 0 || S_ISDIR(info.st_mode) || !file)
         throw InputError("'" + path + "' is neither a profile (" + AvailableProfiles() +
                          "), PROFILE@BOARD, nor a file that can be read");
-    std::ostringstream content;
-    content << file.rdbuf();
-    return content.str();
+    return ReadAllOf(file, path);
 }
 
 std::string Where(const std::string &path, size_t number) {

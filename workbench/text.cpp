@@ -9,6 +9,13 @@
 #include <numeric>
 
 namespace workbench {
+
+std::string Printable(std::string text) {
+    for (char &c : text)
+        if (c < ' ' || c > '~')
+            c = '?';
+    return text;
+}
 namespace {
 
 std::string Lower(std::string text) {

@@ -11,6 +11,9 @@
 
 namespace workbench {
 
+// A text of foreign bytes as it may go to a terminal or into JSON: what is not printable ASCII is a question mark.
+std::string Printable(std::string text);
+
 std::string FormatNumber(double value);               // "2.35", "-40", "12000"
 std::string Hex(unsigned value, unsigned digits = 2); // "0x0B"
 std::string HexBytes(std::span<const uint8_t> bytes); // "00 00 51"

@@ -3,6 +3,7 @@
 import json
 import os
 import signal
+import stat
 import subprocess
 import time
 
@@ -174,6 +175,46 @@ class Ends(BmcTest):
                     self.assertEqual(done.returncode, 0, done.stderr)
             serve.send_signal(signal.SIGINT)
             self.assertEqual(serve.wait(timeout=10), 0)
+
+
+def family(pid):
+    """A process and its children."""
+    with open(f"/proc/{pid}/task/{pid}/children", encoding="ascii") as file:
+        return [pid] + [p for child in file.read().split() for p in family(int(child))]
+
+
+def sockets(pid):
+    """Protocol and local address of every internet socket of a process and its children."""
+    inodes = set()
+    for process in family(pid):
+        for name in os.listdir(f"/proc/{process}/fd"):
+            try:
+                target = os.readlink(f"/proc/{process}/fd/{name}")
+            except OSError:
+                continue  # closed meanwhile
+            if target.startswith("socket:["):
+                inodes.add(target[len("socket:["):-1])
+    found = []
+    for protocol in ("tcp", "tcp6", "udp", "udp6", "raw", "raw6"):
+        if os.path.exists(f"/proc/net/{protocol}"):
+            with open(f"/proc/net/{protocol}", encoding="ascii") as file:
+                rows = [line.split() for line in file.readlines()[1:]]
+            found += [(protocol, row[1].split(":")[0]) for row in rows if row[9] in inodes]
+    return found
+
+
+class Closed(BmcTest):
+    LOOPBACK = "0100007F"  # 127.0.0.1, as /proc/net writes it
+
+    def test_the_only_socket_is_one_on_loopback(self):
+        self.ipmitool("mc", "info")
+        self.assertEqual(sockets(self.bmc.process.pid), [("udp", self.LOOPBACK)])
+
+    def test_nobody_else_gets_into_its_folder(self):
+        facts = os.stat(self.bmc.folder)
+        self.assertEqual((stat.S_IMODE(facts.st_mode), facts.st_uid), (0o700, os.getuid()))
+        for name in ("readings", "state", "cache"):
+            self.assertEqual(stat.S_IMODE(os.stat(os.path.join(self.bmc.folder, name)).st_mode), 0o700)
 
 
 class Biggest(BmcTest):
