@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/build_facts.h"
 
+#include <cstdlib>
+
 namespace tests {
 
 std::string InSource(const std::string &path) {
@@ -8,7 +10,8 @@ std::string InSource(const std::string &path) {
 }
 
 size_t SweepStep() {
-    return OXA_SWEEP_STEP;
+    const char *given = std::getenv("OXA_SWEEP_STEP"); // a checker under which everything is slow
+    return given != nullptr ? std::strtoul(given, nullptr, 10) : OXA_SWEEP_STEP;
 }
 
 } // namespace tests
