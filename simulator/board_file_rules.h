@@ -16,10 +16,8 @@
 #include <utility>
 #include <vector>
 
-#define TOML_ENABLE_FORMATTERS 0
-#include <toml++/toml.h>
-
 #include "simulator/board_file.h"
+#include "simulator/toml_text.h"
 
 namespace sim::rules {
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <toml++/toml.h>
-
+#include "simulator/toml_text.h"
 #include "workbench/errors.h"
 #include "workbench/findings.h"
 #include "workbench/known_findings_text.h"

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "simulator/board_file.h"
+#include "support/build_facts.h"
 
 namespace {
 
@@ -226,6 +227,17 @@ TEST(BoardFileErrors, AKeyGivenTwiceIsBrokenToml) {
     const std::string error = ErrorOf("[cpus]\ncount = 1\ncount = 2\n");
     EXPECT_THAT(error, testing::StartsWith("b.toml:3: broken TOML: "));
     EXPECT_THAT(error, testing::EndsWith("; give every key and every table once"));
+}
+
+// toml++ by itself asserts on the first and runs off the end of a table on the second, see simulator/toml_text.h.
+TEST(BoardFileErrors, AHeaderOfADotAtTheEndIsBrokenToml) {
+    const std::string path = tests::InSource("tests/board_files/broken/header_of_a_dot_at_the_end.toml");
+    EXPECT_THAT(FileError(path), testing::StartsWith(path + ":3: broken TOML: "));
+}
+
+TEST(BoardFileErrors, AValueThatBeginsBeyondAsciiIsBrokenToml) {
+    const std::string path = tests::InSource("tests/board_files/broken/value_beyond_ascii.toml");
+    EXPECT_THAT(FileError(path), testing::StartsWith(path + ":2: broken TOML: "));
 }
 
 TEST(BoardFileErrors, AMissingFileIsToldForLine0) {
