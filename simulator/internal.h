@@ -69,6 +69,7 @@ struct State {
     std::vector<ActiveFault> faults;
     uint64_t fail_at = 0; // 0: off
     bool fail_from_then_on = false;
+    uint64_t fail_also_at = 0; // 0: off
     uint64_t failable = 0;
     uint64_t calls = 0, die_at_call = 0; // 0: off
     uint64_t writes = 0, die_in_write = 0;
@@ -79,6 +80,7 @@ struct State {
     bool tracing = true;
     bool trace_bounded = false;
     size_t trace_limit = 0; // 0: none
+    bool printing_lines = false;
     std::vector<Event> trace;
     std::vector<std::string> violations;
 
@@ -279,6 +281,8 @@ std::optional<size_t> LastBytes(State &state, size_t size);
 
 // ---- files under the root -----------------------------------------------------------------------
 
+void CloseDescriptor(int descriptor);
+void CloseStream(FILE *stream);
 void MakeParents(const std::string &real_path);
 std::optional<std::vector<uint8_t>> ReadWhole(const std::string &real_path, int &error); // error: errno
 bool WriteWhole(const std::string &real_path, const std::vector<uint8_t> &bytes);

@@ -3,6 +3,7 @@
 // Bounded memory, string and file functions.  A bound that the caller breaks is refused and noted as a
 // violation: the library tests its lengths itself.
 #include "simulator/internal.h"
+#include "simulator/memory_files.h"
 
 namespace {
 
@@ -50,6 +51,15 @@ int PrintInto(Call &call, char *destination, size_t size, const char *format, va
     if (call.Traced())
         call.SetText(destination);
     return call.Return<int>(length);
+}
+
+FILE *OpenStream(const char *path, const char *mode) {
+    if (memory::On())
+        return memory::OpenStream(path, mode);
+    const std::string real_path = RealPath(path);
+    if (*mode != 'r')
+        MakeParents(real_path);
+    return std::fopen(real_path.c_str(), mode);
 }
 
 size_t Length(Call &call, const char *text, size_t most) {
@@ -113,10 +123,7 @@ int oxa_fopen_s(FILE **pptFile, const char *pcPath, const char *pcMode) {
     int error = call.FaultErrno(EACCES);
     FILE *stream = nullptr;
     if (!call.FailsOrNull({pptFile, pcPath, pcMode})) {
-        const std::string real_path = RealPath(pcPath);
-        if (*pcMode != 'r')
-            MakeParents(real_path);
-        stream = std::fopen(real_path.c_str(), pcMode);
+        stream = OpenStream(pcPath, pcMode);
         error = errno;
     }
     if (stream == nullptr) {
@@ -139,7 +146,7 @@ int oxa_fclose_s(FILE *ptFile) {
     }
     call.state().streams.erase(ptFile); // also when the call fails
     MarkLibraryStream(ptFile, false);
-    std::fclose(ptFile);
+    CloseStream(ptFile);
     return call.Return<int>(call.Fails() ? kBoundBroken : 0);
 }
 

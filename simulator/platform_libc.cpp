@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "simulator/internal.h"
+#include "simulator/memory_files.h"
 
 namespace {
 
@@ -17,6 +18,29 @@ using namespace sim;
 template <class R> R FileError(Call &call, int error) {
     call.SetErrno(call.FaultErrno(error));
     return call.Return<R>(static_cast<R>(-1));
+}
+
+off_t SeekIn(int descriptor, off_t offset, int whence) {
+    return memory::On() ? memory::Seek(descriptor, offset, whence)
+                        : static_cast<off_t>(syscall(SYS_lseek, descriptor, offset, whence));
+}
+
+int TruncateIt(int descriptor, off_t length) {
+    return memory::On() ? memory::Truncate(descriptor, length)
+                        : static_cast<int>(syscall(SYS_ftruncate, descriptor, length));
+}
+
+int Remove(const char *path) {
+    return memory::On() ? memory::Remove(path) : unlinkat(AT_FDCWD, RealPath(path).c_str(), 0);
+}
+
+int Reach(const char *path, int mode) {
+    if (!memory::On())
+        return faccessat(AT_FDCWD, RealPath(path).c_str(), mode, 0);
+    if (memory::Find(path) != nullptr)
+        return 0;
+    errno = ENOENT;
+    return -1;
 }
 
 size_t ReadLocked(void *buffer, size_t size, size_t count, FILE *stream) {
@@ -43,7 +67,7 @@ off_t lseek(int descriptor, off_t offset, int whence) noexcept {
     Call call(Id("lseek"), "file", FileOf{.descriptor = descriptor}, "offset", offset, "whence", whence);
     if (call.Fails())
         return FileError<off_t>(call, EIO);
-    const off_t position = static_cast<off_t>(syscall(SYS_lseek, descriptor, offset, whence));
+    const off_t position = SeekIn(descriptor, offset, whence);
     call.SetErrno(errno);
     return call.Return(position);
 }
@@ -54,7 +78,7 @@ int ftruncate(int descriptor, off_t length) noexcept {
     Call call(Id("ftruncate"), "file", FileOf{.descriptor = descriptor}, "length", length);
     if (call.Fails())
         return FileError<int>(call, EIO);
-    const int result = static_cast<int>(syscall(SYS_ftruncate, descriptor, length));
+    const int result = TruncateIt(descriptor, length);
     call.SetErrno(errno);
     return call.Return(result);
 }
@@ -69,7 +93,8 @@ size_t fread(void *buffer, size_t size, size_t count, FILE *stream) {
         call.SetErrno(call.FaultErrno(EIO));
         return call.Return<size_t>(0);
     }
-    const size_t done = ReadLocked(buffer, size, count, stream);
+    const size_t done = memory::On() ? memory::ReadStream(stream, buffer, size, count)
+                                     : ReadLocked(buffer, size, count, stream);
     call.SetErrno(errno);
     return call.Return(done);
 }
@@ -87,7 +112,8 @@ size_t fwrite(const void *buffer, size_t size, size_t count, FILE *stream) {
         std::fflush(stream);
         Die();
     }
-    const size_t done = WriteLocked(buffer, size, count, stream);
+    const size_t done = memory::On() ? memory::WriteStream(stream, buffer, size, count)
+                                     : WriteLocked(buffer, size, count, stream);
     call.SetErrno(errno);
     return call.Return(done);
 }
@@ -98,7 +124,7 @@ int unlink(const char *path) noexcept {
     Call call(Id("unlink"), "path", path);
     if (call.Fails())
         return FileError<int>(call, EIO);
-    const int result = unlinkat(AT_FDCWD, RealPath(path).c_str(), 0);
+    const int result = Remove(path);
     call.SetErrno(errno);
     return call.Return(result);
 }
@@ -109,7 +135,7 @@ int access(const char *path, int mode) noexcept {
     Call call(Id("access"), "path", path, "mode", mode);
     if (call.Fails())
         return FileError<int>(call, EACCES);
-    const int result = faccessat(AT_FDCWD, RealPath(path).c_str(), mode, 0);
+    const int result = Reach(path, mode);
     call.SetErrno(errno);
     return call.Return(result);
 }

@@ -45,6 +45,10 @@ void TakeStat(Call &call, const char *file, uint32_t line) {
     pending.epoch = 0;
 }
 
+bool IsPrinted(Call &call) {
+    return call.Traced() || call.state().printing_lines;
+}
+
 void CheckLine(Call &call, const char *name, uint32_t module, const char *file, uint32_t line,
                const char *function) {
     State &state = call.state();
@@ -67,7 +71,7 @@ void Line(Call &call, const char *name, Level level, uint32_t module, const char
         CheckLine(call, name, module, file, line, function);
     if (level == Level::kError)
         TakeStat(call, file, line);
-    if (call.FailsOrNull({format}) || !call.Traced())
+    if (call.FailsOrNull({format}) || !IsPrinted(call))
         return;
     Event event;
     event.kind = Kind::kLog;
@@ -77,7 +81,8 @@ void Line(Call &call, const char *name, Level level, uint32_t module, const char
     event.line = line;
     event.function = function != nullptr ? function : "";
     event.text = Print(format, list);
-    call.state().Record(std::move(event));
+    if (call.Traced())
+        call.state().Record(std::move(event));
 }
 
 // "[file:line]" with a source file of the library.
@@ -93,7 +98,7 @@ bool HasPrefix(const std::string &text) {
 }
 
 void Channel(Call &call, Kind kind, uint32_t level, const char *format, va_list list) {
-    if (call.FailsOrNull({format}) || !call.Traced())
+    if (call.FailsOrNull({format}) || !IsPrinted(call))
         return;
     Event event;
     event.kind = kind;
@@ -102,7 +107,8 @@ void Channel(Call &call, Kind kind, uint32_t level, const char *format, va_list 
     // an assertion on the channel stands by itself
     if (kind == Kind::kDebug && !HasPrefix(event.text) && !event.text.starts_with("assertion failed: "))
         call.state().Violate("debug line without \"[file:line]\": " + event.text);
-    call.state().Record(std::move(event));
+    if (call.Traced())
+        call.state().Record(std::move(event));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "simulator/internal.h"
+#include "simulator/memory_files.h"
 
 namespace {
 
@@ -15,6 +16,15 @@ bool IsOpen(Call &call, const char *function, int descriptor) {
         return true;
     call.state().Violate(std::string(function) + ": the descriptor is not open");
     return false;
+}
+
+int Open(const char *path, int flags, mode_t mode) {
+    if (memory::On())
+        return memory::Open(path, flags);
+    const std::string real_path = RealPath(path);
+    if ((flags & O_CREAT) != 0)
+        MakeParents(real_path);
+    return open(real_path.c_str(), flags | O_CLOEXEC, mode);
 }
 
 // -1 with errno.
@@ -66,10 +76,7 @@ int32_t sigwrap_open_mode(const char *pcPath, int32_t sdwFlags, uint32_t dwMode)
     Call call(Id("sigwrap_open_mode"), "path", pcPath, "flags", sdwFlags, "mode", dwMode);
     if (call.FailsOrNull({pcPath}))
         return FileError(call, EACCES);
-    const std::string real_path = RealPath(pcPath);
-    if ((sdwFlags & O_CREAT) != 0)
-        MakeParents(real_path);
-    const int descriptor = open(real_path.c_str(), sdwFlags | O_CLOEXEC, static_cast<mode_t>(dwMode));
+    const int descriptor = Open(pcPath, sdwFlags, static_cast<mode_t>(dwMode));
     if (descriptor < 0) {
         call.SetErrno(errno);
         return call.Return<int32_t>(-1);
@@ -89,7 +96,7 @@ int32_t sigwrap_read(int32_t sdwFd, void *pvBuf, uint32_t dwLen) {
     const Fault *rule = call.rule(); // a short read: as many bytes as the rule says
     const bool cut = rule != nullptr && rule->result && *rule->result >= 0;
     const uint32_t wanted = cut ? std::min(dwLen, static_cast<uint32_t>(*rule->result)) : dwLen;
-    const ssize_t got = read(sdwFd, pvBuf, wanted);
+    const ssize_t got = memory::On() ? memory::Read(sdwFd, pvBuf, wanted) : read(sdwFd, pvBuf, wanted);
     call.SetErrno(errno);
     if (got > 0 && rule != nullptr && rule->output)
         call.SpoilBuffer(pvBuf, static_cast<size_t>(got));
@@ -104,7 +111,7 @@ int32_t sigwrap_write(int32_t sdwFd, const void *pvBuf, uint32_t dwLen) {
         [[maybe_unused]] const ssize_t part = write(sdwFd, pvBuf, *last);
         Die();
     }
-    const ssize_t put = write(sdwFd, pvBuf, dwLen);
+    const ssize_t put = memory::On() ? memory::Write(sdwFd, pvBuf, dwLen) : write(sdwFd, pvBuf, dwLen);
     if (put < 0 || static_cast<size_t>(put) != dwLen) {
         call.SetErrno(put < 0 ? errno : ENOSPC);
         return call.Return<int32_t>(-1);
@@ -118,7 +125,7 @@ int32_t sigwrap_close(int32_t sdwFd) {
         return FileError(call, EBADF);
     call.state().descriptors.erase(sdwFd); // also when the call fails
     MarkLibraryDescriptor(sdwFd, false);
-    close(sdwFd);
+    CloseDescriptor(sdwFd);
     return call.Fails() ? FileError(call, EIO) : call.Return<int32_t>(0);
 }
 

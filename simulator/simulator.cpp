@@ -93,8 +93,8 @@ void Call::Decide() {
     const Nature nature = kCalls[id_].nature;
     if (nature == Nature::kFails || nature == Nature::kGetter) {
         const uint64_t number = ++state_.failable;
-        if (state_.fail_at != 0 &&
-            (number == state_.fail_at || (state_.fail_from_then_on && number > state_.fail_at)))
+        if (state_.fail_at != 0 && (number == state_.fail_at || number == state_.fail_also_at ||
+                                    (state_.fail_from_then_on && number > state_.fail_at)))
             fails_ = true;
     }
     if (counter.has_rules) {
@@ -236,6 +236,15 @@ void FailCall(uint64_t k, bool from_then_on) {
     const std::lock_guard lock(state.mutex);
     state.fail_at = k;
     state.fail_from_then_on = from_then_on;
+    state.fail_also_at = 0;
+}
+
+void FailBothCalls(uint64_t k, uint64_t l) {
+    State &state = TheState();
+    const std::lock_guard lock(state.mutex);
+    state.fail_at = k;
+    state.fail_from_then_on = false;
+    state.fail_also_at = l;
 }
 
 uint64_t FailableCalls() {
@@ -281,6 +290,12 @@ void SetTraceLimit(size_t events) {
     State &state = TheState();
     const std::lock_guard lock(state.mutex);
     state.trace_limit = events;
+}
+
+void SetPrintingLines(bool on) {
+    State &state = TheState();
+    const std::lock_guard lock(state.mutex);
+    state.printing_lines = on;
 }
 
 void SetTraceBounded(bool on) {

@@ -24,6 +24,11 @@ namespace sim {
 // written under the root directory.  The library's own state is not touched (it has no reset): one test, one
 // process.
 void Start(Board board);
+
+// Sets the library back to what it was when the program began, so that one process can make many runs.  Only between
+// calls, and only of the shared object.
+void ForgetLibraryState();
+
 Board &CurrentBoard(); // may be changed while running: the platform reads it at every call
 
 // Directory that stands for "/" of the library's paths.  Default: a fresh directory under TMPDIR, removed at
@@ -32,6 +37,10 @@ Board &CurrentBoard(); // may be changed while running: the platform reads it at
 void SetRoot(const std::string &directory);
 std::string Root();
 std::string RealPath(const std::string &library_path);
+// Instead of a directory, for programs that make many short runs: the library's files are in memory and never on disk.
+// Call it before everything else.  Where a file ends up in the file system (RealPath) means nothing then.
+void KeepFilesInMemory();
+void RemoveMemoryFiles();
 std::vector<uint8_t> ReadFile(const std::string &library_path); // empty when absent
 void WriteFile(const std::string &library_path, const std::vector<uint8_t> &bytes);
 bool FileExists(const std::string &library_path);
@@ -67,6 +76,7 @@ std::vector<std::string> CallNames(); // every name that a rule may give
 // Makes the k-th platform call that can fail (1-based, counted since Start) fail, once or from then on; 0:
 // off. A rule that hits the same call goes first.
 void FailCall(uint64_t k, bool from_then_on = false);
+void FailBothCalls(uint64_t k, uint64_t l); // in the same way, both once
 uint64_t FailableCalls(); // how many calls that can fail were made since Start
 bool FaultWasHit();       // at least one fault rule or FailCall took effect since Start
 
@@ -101,6 +111,8 @@ void ClearTrace();
 void SetTracing(bool on);
 // Keeps the latest events only, at least so many of them and at most twice as many; 0: all.  For runs without end.
 void SetTraceLimit(size_t events);
+// With tracing off: lines are printed, and so their texts checked, all the same.
+void SetPrintingLines(bool on);
 // The bounded memory and string functions are left out of the trace unless asked for; faults count them
 // always.
 void SetTraceBounded(bool on);

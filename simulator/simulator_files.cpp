@@ -14,6 +14,7 @@
 
 #include "library/profiles/catalogue.h"
 #include "simulator/internal.h"
+#include "simulator/memory_files.h"
 
 namespace sim {
 
@@ -73,6 +74,8 @@ std::string Root() {
 }
 
 std::string RealPath(const std::string &library_path) {
+    if (memory::On())
+        return library_path;
     const std::string root = Root();
     if (root == "/" || library_path.starts_with(root + "/"))
         return library_path;
@@ -86,6 +89,11 @@ void MakeParents(const std::string &real_path) {
 }
 
 std::optional<std::vector<uint8_t>> ReadWhole(const std::string &real_path, int &error) {
+    if (memory::On()) {
+        const std::vector<uint8_t> *const bytes = memory::Find(real_path);
+        error = bytes != nullptr ? 0 : ENOENT;
+        return bytes != nullptr ? std::optional(*bytes) : std::nullopt;
+    }
     const int descriptor =
         open(real_path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC); // not for ever on a pipe
     if (descriptor < 0) {
@@ -103,6 +111,10 @@ std::optional<std::vector<uint8_t>> ReadWhole(const std::string &real_path, int 
 }
 
 bool WriteWhole(const std::string &real_path, const std::vector<uint8_t> &bytes) {
+    if (memory::On()) {
+        memory::Put(real_path, bytes);
+        return true;
+    }
     MakeParents(real_path);
     const int descriptor =
         open(real_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0664);
@@ -129,6 +141,8 @@ void WriteFile(const std::string &library_path, const std::vector<uint8_t> &byte
 }
 
 bool FileExists(const std::string &library_path) {
+    if (memory::On())
+        return memory::Find(library_path) != nullptr;
     struct stat facts;
     return stat(RealPath(library_path).c_str(), &facts) == 0;
 }
@@ -195,14 +209,28 @@ bool IsLibraryUnit(const char *file) {
                [file](const oxa::ProfileView &profile) { return std::string_view(profile.pcUnit) == file; });
 }
 
+void CloseDescriptor(int descriptor) {
+    if (memory::On())
+        memory::Close(descriptor);
+    else
+        close(descriptor);
+}
+
+void CloseStream(FILE *stream) {
+    if (memory::On())
+        memory::CloseStream(stream);
+    else
+        std::fclose(stream);
+}
+
 void CloseEverything(State &state) {
     for (const auto &[descriptor, path] : state.descriptors) {
         MarkLibraryDescriptor(descriptor, false);
-        close(descriptor);
+        CloseDescriptor(descriptor);
     }
     for (const auto &[stream, path] : state.streams) {
         MarkLibraryStream(stream, false);
-        std::fclose(stream);
+        CloseStream(stream);
     }
     state.descriptors.clear();
     state.streams.clear();
