@@ -24,7 +24,7 @@ PUBLIC = {"oxa/store.h": "store", "oxa/thresholds.h": "thresholds", "oxa/events.
 # OXA_CheckifAddCpuSensorByIndex and SDR_GetSepcificFruSDRRecID are declared beside the store.
 CATALOGUES = re.compile(r"library/\w+/(\w+_)?catalogue\.h$|library/record/(leakage_key|traits)\.h$|.*\.def$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.M)
-OTHERS = ("simulator", "workbench", "bench")
+OTHERS = ("simulator", "workbench", "bench", "fuzz")
 HOUSE = ("include", "library", *OTHERS, "tests")
 # Read by programs outside the tree, and by CMake.
 READ_ELSEWHERE = re.compile(r"include/oxa/(exports|platform)\.h$|tests/support/precompiled\.h$")

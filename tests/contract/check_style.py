@@ -9,7 +9,7 @@ from concurrent.futures import ThreadPoolExecutor
 
 from common import fault, finish
 
-FORMATTED = ("library", "simulator", "workbench", "tests", "bench")
+FORMATTED = ("library", "simulator", "workbench", "tests", "bench", "fuzz")
 LIBRARY = ("library",)
 
 
