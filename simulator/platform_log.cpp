@@ -16,12 +16,16 @@ template <size_t N> bool IsOneOf(uint32_t value, const uint32_t (&set)[N]) {
 }
 
 std::string Print(const char *format, va_list list) {
+    char most[256]; // of what is written; the few longer lines are printed once more
     va_list again;
     va_copy(again, list);
-    const int length = std::vsnprintf(nullptr, 0, format, again);
+    const int length = std::vsnprintf(most, sizeof(most), format, list);
+    std::string text(most, std::min(length > 0 ? static_cast<size_t>(length) : 0, sizeof(most) - 1));
+    if (length >= static_cast<int>(sizeof(most))) {
+        text.resize(static_cast<size_t>(length));
+        std::vsnprintf(text.data(), text.size() + 1, format, again);
+    }
     va_end(again);
-    std::string text(length > 0 ? static_cast<size_t>(length) : 0, '\0');
-    std::vsnprintf(text.data(), text.size() + 1, format, list);
     return text;
 }
 
