@@ -54,6 +54,17 @@ LISTS = [
     ("First", 'STATIC_TABLE(kNoSuchKind, First, "Inlet")', "Step::kTable"),
 ]
 
+# Each group with the step that walks its rows: without the step the build stops, with it it does not.
+GROUPS = {
+    "kRackTable": "kRackBoard", "kCduTable": "kLiquidCooling", "kCduFan": "kLiquidCooling",
+    "kCduSupply": "kLiquidCooling", "kSwitchPower": "kSwitchCard", "kSwitchTemp": "kSwitchCard",
+    "kSwitchAir": "kSwitchAir", "kCpu": "kCpus", "kCpuMore": "kCpus", "kCpuDomain": "kCpuDomains", "kPsu": "kPsus",
+    "kPsuRedundancy": "kPsus", "kDimm": "kMemory", "kDimmGroup": "kMemory", "kPcie": "kPcie", "kFan": "kFans",
+    "kDisk": "kDisks", "kNvme": "kDisks", "kDiskGroup": "kDisks", "kOcp": "kOcp", "kOcpError": "kOcp",
+    "kPowerModule": "kPowerModules", "kUbbRetimer": "kUbbRetimers", "kSwitchChip": "kSwitchChips",
+    "kGpuRail": "kGpuRails", "kLanSwitch": "kLanSwitch",
+}
+
 SNIPPETS = [
     ("IsAsLongAsDeclared", '#include "library/static_sensors/pass.h"\nuint8_t Generate(uint8_t *, DevTabEntry *);\n'
      'extern const StaticGenFn atTable[2];\nconstexpr StaticGenFn atTable[] = {Generate};\n'
@@ -99,6 +110,23 @@ def check(args, wanted, source, line):
         fault(f"{shown}\n  stops with {wanted}, but the message does not say where")
 
 
+def check_groups(args, directory, source):
+    """A row of every group, and a pass that walks none of them, or all but those of one step."""
+    rows = {group: f'DRIVER({group}, kPsuTemp, "{group[1:15]}%d", Announced("x"))' for group in GROUPS}
+    with open(os.path.join(directory, "wrong.def"), "w", encoding="utf-8") as out:
+        out.write(LIST.format("\n".join(rows.values())))
+    for left_out in sorted(set(GROUPS.values())):
+        steps = [f"Step::{step}" for step in sorted(set(GROUPS.values())) if step != left_out]
+        with open(source, "w", encoding="utf-8") as out:
+            out.write(PROFILE.replace("STEPS", ", ".join(steps)).replace('"LIST"', '"wrong.def"'))
+        _, message = compiles(args, source)
+        refused = {line for line in message.splitlines() if "row_of_a_group_that_no_step_of_the_profile_walks" in line}
+        for group, step in GROUPS.items():
+            named = any(f'"{group[1:15]}%d"' in line for line in refused)
+            if named != (step == left_out):
+                fault(f"{group}: {'refused' if named else 'taken'} by a pass without {left_out}: {message[:400]}")
+
+
 parser = argparse.ArgumentParser(description=__doc__)
 parser.add_argument("--cxx", required=True)
 parser.add_argument("--source", required=True)
@@ -113,6 +141,7 @@ with tempfile.TemporaryDirectory() as directory:
             out.write(PROFILE.replace("STEPS", steps).replace('"LIST"', '"wrong.def"'))
         arguments.shown = "wrong.cpp" if expected.startswith("step_") else "wrong.def"
         check(arguments, expected, source, lines)
+    check_groups(arguments, directory, source)
     arguments.shown = "wrong.cpp"
     for expected, text in SNIPPETS:
         with open(source, "w", encoding="utf-8") as out:
