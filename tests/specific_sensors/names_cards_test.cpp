@@ -110,6 +110,21 @@ TEST_F(CardNames, TheSpelledOutNamesStandWhereTheyBelong) {
     }
 }
 
+// Retimers, ports and the like are told apart by a number, which is the sensor index, and by nothing else.
+TEST_F(CardNames, NamesOfANumberedFamilyDifferInTheirNumberOnly) {
+    const std::set<int> numbered = {35, 38, 39, 40, 41, 45, 46, 48, 50, 64, 65, 66};
+    for (const Family &family : Families()) {
+        if (numbered.count(family.device_type) == 0)
+            continue;
+        const std::string first = EntryName(family.entries[0]);
+        const size_t zero = first.rfind('0');
+        ASSERT_NE(zero, std::string::npos) << first;
+        for (int entry = 1; entry < family.count; ++entry)
+            EXPECT_EQ(EntryName(family.entries[entry]),
+                      std::string(first).replace(zero, 1, std::to_string(entry)));
+    }
+}
+
 TEST_F(CardNames, EveryEntryIsFoundByItsSensorIndex) {
     for (const Family &family : Families()) {
         for (int entry = 0; entry < family.count; ++entry) {
