@@ -55,4 +55,16 @@ TEST(LimitsOfARow, AreTheNearestCountWhereTheRowSaysRounded) {
         "42 01 00 00 00 80 00x14 FF 15 60 7F 01 01 01 00x5");
 }
 
+// One degree a count, -45 is D3h.
+consteval int CountOfRounded(double value) {
+    return oxa::CountOf(oxa::Quantity{value, oxa::kUnitCelsius, true, true}, oxa::kReadsCelsius);
+}
+
+TEST(LimitsOfARow, RoundToTheNearestCountOnBothSidesOfZero) {
+    EXPECT_EQ(CountOfRounded(45.45), 45);
+    EXPECT_EQ(CountOfRounded(45.55), 46);
+    EXPECT_EQ(CountOfRounded(-45.45), 0xD3);
+    EXPECT_EQ(CountOfRounded(-45.55), 0xD2);
+}
+
 } // namespace
