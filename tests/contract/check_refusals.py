@@ -65,12 +65,17 @@ GROUPS = {
     "kGpuRail": "kGpuRails", "kLanSwitch": "kLanSwitch",
 }
 
+BAD_PATTERN = "name_pattern_is_empty_or_unprintable"
 SNIPPETS = [
     ("IsAsLongAsDeclared", '#include "library/static_sensors/pass.h"\nuint8_t Generate(uint8_t *, DevTabEntry *);\n'
      'extern const StaticGenFn atTable[2];\nconstexpr StaticGenFn atTable[] = {Generate};\n'
      'static_assert(oxa::IsAsLongAsDeclared(atTable));\n'),
-    ("name_pattern_is_empty_or_unprintable", '#include "library/specific_sensors/name_tables.h"\nusing namespace oxa::snr;\n'
+    (BAD_PATTERN, '#include "library/specific_sensors/name_tables.h"\nusing namespace oxa::snr;\n'
      'constexpr SnrInfoRec kNames[] = {Name(kClassTemp, kGpu, kMain, "")};\n'),
+    *[(wanted, '#include "library/specific_sensors/name_tables.h"\nusing namespace oxa::snr;\n'
+       f'constexpr SnrInfoRec kNames[] = {{Name(kClassTemp, kGpu, kMain, "{name}")}};\n')
+      for name, wanted in ((" ~", ""), ("16_characters_~~", ""), ("17_characters_~~~", BAD_PATTERN),
+                           ("A\\x1FB", BAD_PATTERN), ("A\\x7F", BAD_PATTERN), ("A\\0B", BAD_PATTERN))],
     ("name_table_holds_a_key_twice", '#include "library/specific_sensors/name_tables.h"\nusing namespace oxa::snr;\n'
      'constexpr SnrInfoRec kNames[] = {Name(kClassTemp, kGpu, kMain, "A"), Name(kClassTemp, kGpu, kMain, "B")};\n'
      'static_assert(CheckNames(kNames, false));\n'),
@@ -147,5 +152,6 @@ with tempfile.TemporaryDirectory() as directory:
         with open(source, "w", encoding="utf-8") as out:
             out.write(text)
         check(arguments, expected, source, text.splitlines()[-1])
-print(f"{len(LISTS) + len(SNIPPETS)} lists and snippets, {sum(bool(row[0]) for row in LISTS) + len(SNIPPETS)} of them wrong")
+ALL = LISTS + SNIPPETS
+print(f"{len(ALL)} lists and snippets, {sum(bool(row[0]) for row in ALL)} of them wrong")
 finish()
