@@ -43,6 +43,13 @@ LISTS = [
      "Step::kTable"),
     ("row_says_the_same_as_its_kind", INLET.format("{.uc = Celsius(50)}"), "Step::kTable"),
     ("row_lacks_the_text_of_its_refusal", 'DRIVER(kCpu, kCpuVrTemp, "CPU%d_VR")', "Step::kCpus"),
+    # a gate that names what it refuses: as it is, or with the index
+    ("row_lacks_the_text_of_its_refusal", 'DRIVER(kCpu, kPchTemp, "PCH%d")', "Step::kCpus"),
+    ("row_lacks_the_text_of_its_refusal", 'DRIVER(kCpu, kPowerFault, "Fault%d")', "Step::kCpus"),
+    ("row_lacks_the_text_of_its_refusal", 'DRIVER(kCpu, kBoardPower, "Power%d")', "Step::kCpus"),
+    ("row_lacks_the_text_of_its_refusal", 'DRIVER(kCpu, kSwitchTotalPower, "Volts%d")', "Step::kCpus"),
+    ("row_lacks_the_text_of_its_refusal", 'DRIVER(kPsu, kPsuInputVolts, "Volts")', "Step::kPsus"),
+    ("", 'DRIVER(kPsu, kPsuInputVolts, "Volts%d")', "Step::kPsus"),
     ("dimm_group_without_Announced", 'DRIVER(kDimmGroup, kDimmGroupTemp, "DIMMG%d_Temp")', "Step::kMemory"),
     ("sensor_name_twice_in_a_profile", GOOD + '\nSTATIC_TABLE(kOutletTemp, Second_, "Inlet")', "Step::kTable"),
     ("generator_twice_in_a_profile", GOOD + '\nSTATIC_TABLE(kOutletTemp, First, "Outlet")', "Step::kTable"),

@@ -134,6 +134,39 @@ TEST(Catalogue, NamesTheArgumentsInTheirOrder) {
                 ElementsAre("dropType", "cpuIndex", "reasonMask", "eventDir!"));
 }
 
+// Whoever writes calls down (the workbench, a scenario) names the arguments; the flag is called as its builder does.
+TEST(Catalogue, CallsEveryArgumentByItsOwnName) {
+    const std::map<std::string, Lines> names = {
+        {"addMemPredictiveFault", {"dimmNum", "assertFlag"}},
+        {"addPOSTErrorSel", {}},
+        {"addS0PowerButtonSel", {}},
+        {"addGpuSlotErrorSel", {"slotNum"}},
+        {"addMinorCDUFaultSel", {"reason", "assertFlag"}},
+        {"addMajorCDUFaultSel", {"reason", "slotNum", "assertFlag"}},
+        {"addNETPortSEL",
+         {"entityId", "slotNum", "netPortSilkId", "deviceIndex", "port", "subInterfaceType", "subIndex",
+          "eventNum", "eventDir"}},
+        {"addControllerSEL", {"entityId", "controller", "eventNum", "eventDir"}},
+        {"addDiskSEL", {"entityId", "slotNum", "eventNum", "eventDir"}},
+        {"addLDSEL", {"entityId", "eventNum", "ctrlIndex", "targetId", "assertFlag"}},
+        {"addPEMSEL", {"location", "eventNum", "eventDir"}},
+        {"addUsageSEL", {"entityId", "usage", "nonCritical", "index", "eventDir"}},
+        {"addSELAlarm", {"entityId", "reason", "eventDir"}},
+        {"addCPUError", {"cpuNum", "bankHighBit", "bankNum", "offset", "assertFlag"}},
+        {"addMemError", {"dimmNum", "offset", "errorNum", "assertFlag"}},
+        {"addI2CStatusSel", {"eventData3", "assertFlag", "sensorNumber", "lun"}},
+        {"addTrapSELAlarm", {"entityId", "reason", "eventNum", "eventDir"}},
+        {"addPowerDropSEL", {"dropType", "cpuIndex", "reasonMask", "eventDir"}},
+    };
+    for (const auto &[builder, expected] : names) {
+        Lines found;
+        for (const std::string &item : Items(ViewOf(builder), false)) {
+            found.push_back(item.substr(0, item.find_first_of(":!")));
+        }
+        EXPECT_EQ(found, expected) << builder;
+    }
+}
+
 TEST(Catalogue, ArgumentsThatAreFoundFollowTheOthers) {
     for (const tables::BuilderView &view : tables::kBuilders) {
         bool found = false;
