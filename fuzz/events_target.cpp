@@ -14,7 +14,7 @@ namespace {
 
 using fuzz::Require;
 
-constexpr size_t kMostRecords = 8;
+constexpr size_t kMostRecords = 4;
 
 void Send(const workbench::SelBytes &bytes) {
     const size_t before = sim::EventLog().size();

@@ -53,7 +53,8 @@ void ReadThresholds(std::vector<uint8_t> file, const uint8_t (&asked)[8]) {
         record[FULL_SDR_NAME + n] = file[6 + n];
     ModifySensorThresholdByFile(record);
     const uint8_t six[8] = {asked[3], asked[4], asked[5], asked[6], asked[7], 0, 0, 0};
-    SaveSdrThresholdInfoInFile("A", six, asked[2]);
+    const char name[16] = "A"; // the whole field is read
+    SaveSdrThresholdInfoInFile(name, six, asked[2]);
     try {
         workbench::ParseThresholdImage("input", file);
     } catch (const workbench::InputError &) {

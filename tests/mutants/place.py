@@ -124,14 +124,38 @@ class Place:
         return shlex.split(re.search(r"^: && (.*?) && ", last)[1])
 
     def tests(self):
-        """What ctest would run: name, command, environment, folder."""
+        """What ctest would run, case by case: name, command, environment, folder."""
         listed = json.loads(run(["ctest", "--show-only=json-v1"], self.build))
         for test in listed["tests"]:
             if "command" not in test:
                 raise SystemExit(f"{test['name']} is not built")
             wanted = {one["name"]: one["value"] for one in test["properties"]}
-            if "end_to_end" not in wanted.get("LABELS", []):
-                yield test["name"], test["command"], wanted.get("ENVIRONMENT", []), wanted["WORKING_DIRECTORY"]
+            if ON_DEMAND.intersection(wanted.get("LABELS", [])):
+                continue
+            for name, command in cases(test["name"], test["command"]):
+                yield name, command, wanted.get("ENVIRONMENT", []), wanted["WORKING_DIRECTORY"]
+
+
+ON_DEMAND = {"end_to_end", "endurance", "faults", "valgrind"}
+
+
+def cases(name, command):
+    """The cases of a program of many, or the test itself."""
+    if len(command) == 1:
+        suite = ""
+        for line in run([*command, "--gtest_list_tests"], ".").splitlines():
+            words = line.split("#")[0].rstrip()
+            if not words.startswith(" "):
+                suite = words
+            elif suite:
+                case = suite + words.strip()
+                yield f"{name}.{case}", [*command, "--gtest_filter=" + case]
+    elif name.startswith("workbench."):
+        with open(command[-1], encoding="utf-8") as source:
+            for method in re.findall(r"^    def (test_\w+)", source.read(), re.MULTILINE):
+                yield f"{name}.{method}", [*command, "Tests." + method]
+    else:
+        yield name, command
 
 
 def bytes_of(path):
