@@ -47,6 +47,16 @@ bool IsText(const char *text, size_t size) {
 
 // ---- run-time records ----------------------------------------------------------------------------------
 
+// The length byte says how much follows the header, but for the sub card's locator: that is handed on with three bytes
+// more than the record has.
+bool LengthAgrees(const uint8_t *record, size_t length) {
+    constexpr uint8_t kFruLocator = 0x11;
+    constexpr size_t kHeader = 5, kSubCard = 24, kSubCardHandedOn = 27;
+    const size_t said = record[SDR_RECORD_LENGTH] + kHeader;
+    return said == length ||
+           (record[SDR_RECORD_TYPE] == kFruLocator && said == kSubCard && length == kSubCardHandedOn);
+}
+
 void CallSpecific(Reader &arguments, void *function) {
     auto param = std::make_unique<SpecificSensorParam>(Description(arguments));
     const auto slot = std::make_unique<uint8_t[]>(SDR_SLOT_SIZE);
@@ -54,7 +64,7 @@ void CallSpecific(Reader &arguments, void *function) {
     const uint8_t length = generate(param.get(), slot.get(), param->dwSensorDevType);
     const bool none = length == GEN_SDR_FAILED || length == GEN_SDR_SKIPPED;
     Require(none || (length >= 16 && length <= SDR_SLOT_SIZE), "length " + std::to_string(length));
-    Require(none || slot[SDR_RECORD_LENGTH] + 5 == length,
+    Require(none || LengthAgrees(slot.get(), length),
             "length byte " + std::to_string(slot[SDR_RECORD_LENGTH]));
     // what a copy leaves that failed is the platform's doing
     const size_t written = !none ? length : sim::FaultWasHit() ? SDR_SLOT_SIZE : 0;
@@ -72,7 +82,7 @@ void CallAdd(Reader &arguments, void *) {
     if (added == 1) {
         const auto &record = sim::Repository().back().bytes;
         Require(record.size() >= 16 && record.size() <= SDR_SLOT_SIZE, "record of a wrong length");
-        Require(record[SDR_RECORD_LENGTH] + 5u == record.size(), "length byte of an added record");
+        Require(LengthAgrees(record.data(), record.size()), "length byte of an added record");
     }
 }
 

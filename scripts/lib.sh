@@ -46,14 +46,12 @@ progress() {
     grep -oE '^(\[[0-9]+/[0-9]+\]| *[0-9]+/[0-9]+ Test)' "$1" | tail -n 1 | sed 's/ *Test//; s/^ *//'
 }
 
-# Lets ccache keep what was compiled with precompiled headers, and find it again from another build folder: a test unit
-# is compiled once for all host tiers, not once for each.
-export CCACHE_SLOPPINESS=pch_defines,time_macros
-export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
-
-# Compiler launchers for cmake: ccache where it is installed.
+# Compiler launchers for cmake: ccache where it is installed.  It keeps what was compiled with precompiled headers too,
+# goes by the files that were read (the preprocessor would read an old precompiled header), and finds a unit again from
+# another build folder, so that a test is compiled once for all host tiers.
 launchers() {
+    local settings="CCACHE_DEPEND=1;CCACHE_SLOPPINESS=pch_defines,time_macros;CCACHE_BASEDIR=$PWD;CCACHE_NOHASHDIR=1"
     if command -v ccache >/dev/null; then
-        echo "-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache"
+        echo "-DCMAKE_C_COMPILER_LAUNCHER=env;$settings;ccache -DCMAKE_CXX_COMPILER_LAUNCHER=env;$settings;ccache"
     fi
 }

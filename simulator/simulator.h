@@ -77,8 +77,8 @@ std::vector<std::string> CallNames(); // every name that a rule may give
 // off. A rule that hits the same call goes first.
 void FailCall(uint64_t k, bool from_then_on = false);
 void FailBothCalls(uint64_t k, uint64_t l); // in the same way, both once
-uint64_t FailableCalls(); // how many calls that can fail were made since Start
-bool FaultWasHit();       // at least one fault rule or FailCall took effect since Start
+uint64_t FailableCalls();                   // how many calls that can fail were made since Start
+bool FaultWasHit();                         // at least one fault rule or FailCall took effect since Start
 
 // ---- trace --------------------------------------------------------------------------------------
 

@@ -29,8 +29,9 @@
  *   is calling at that moment.
  *
  * Stack.  A call needs up to 1 KB of the library's own, the platform's functions not counted; with exceptions:
- *   14.5 KB for the three functions of thresholds.h, 15.5 KB for the specific generators of full records and
- *   SDR_AddSpecificSensor(), 8.2 KB for getExtDevTabCount().
+ *   2 KB for a static pass, getNvmeFrontInfo() and the specific generators of states, 14.5 KB for the three functions of
+ *   thresholds.h, 15.5 KB for the specific generators of full records and SDR_AddSpecificSensor(), 8.2 KB for
+ *   getExtDevTabCount().
  *
  * A static pass, in short:
  * \code
@@ -490,7 +491,8 @@ OXA_SIZE(LeakageInfo, 2);
  * Specific generator: turns a sensor description into an SDR.
  *
  * All of them: a null description or buffer is an error line and #GEN_SDR_FAILED.  The buffer is written only when a
- * length is returned, and only the length's bytes of it.  The platform is asked for the profile id, except by the sub
+ * length is returned, and only the length's bytes of it; a FRU locator whose last copy fails may leave anything in it
+ * and returns #GEN_SDR_FAILED.  The platform is asked for the profile id, except by the sub
  * card's; generators of sensors ask the extended store whether a record of this type and name is stored already
  * (semaphore, /var/tmp/extSDR.dat), generators of full records lay the user's thresholds over the record.  One thread
  * at a time.  A generator does not add its record anywhere: SDR_AddSpecificSensor() does.

@@ -66,17 +66,14 @@ inline constexpr SdrHead kMemStatusTemplate = CompactHead({.ucEntityId = kEntity
 struct FruLocatorHead {
     uint8_t auc[FRU_SDR_NAME] = {};
 };
+// Length, channel, entity id and the byte of the name's length are each locator's own.
 constexpr FruLocatorHead FruLocator() {
     FruLocatorHead t;
     t.auc[SDR_VERSION] = kSdrVersion;
     t.auc[SDR_RECORD_TYPE] = kRecordFruLocator;
-    t.auc[SDR_RECORD_LENGTH] = 0x14;
     t.auc[FRU_SDR_ACCESS_ADDRESS] = 0x20;
-    t.auc[FRU_SDR_LUN_BUS] = 0x80; // logical FRU device
-    t.auc[FRU_SDR_CHANNEL] = 0x11;
+    t.auc[FRU_SDR_LUN_BUS] = 0x80;     // logical FRU device
     t.auc[FRU_SDR_DEVICE_TYPE] = 0x10; // FRU inventory device behind a management controller
-    t.auc[FRU_SDR_ENTITY_ID] = kEntityPowerSupply;
-    t.auc[FRU_SDR_ID_TYPE_LEN] = 0xC9;
     return t;
 }
 constexpr FruLocatorHead kFruLocatorTemplate = FruLocator();

@@ -37,9 +37,12 @@ constexpr bool SameText(const uint8_t *puc, const char *pc) {
 // ---- checks -----------------------------------------------------------------------------------------------
 
 constexpr bool Walks(const PassOrder &tPass, Step eWanted) {
-    for (const Step eStep : tPass.aeSteps)
+    for (const Step eStep : tPass.aeSteps) {
+        if (eStep == Step::kEnd) // as what a group without a step gives
+            return false;
         if (eStep == eWanted)
             return true;
+    }
     return false;
 }
 

@@ -82,7 +82,7 @@ SNIPPETS = [
     *[(wanted, '#include "library/specific_sensors/name_tables.h"\nusing namespace oxa::snr;\n'
        f'constexpr SnrInfoRec kNames[] = {{Name(kClassTemp, kGpu, kMain, "{name}")}};\n')
       for name, wanted in ((" ~", ""), ("16_characters_~~", ""), ("17_characters_~~~", BAD_PATTERN),
-                           ("A\\x1FB", BAD_PATTERN), ("A\\x7F", BAD_PATTERN), ("A\\0B", BAD_PATTERN))],
+                           ("A\\x1F\" \"B", BAD_PATTERN), ("A\\x7F", BAD_PATTERN), ("A\\0B", BAD_PATTERN))],
     ("name_table_holds_a_key_twice", '#include "library/specific_sensors/name_tables.h"\nusing namespace oxa::snr;\n'
      'constexpr SnrInfoRec kNames[] = {Name(kClassTemp, kGpu, kMain, "A"), Name(kClassTemp, kGpu, kMain, "B")};\n'
      'static_assert(CheckNames(kNames, false));\n'),
@@ -132,6 +132,7 @@ def check_groups(args, directory, source):
         with open(source, "w", encoding="utf-8") as out:
             out.write(PROFILE.replace("STEPS", ", ".join(steps)).replace('"LIST"', '"wrong.def"'))
         _, message = compiles(args, source)
+        message = message.replace('\\"', '"') # as clang shows the texts of a refusal
         refused = {line for line in message.splitlines() if "row_of_a_group_that_no_step_of_the_profile_walks" in line}
         for group, step in GROUPS.items():
             named = any(f'"{group[1:15]}%d"' in line for line in refused)

@@ -30,7 +30,7 @@ def arguments():
     parser.add_argument("--seed", type=int, default=1, help="which ones (1)")
     parser.add_argument("--all", action="store_true", help="all of them: a night's work, goes on where it stopped")
     parser.add_argument("--only", metavar="FILE[:LINE]", help="all of a file or a line")
-    parser.add_argument("--part", metavar="I/N", help="every Nth of them from the Ith on, for runs beside each other")
+    parser.add_argument("--share", metavar="I/N", help="every Nth of them from the Ith on, for runs beside each other")
     parser.add_argument("--list", action="store_true", help="print the mutants and try none")
     parser.add_argument("--fresh", action="store_true", help="forget what earlier runs found")
     parser.add_argument("--minutes", type=float, help="stop after that time; the same command goes on")
@@ -139,7 +139,7 @@ def main():
         fcntl.flock(lock, fcntl.LOCK_EX)  # runs beside each other prepare one after the other
         place.update()
         texts, mutations = find_all(place)
-        picked = part(chosen(mutations, wanted), wanted.part)
+        picked = part(chosen(mutations, wanted), wanted.share)
         equivalents = Equivalents(os.path.join(place.tree, "tests", "mutants", "equivalent.txt"))
         say(f"{len(mutations)} mutants are possible, {len(picked)} are chosen")
         for entry in equivalents.stale(mutations):

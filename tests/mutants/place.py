@@ -63,7 +63,7 @@ class Place:
                     os.unlink(path)
 
     def make(self, jobs):
-        environment = {**os.environ, "CCACHE_BASEDIR": self.tree, "CCACHE_NOHASHDIR": "1",
+        environment = {**os.environ, "CCACHE_BASEDIR": self.tree, "CCACHE_NOHASHDIR": "1", "CCACHE_DEPEND": "1",
                        "CCACHE_SLOPPINESS": "pch_defines,time_macros"}
         launchers = [f"-DCMAKE_{language}_COMPILER_LAUNCHER=ccache" for language in ("C", "CXX")
                      if shutil.which("ccache")]
