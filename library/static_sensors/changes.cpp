@@ -80,7 +80,7 @@ bool AskForFacts(Draft &tDraft) {
         CountCpu(tDraft);
     if (tDraft.bBelowFirstCpu && tDraft.Has(kDropBelowFirstCpu))
         return false;
-    return WriteBoardLine(tDraft);
+    return tDraft.Does().eBoardLine == BoardLine::kNone || WriteBoardLine(tDraft);
 }
 
 bool ApplyPlatformValues(Draft &tDraft) {

@@ -381,6 +381,8 @@ GATE AirIndex(const Draft &tDraft) {
 
 bool PassGate(Draft &tDraft) {
     switch (tDraft.Does().eGate) {
+    case Gate::kNone:
+        return true; // BuildSensor does not come here for it
     case Gate::kBoardHas:
         return BoardHas(tDraft);
     case Gate::kPartWanted:
@@ -415,7 +417,6 @@ bool PassGate(Draft &tDraft) {
         return DimmName(tDraft);
     case Gate::kCpuVoltage:
         return CpuVoltage(tDraft);
-    case Gate::kNone: // not asked
     case Gate::kAirIndex:
         break;
     }
@@ -424,16 +425,16 @@ bool PassGate(Draft &tDraft) {
 
 bool WriteBoardLine(Draft &tDraft) {
     switch (tDraft.Does().eBoardLine) {
+    case BoardLine::kNone:
+        return true; // AskForFacts does not come here for it
     case BoardLine::kOwn:
         return LogOwnBoardLine(tDraft);
     case BoardLine::kPowerWatts:
         return LogBoardOfPower(tDraft);
     case BoardLine::kInputTemp:
-        return LogBoardOfInput(tDraft);
-    case BoardLine::kNone:
         break;
     }
-    return true;
+    return LogBoardOfInput(tDraft);
 }
 
 } // namespace oxa

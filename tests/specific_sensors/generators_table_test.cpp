@@ -4,19 +4,7 @@
 // a row do.
 #include "specific_sensors/generators_table.h"
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define OXA_WITH_ASAN
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define OXA_WITH_ASAN
-#endif
-#ifdef OXA_WITH_ASAN
-// The profile table is there twice on purpose.
-extern "C" const char *__asan_default_options() {
-    return "detect_odr_violation=0";
-}
-#endif
+#include "support/replaced_tables.h"
 
 namespace generators {
 namespace {

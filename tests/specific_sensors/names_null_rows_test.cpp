@@ -2,22 +2,9 @@
 //
 // A table of profiles that lacks parts, in the place of the library's.
 #include "support/lookup_fixture.h"
+#include "support/replaced_tables.h"
 
 #include "oxa/specific_sensors.h"
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define OXA_WITH_ASAN
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define OXA_WITH_ASAN
-#endif
-#ifdef OXA_WITH_ASAN
-// The profile table is there twice on purpose.
-extern "C" const char *__asan_default_options() {
-    return "detect_odr_violation=0";
-}
-#endif
 
 namespace {
 const uint8_t one = 1;
