@@ -2,13 +2,13 @@
 //
 // Input: event records as decode-sel takes them.  Each is sent by the event writer and decoded; what decode-sel finds has
 // to compose the record again.
+#include "base/errors.h"
+#include "events/sel_calls.h"
+#include "events/sel_input.h"
 #include "fuzz/entry_points.h"
 #include "fuzz/platform.h"
 #include "oxa/events.h"
 #include "simulator/simulator.h"
-#include "workbench/errors.h"
-#include "workbench/sel_calls.h"
-#include "workbench/sel_input.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 // Input: which file, what is asked for (eight bytes), then the file byte by byte.
 #include <memory>
 
+#include "base/errors.h"
 #include "fuzz/entry_points.h"
 #include "fuzz/platform.h"
 #include "fuzz/reader.h"
@@ -10,8 +11,7 @@
 #include "oxa/store.h"
 #include "oxa/thresholds.h"
 #include "simulator/simulator.h"
-#include "workbench/errors.h"
-#include "workbench/threshold_image.h"
+#include "thresholds/image.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // Input: a story; its board is "board.toml".
+#include "base/errors.h"
 #include "fuzz/platform.h"
-#include "workbench/errors.h"
-#include "workbench/scenario.h"
+#include "scenario/scenario.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     fuzz::Judge([&] {

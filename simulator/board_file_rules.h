@@ -2,7 +2,7 @@
 //
 // The machinery of the board file reader: a section is a table of rules, a rule is a key with what is
 // expected of its value and where the value goes.  Only board_file*.cpp and the workbench's readers of stories and
-// descriptions (workbench/runtime_toml.h) include this.
+// descriptions (workbench/runtime/toml_file.h) include this.
 #ifndef OXA_SIMULATOR_BOARD_FILE_RULES_H
 #define OXA_SIMULATOR_BOARD_FILE_RULES_H
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The keys of a board file, section by section.  Only board_file*.cpp and workbench/runtime_toml.h include this.
+// The keys of a board file, section by section.  Only board_file*.cpp and workbench/runtime/toml_file.h include this.
 #ifndef OXA_SIMULATOR_BOARD_FILE_SECTIONS_H
 #define OXA_SIMULATOR_BOARD_FILE_SECTIONS_H
 

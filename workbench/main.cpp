@@ -4,8 +4,8 @@
 #include <csignal>
 #include <cstdio>
 
-#include "workbench/commands.h"
-#include "workbench/errors.h"
+#include "base/errors.h"
+#include "commands/commands.h"
 
 namespace {
 

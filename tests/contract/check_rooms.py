@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The rooms of the library know each other in one direction only, profiles are told apart in their own room only, and
-other programs of the tree read nothing of the library but its public headers and its catalogues.  No source stands
-outside the rooms, and no header without a reader."""
+"""The rooms of the library know each other in one direction only, and so do those of the workbench; profiles are told
+apart in their own room only, and other programs of the tree read nothing of the library but its public headers and its
+catalogues.  No source stands outside the rooms, and no header without a reader."""
 import argparse
 import os
 import re
@@ -19,12 +19,28 @@ MAY_KNOW = {
     "static_sensors": ("record", "store"),
     "profiles": ("record", "specific_sensors", "static_sensors"),
 }
+# The same for the workbench; its main.cpp knows base and commands.
+WORKBENCH_MAY_KNOW = {
+    "base": (),
+    "sets": ("base",),
+    "explain": ("base", "sets"),
+    "checks": ("base", "sets"),
+    "serve": ("base", "sets"),
+    "events": ("base", "sets"),
+    "compare": ("base", "sets", "explain"),
+    "runtime": ("base", "sets", "events"),
+    "scenario": ("base", "events", "runtime"),
+    "thresholds": ("base", "sets", "runtime"),
+    "commands": ("base", "sets", "explain", "checks", "serve", "events", "compare", "runtime", "scenario", "thresholds"),
+    "main.cpp": ("base", "commands"),
+}
 PUBLIC = {"oxa/store.h": "store", "oxa/thresholds.h": "thresholds", "oxa/events.h": "events",
           "oxa/specific_sensors.h": "specific_sensors"}
 # OXA_CheckifAddCpuSensorByIndex and SDR_GetSepcificFruSDRRecID are declared beside the store.
 CATALOGUES = re.compile(r"library/\w+/(\w+_)?catalogue\.h$|library/record/(leakage_key|traits)\.h$|.*\.def$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.M)
 OTHERS = ("simulator", "workbench", "bench", "fuzz")
+OUTSIDE_THE_WORKBENCH = ("oxa", "library", "simulator")
 HOUSE = ("include", "library", *OTHERS, "tests")
 # Read by programs outside the tree, and by CMake.
 READ_ELSEWHERE = re.compile(r"include/oxa/(exports|platform)\.h$|tests/support/precompiled\.h$")
@@ -58,6 +74,25 @@ def check_library(top):
     return arrows
 
 
+def check_workbench(top):
+    arrows = set()
+    bench = os.path.join(top, "workbench")
+    for path in sources(bench):
+        room = os.path.relpath(path, bench).split(os.sep)[0]
+        shown = os.path.relpath(path, top)
+        if room not in WORKBENCH_MAY_KNOW:
+            fault(f"{shown} stands in no room of the workbench")
+            continue
+        for name in INCLUDE.findall(text_of(path)):
+            known = name.split("/")[0]
+            if known == room or known in OUTSIDE_THE_WORKBENCH:
+                continue
+            arrows.add((room, known))
+            if known not in WORKBENCH_MAY_KNOW[room]:
+                fault(f"{shown} includes {name}: {room} must not know {known}")
+    return arrows
+
+
 def check_others(top):
     for other in OTHERS:
         for path in sources(os.path.join(top, other)):
@@ -82,8 +117,10 @@ def check_strays(top):
 parser = argparse.ArgumentParser(description=__doc__)
 parser.add_argument("--source", required=True)
 arguments = parser.parse_args()
-found = check_library(arguments.source)
+library = check_library(arguments.source)
+workbench = check_workbench(arguments.source)
 check_others(arguments.source)
 check_strays(arguments.source)
-print(f"{len(MAY_KNOW)} rooms, {len(found)} arrows: " + ", ".join(f"{a} > {b}" for a, b in sorted(found)))
+for house, rooms, found in (("library", MAY_KNOW, library), ("workbench", WORKBENCH_MAY_KNOW, workbench)):
+    print(f"{house}: {len(rooms)} rooms, {len(found)} arrows: " + ", ".join(f"{a} > {b}" for a, b in sorted(found)))
 finish()

@@ -6,9 +6,9 @@
 
 #include <gmock/gmock.h>
 
+#include "base/errors.h"
+#include "runtime/bmc.h"
 #include "simulator/backend_bmc.h"
-#include "workbench/errors.h"
-#include "workbench/runtime_bmc.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 
 #include <gmock/gmock.h>
 
+#include "events/sel_calls.h"
 #include "simulator/simulator.h"
 #include "support/bytes.h"
-#include "workbench/sel_calls.h"
 
 namespace {
 

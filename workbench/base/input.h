@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// Whole files of others.
+#ifndef OXA_WORKBENCH_BASE_INPUT_H
+#define OXA_WORKBENCH_BASE_INPUT_H
+
+#include <istream>
+#include <string>
+
+namespace workbench {
+
+// All of a stream.  InputError, naming it, when it has more than 64 MB: no record, log or list is that long, and a device
+// or a pipe may have no end.
+std::string ReadAllOf(std::istream &stream, const std::string &name);
+
+} // namespace workbench
+#endif

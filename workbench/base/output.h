@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// Where results go: whole or not at all.
+#ifndef OXA_WORKBENCH_BASE_OUTPUT_H
+#define OXA_WORKBENCH_BASE_OUTPUT_H
+
+#include <string>
+
+namespace workbench {
+
+// False with errno when not all of it could be written.
+bool WriteAll(int fd, const std::string &text);
+
+// Writes everything to standard output.  A reader that has gone away ("| head") is no error.
+void PrintOut(const std::string &text);
+
+// Puts the content at the path in one step: readers see the old file or the new one, never half of it.
+void WriteFileAtomically(const std::string &path, const std::string &content);
+
+} // namespace workbench
+#endif

@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+
+#include "base/errors.h"
+#include "base/json.h"
+#include "base/output.h"
+#include "base/table.h"
+#include "base/text.h"
+#include "checks/findings.h"
+#include "commands/commands.h"
+#include "sets/static_set.h"
+
+namespace workbench {
+namespace {
+
+constexpr size_t kTextWidth = 76;
+
+struct CheckOptions {
+    RunOptions run;     // board: empty for none; profile: one or "all"
+    std::string boards; // folder of board files; empty: none
+    bool json = false;
+    bool verbose = false;
+};
+
+struct Scale { // of one analog sensor
+    std::string board, profile, name, unit;
+    double minimum, maximum, step;
+};
+
+struct Report {
+    size_t sets = 0, tables = 0;
+    std::vector<Finding> findings;
+    std::vector<Scale> scales;
+    std::vector<std::string> unused;
+    size_t Known() const {
+        return static_cast<size_t>(std::count_if(
+            findings.begin(), findings.end(), [](const Finding &f) { return f.IsKnown(); }));
+    }
+};
+
+std::vector<std::string> BoardsOf(const CheckOptions &options) {
+    std::vector<std::string> out;
+    if (!options.run.board.empty())
+        out.push_back(options.run.board);
+    if (options.boards.empty())
+        return out;
+    std::error_code error;
+    for (const auto &file : std::filesystem::directory_iterator(options.boards, error))
+        if (file.path().extension() == ".toml")
+            out.push_back(file.path().string());
+    if (error)
+        throw InputError(options.boards + ": " + error.message());
+    if (out.empty())
+        throw InputError(options.boards + ": no board descriptions (*.toml) in it");
+    std::sort(out.begin(), out.end());
+    return out;
+}
+
+std::vector<const Profile *> ProfilesOf(const CheckOptions &options) {
+    if (options.run.profile == "all")
+        return AllProfiles();
+    for (const Profile *profile : AllProfiles())
+        if (options.run.profile == profile->name)
+            return {profile};
+    throw InputError("unknown profile '" + options.run.profile + "'; available: all, " + AvailableProfiles() +
+                     ", sablin");
+}
+
+// One line for a finding, however many boards have it; the text is the first one's.
+void Add(Report &report, Finding finding) {
+    for (Finding &told : report.findings)
+        if (told.rule == finding.rule && told.profile == finding.profile && told.subject == finding.subject) {
+            told.boards.insert(told.boards.end(), finding.boards.begin(), finding.boards.end());
+            return;
+        }
+    report.findings.push_back(std::move(finding));
+}
+
+void AddScales(const StaticSet &set, const std::vector<Decoded> &decoded, Report &report) {
+    for (const Decoded &d : decoded)
+        if (d.reading)
+            report.scales.push_back({set.board, set.profile->name, d.name, d.reading->unit,
+                                     d.reading->minimum, d.reading->maximum, d.reading->factor});
+}
+
+void CheckOne(const RunOptions &run, Report &report) {
+    ++report.sets;
+    try {
+        const StaticSet set = BuildStaticSetApart(run);
+        const Decoder decoder;
+        std::vector<Decoded> decoded;
+        for (const Sensor &sensor : set.sensors)
+            decoded.push_back(decoder.Decode(sensor));
+        for (Finding &finding : CheckSet(set, decoded))
+            Add(report, std::move(finding));
+        AddScales(set, decoded, report);
+    } catch (const SetError &error) {
+        Add(report, {"no-set", run.profile, run.board, error.what(), {run.board}, ""});
+    }
+}
+
+Report RunChecks(const CheckOptions &options) {
+    Report report;
+    const std::vector<const Profile *> profiles = ProfilesOf(options);
+    const std::vector<std::string> boards = BoardsOf(options);
+    for (const Profile *profile : profiles)
+        for (const std::string &board : boards) {
+            RunOptions run = options.run;
+            run.profile = profile->name;
+            run.board = board;
+            if (profile->driver != nullptr)
+                CheckOne(run, report);
+        }
+    for (const Profile *profile : profiles) { // the simulated platform starts here, not earlier
+        ++report.tables;
+        for (const auto check : {CheckTables, CheckFruIds})
+            for (Finding &finding : check(*profile))
+                Add(report, std::move(finding));
+    }
+    KnownFindings known;
+    for (Finding &finding : report.findings)
+        known.Explain(finding);
+    std::stable_partition(report.findings.begin(), report.findings.end(),
+                          [](const Finding &finding) { return !finding.IsKnown(); });
+    report.unused = known.Unused();
+    return report;
+}
+
+void AddFinding(const Finding &finding, Table &table) {
+    std::string text = finding.text;
+    if (finding.boards.size() > 1)
+        text += " (and on " + std::to_string(finding.boards.size() - 1) + " more)";
+    std::vector<Cell> row = {
+        {finding.IsKnown() ? "known" : "NEW", finding.IsKnown() ? Style::kDim : Style::kHot},
+        {finding.rule},
+        {finding.profile},
+        {finding.subject, Style::kBold},
+        {""}};
+    for (const std::string &line : Wrap(text, kTextWidth)) {
+        row[4] = {line};
+        table.Add(row);
+        row = {{""}, {""}, {""}, {""}, {""}};
+    }
+    for (const std::string &line : Wrap(finding.reason, kTextWidth - 2))
+        if (!line.empty())
+            table.Add({{""}, {""}, {""}, {""}, {"= " + line, Style::kDim}});
+}
+
+std::string ScaleText(const Report &report) {
+    Table table({{"BOARD"}, {"PROFILE"}, {"SENSOR"}, {"FROM", true}, {"TO", true}, {"STEP", true}, {"UNIT"}});
+    for (const Scale &s : report.scales)
+        table.Add({{s.board, Style::kDim},
+                   {s.profile},
+                   {s.name, Style::kBold},
+                   {FormatNumber(s.minimum)},
+                   {FormatNumber(s.maximum)},
+                   {FormatNumber(s.step)},
+                   {s.unit}});
+    std::string out = report.scales.empty() ? "" : table.Render(ColourWanted()) + "\n";
+    for (const std::string &entry : report.unused)
+        out += "not met here: " + entry + "\n";
+    return out + (report.unused.empty() ? "" : "\n");
+}
+
+std::string RenderText(const Report &report, bool verbose) {
+    Table table({{"STATUS"}, {"RULE"}, {"PROFILE"}, {"SUBJECT"}, {"FINDING"}});
+    for (const Finding &finding : report.findings)
+        AddFinding(finding, table);
+    const size_t known = report.Known();
+    return (verbose ? ScaleText(report) : "") +
+           (report.findings.empty() ? "" : table.Render(ColourWanted()) + "\n") +
+           std::to_string(report.sets) + (report.sets == 1 ? " set and " : " sets and ") +
+           std::to_string(report.tables) +
+           (report.tables == 1 ? " name table checked: " : " name tables checked: ") +
+           std::to_string(report.findings.size() - known) + " new findings, " + std::to_string(known) +
+           " known\n";
+}
+
+Json ScalesJson(const Report &report) {
+    Json out = Json::array();
+    for (const Scale &s : report.scales)
+        out.push_back({{"board", s.board},
+                       {"profile", s.profile},
+                       {"name", s.name},
+                       {"minimum", Rounded(s.minimum)},
+                       {"maximum", Rounded(s.maximum)},
+                       {"step", Rounded(s.step)},
+                       {"unit", s.unit}});
+    return out;
+}
+
+std::string RenderJson(const Report &report, bool verbose) {
+    Json out{{"sets", report.sets},
+             {"tables", report.tables},
+             {"new", report.findings.size() - report.Known()},
+             {"known", report.Known()}};
+    out["findings"] = Json::array();
+    for (const Finding &f : report.findings)
+        out["findings"].push_back({{"known", f.IsKnown()},
+                                   {"rule", f.rule},
+                                   {"profile", f.profile},
+                                   {"subject", f.subject},
+                                   {"text", f.text},
+                                   {"boards", f.boards},
+                                   {"reason", f.IsKnown() ? Json(f.reason) : Json(nullptr)}});
+    if (verbose) {
+        out["scales"] = ScalesJson(report);
+        out["not_met"] = report.unused;
+    }
+    return Dump(out);
+}
+
+void Check(const CheckOptions &options) {
+    const Report report = RunChecks(options);
+    PrintOut(options.json ? RenderJson(report, options.verbose) : RenderText(report, options.verbose));
+    if (report.Known() != report.findings.size())
+        throw ExitStatus(1);
+}
+
+} // namespace
+
+void AddCheckCommand(Command &program) {
+    Command command =
+        program.AddCommand("check", "Names, instances, thresholds, scales and FRU ids that cannot be right");
+    const auto options = std::make_shared<CheckOptions>();
+    options->run.profile = "all";
+    command
+        .AddOption("-b,--board", options->run.board,
+                   "Board description (TOML); without one: the name tables only")
+        .Takes("FILE");
+    command.AddOption("--boards", options->boards, "Every *.toml of a folder").Takes("DIR");
+    command.AddOption("-p,--profile", options->run.profile, "One customer profile, or all")
+        .Takes("NAME")
+        .ShowsDefault();
+    command.AddFlag("-v,--verbose", options->verbose, "Full scale and step of every analog sensor too");
+    command.AddFlag("--json", options->json, "JSON");
+    command.Footer("Exit status: 0 nothing found, or known findings only; 1 new findings; 2 wrong input.\n"
+                   "Colour is used on a terminal only; NO_COLOR switches it off.");
+    command.Runs([options] { Check(*options); });
+}
+
+} // namespace workbench

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The commands; each adds itself, with its options, to the command line.  A command whose result is printed and is no
+// success ends with an ExitStatus.
+#ifndef OXA_WORKBENCH_COMMANDS_COMMANDS_H
+#define OXA_WORKBENCH_COMMANDS_COMMANDS_H
+
+#include "base/command_line.h"
+
+namespace workbench {
+
+void AddListCommand(Command &program);
+void AddShowCommand(Command &program);
+void AddExportCommand(Command &program);
+void AddDiffCommand(Command &program);
+void AddCheckCommand(Command &program);
+void AddEventCommand(Command &program);
+void AddDecodeSelCommand(Command &program);
+void AddServeCommand(Command &program);
+void AddAddRemoveCommands(Command &program); // add and remove
+void AddScenarioCommand(Command &program);
+void AddThresholdsCommand(Command &program); // thresholds show, set, preflight
+
+} // namespace workbench
+#endif

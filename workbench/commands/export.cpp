@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <unistd.h>
+
+#include <memory>
+
+#include "base/errors.h"
+#include "base/json.h"
+#include "base/output.h"
+#include "base/text.h"
+#include "commands/commands.h"
+#include "sets/decode.h"
+#include "sets/run_options.h"
+#include "sets/set_json.h"
+#include "sets/set_numbers.h"
+
+namespace workbench {
+namespace {
+
+struct ExportOptions {
+    RunOptions run;
+    std::string format = "raw"; // raw, json, csv
+    std::string output;         // empty or "-": standard output
+    bool json = false;          // another word for the format
+    bool keep_ids = false;      // leave record ids at 0
+    bool number = false;        // give sensor numbers
+};
+
+std::vector<Decoded> DecodeAll(const StaticSet &set) {
+    const Decoder decoder;
+    std::vector<Decoded> out;
+    for (const Sensor &sensor : set.sensors)
+        out.push_back(decoder.Decode(sensor));
+    return out;
+}
+
+std::string JsonText(const StaticSet &set, const std::vector<Decoded> &decoded) {
+    Json out = SetJson(set);
+    out["sensors"] = Json::array();
+    for (size_t i = 0; i < decoded.size(); ++i)
+        out["sensors"].push_back(SensorJson(set.sensors[i], decoded[i]));
+    return Dump(out);
+}
+
+std::string Quoted(const std::string &text) {
+    if (text.find_first_of(",\"\n") == std::string::npos)
+        return text;
+    std::string out = "\"";
+    for (const char c : text)
+        out += c == '"' ? std::string("\"\"") : std::string(1, c);
+    return out + "\"";
+}
+
+constexpr const char *kCsvHeader =
+    "ordinal,record_id,name,kind,sensor_number,owner_lun,sensor_type,sensor_type_text,event_type,"
+    "event_type_text,entity_id,entity_text,entity_instance,formula,unit,m,b,r_exponent,b_exponent,signed,"
+    "lnr,lc,lnc,unc,uc,unr,hysteresis_positive,hysteresis_negative,device_code,device_item,device_index,"
+    "scan_flag,bus,address,record,entry\n";
+
+void AddCsvReading(const Decoded &d, std::vector<std::string> &row) {
+    if (!d.reading) {
+        row.insert(row.end(), 7, "");
+    } else {
+        const Reading &r = *d.reading;
+        row.insert(row.end(),
+                   {r.formula, r.unit, std::to_string(r.m), std::to_string(r.b), std::to_string(r.r_exponent),
+                    std::to_string(r.b_exponent), r.is_signed ? "1" : "0"});
+    }
+    for (size_t i = 0; i < 6; ++i)
+        row.push_back(
+            i < d.thresholds.size() && d.thresholds[i].readable ? FormatNumber(d.thresholds[i].value) : "");
+}
+
+std::string CsvRow(const Sensor &sensor, const Decoded &d) {
+    const Entry &entry = sensor.entry;
+    std::vector<std::string> row = {std::to_string(sensor.ordinal),
+                                    std::to_string(d.record_id),
+                                    d.name,
+                                    KindText(d.kind),
+                                    std::to_string(d.sensor_number),
+                                    std::to_string(d.owner_lun),
+                                    Hex(d.sensor_type),
+                                    d.sensor_type_text,
+                                    Hex(d.event_type),
+                                    d.event_type_text,
+                                    Hex(d.entity_id),
+                                    d.entity_text,
+                                    Hex(sensor.record[SDR_ENTITY_INSTANCE])};
+    AddCsvReading(d, row);
+    row.insert(row.end(),
+               {std::to_string(d.hysteresis_positive), std::to_string(d.hysteresis_negative), Hex(entry[0]),
+                std::to_string(entry[1]), std::to_string(entry[3]), Hex(entry[5]), Hex(entry[6]),
+                Hex(entry[7]), HexBytes({sensor.record.data(), RecordSize(sensor.record)}), HexBytes(entry)});
+    for (std::string &field : row)
+        field = Quoted(field);
+    return Join(row, ",") + "\n";
+}
+
+std::string CsvText(const StaticSet &set, const std::vector<Decoded> &decoded) {
+    std::string out = kCsvHeader;
+    for (size_t i = 0; i < decoded.size(); ++i)
+        out += CsvRow(set.sensors[i], decoded[i]);
+    return out;
+}
+
+void Export(const ExportOptions &options) {
+    const bool to_stdout = options.output.empty() || options.output == "-";
+    if (options.format == "raw" && to_stdout && isatty(STDOUT_FILENO))
+        throw InputError("raw records are no text for a terminal; give -o FILE or a pipe");
+    StaticSet set = BuildStaticSet(options.run);
+    if (!options.keep_ids)
+        SetRecordIds(set);
+    if (options.number)
+        SetSensorNumbers(set, "--number");
+    const std::vector<Decoded> decoded = DecodeAll(set); // a record that nobody can read is not exported
+    const std::string text = options.format == "raw"   ? RawText(set)
+                             : options.format == "csv" ? CsvText(set, decoded)
+                                                       : JsonText(set, decoded);
+    if (to_stdout)
+        PrintOut(text);
+    else
+        WriteFileAtomically(options.output, text);
+}
+
+// --json is what every other command has; beside another format it is a contradiction.
+void SettleFormat(ExportOptions &options, bool format_given) {
+    if (options.json && format_given && options.format != "json")
+        throw InputError("--json contradicts --format " + options.format);
+    if (options.json)
+        options.format = "json";
+}
+
+} // namespace
+
+void AddExportCommand(Command &program) {
+    Command command = program.AddCommand("export", "Write a board's set for other programs");
+    const auto options = std::make_shared<ExportOptions>();
+    AddRunOptions(command, options->run);
+    const Option format =
+        command
+            .AddOption(
+                "--format", options->format,
+                "raw (default): records as 'ipmitool sdr dump' writes them; json; csv: one line per sensor")
+            .OneOf({"raw", "json", "csv"})
+            .Takes("raw|json|csv");
+    command.AddOption("-o,--output", options->output, "Replace FILE in one step; default: standard output")
+        .Takes("FILE");
+    command.AddFlag("--json", options->json, "The same as --format json");
+    command.AddFlag("--keep-ids", options->keep_ids,
+                    "Leave record ids at 0 instead of numbering them from 1");
+    command.AddFlag("--number", options->number,
+                    "Number the sensors 1 to 254, then on LUN 1 and LUN 3; default: 0, as built");
+    command.Runs([options, format] {
+        SettleFormat(*options, format.Given());
+        Export(*options);
+    });
+}
+
+} // namespace workbench

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef OXA_WORKBENCH_COMMANDS_LIST_OPTIONS_H
+#define OXA_WORKBENCH_COMMANDS_LIST_OPTIONS_H
+
+#include <string>
+
+#include "sets/static_set.h"
+
+namespace workbench {
+
+struct ListOptions {
+    RunOptions run;
+    bool json = false;
+    std::string filter; // glob over names; empty: all
+};
+
+void ListAll(const ListOptions &options); // profile "all": counts per profile and group
+
+} // namespace workbench
+#endif

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <memory>
+
+#include "base/errors.h"
+#include "base/json.h"
+#include "base/output.h"
+#include "base/table.h"
+#include "base/text.h"
+#include "commands/commands.h"
+#include "explain/explain.h"
+#include "sets/decode.h"
+#include "sets/run_options.h"
+#include "sets/set_json.h"
+
+namespace workbench {
+namespace {
+
+constexpr unsigned kBytesPerLine = 8;
+constexpr size_t kMeaningWidth = 76;
+
+struct ShowOptions {
+    RunOptions run;
+    bool json = false;
+    std::string name; // exact, or a glob
+};
+
+struct Found {
+    const Sensor *sensor;
+    Decoded decoded;
+};
+
+[[noreturn]] void FailUnknown(const StaticSet &set, const std::string &wanted,
+                              const std::vector<std::string> &names) {
+    const std::vector<std::string> nearest = NearestNames(wanted, names);
+    std::string text = set.board + ": no sensor '" + wanted + "' among " + std::to_string(names.size());
+    if (!nearest.empty())
+        text += "; did you mean " + Join(nearest, ", ") + "?";
+    throw InputError(text);
+}
+
+std::vector<Found> FindSensors(const StaticSet &set, const std::string &wanted) {
+    const Decoder decoder;
+    std::vector<Found> exact, matching;
+    std::vector<std::string> names;
+    for (const Sensor &sensor : set.sensors) {
+        Decoded decoded = decoder.Decode(sensor);
+        names.push_back(decoded.name);
+        if (decoded.name == wanted)
+            exact.push_back({&sensor, decoded});
+        else if (HasWildcard(wanted) && MatchesGlob(decoded.name, wanted))
+            matching.push_back({&sensor, decoded});
+    }
+    if (exact.empty() && matching.empty())
+        FailUnknown(set, wanted, names);
+    return exact.empty() ? matching : exact;
+}
+
+std::string OffsetText(unsigned offset, unsigned size) {
+    return size > 1 ? std::to_string(offset) + "-" + std::to_string(offset + size - 1)
+                    : std::to_string(offset);
+}
+
+std::string HexLine(const Field &field, std::span<const uint8_t> bytes, unsigned line) {
+    const unsigned from = line * kBytesPerLine;
+    if (from >= field.size)
+        return "";
+    return HexBytes(bytes.subspan(field.offset + from, std::min(kBytesPerLine, field.size - from)));
+}
+
+// The meaning, long lines wrapped; what set the byte stands behind it where there is room.
+std::vector<std::string> Words(const Field &field) {
+    std::vector<std::string> out;
+    for (const std::string &line : field.meaning)
+        for (std::string &part : Wrap(line, kMeaningWidth))
+            out.push_back(std::move(part));
+    if (field.set_by.empty())
+        return out;
+    const std::string origin = "= " + field.set_by;
+    if (!out.empty() && out.back().size() + 2 + origin.size() <= kMeaningWidth)
+        out.back() += "  " + origin;
+    else
+        out.push_back(origin);
+    return out;
+}
+
+void AddField(const Field &field, std::span<const uint8_t> bytes, Table &table) {
+    const std::vector<std::string> words = Words(field);
+    const size_t hex_lines = (field.size + kBytesPerLine - 1) / kBytesPerLine;
+    for (unsigned line = 0; line < std::max(words.size(), hex_lines); ++line)
+        table.Add({{line == 0 ? OffsetText(field.offset, field.size) : "", Style::kDim},
+                   {HexLine(field, bytes, line)},
+                   {line == 0 ? field.name : "", Style::kBold},
+                   {line < words.size() ? words[line] : ""}});
+}
+
+std::string RenderFields(const std::vector<Field> &fields, std::span<const uint8_t> bytes, bool colour) {
+    Table table({{"BYTE", true}, {"HEX"}, {"FIELD"}, {"MEANING"}});
+    for (const Field &field : fields)
+        AddField(field, bytes, table);
+    return table.Render(colour);
+}
+
+std::string RenderSensor(const StaticSet &set, const Found &found, bool colour) {
+    const Sensor &sensor = *found.sensor;
+    std::string out = Paint(found.decoded.name, Style::kBold, colour) + ": " + KindText(found.decoded.kind) +
+                      " record of " + std::to_string(RecordSize(sensor.record)) + " bytes, sensor " +
+                      std::to_string(sensor.ordinal) + " of " + std::to_string(set.sensors.size()) + "\n\n";
+    out += "Record\n" + RenderFields(ExplainRecord(sensor, found.decoded), sensor.record, colour);
+    out += "\nDevice-table entry\n" + RenderFields(ExplainEntry(sensor), sensor.entry, colour);
+    return out;
+}
+
+Json FieldsJson(const std::vector<Field> &fields, std::span<const uint8_t> bytes) {
+    Json out = Json::array();
+    for (const Field &f : fields) {
+        Json field{{"offset", f.offset},
+                   {"size", f.size},
+                   {"bytes", HexBytes(bytes.subspan(f.offset, f.size))},
+                   {"field", f.name},
+                   {"meaning", f.meaning}};
+        field["set_by"] = f.set_by.empty() ? Json(nullptr) : Json(f.set_by);
+        out.push_back(std::move(field));
+    }
+    return out;
+}
+
+std::string RenderJson(const StaticSet &set, const std::vector<Found> &found) {
+    Json out = SetJson(set);
+    out["sensors"] = Json::array();
+    for (const Found &f : found) {
+        Json sensor = SensorJson(*f.sensor, f.decoded);
+        sensor["record_fields"] = FieldsJson(ExplainRecord(*f.sensor, f.decoded), f.sensor->record);
+        sensor["entry_fields"] = FieldsJson(ExplainEntry(*f.sensor), f.sensor->entry);
+        out["sensors"].push_back(std::move(sensor));
+    }
+    return Dump(out);
+}
+
+void Show(const ShowOptions &options) {
+    const StaticSet set = BuildStaticSet(options.run);
+    const std::vector<Found> found = FindSensors(set, options.name);
+    if (options.json)
+        return PrintOut(RenderJson(set, found));
+    std::string out;
+    const bool colour = ColourWanted();
+    for (const Found &f : found) {
+        out += out.empty() ? "" : "\n";
+        out += RenderSensor(set, f, colour);
+    }
+    PrintOut(out);
+}
+
+} // namespace
+
+void AddShowCommand(Command &program) {
+    Command command = program.AddCommand("show", "Every byte of a sensor's record and device-table entry");
+    const auto options = std::make_shared<ShowOptions>();
+    AddRunOptions(command, options->run);
+    command.AddOption("NAME", options->name, "Sensor name, or a pattern such as 'PSU_*_01'")
+        .Required()
+        .Takes("");
+    command.AddFlag("--json", options->json, "JSON with the fields of record and entry");
+    command.Runs([options] { Show(*options); });
+}
+
+} // namespace workbench

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// --bmc, --user and --password: where a command's sessions lead.
+#ifndef OXA_WORKBENCH_RUNTIME_BMC_OPTIONS_H
+#define OXA_WORKBENCH_RUNTIME_BMC_OPTIONS_H
+
+#include <optional>
+#include <string>
+
+#include "base/command_line.h"
+#include "simulator/backend_bmc.h"
+
+namespace workbench {
+
+struct BmcOptions {
+    std::string address; // "127.0.0.1:9001", as given; empty: sessions end in memory
+    sim::Bmc login;      // user and password; the address is not in it yet
+    bool Given() const {
+        return !address.empty();
+    }
+};
+
+// `help` is that of --bmc.
+void AddBmcOptions(Command &command, BmcOptions &options, const std::string &help);
+
+// nullopt without --bmc; InputError for an address that is none.
+std::optional<sim::Bmc> ChosenBmc(const BmcOptions &options);
+
+} // namespace workbench
+#endif

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "runtime/platform.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "base/errors.h"
+#include "base/input.h"
+#include "base/output.h"
+#include "base/text.h"
+#include "runtime/records.h"
+#include "sets/static_set.h"
+#include "simulator/board_file.h"
+
+namespace workbench {
+namespace {
+
+constexpr size_t kHeader = SDR_RECORD_LENGTH + 1;
+constexpr uint8_t kVersion = 0x51;
+
+uint16_t RecordId(const std::string &bytes, size_t at) {
+    return static_cast<uint16_t>(static_cast<uint8_t>(bytes[at]) | static_cast<uint8_t>(bytes[at + 1]) << 8);
+}
+
+// Size of the record that begins there; InputError when it is none or is cut.
+size_t SizeAt(const std::string &path, const std::string &bytes, size_t at, size_t number) {
+    const std::string where = path + ": record " + std::to_string(number) + ": ";
+    const size_t left = bytes.size() - at;
+    const size_t size = left < kHeader ? 0 : static_cast<uint8_t>(bytes[at + SDR_RECORD_LENGTH]) + kHeader;
+    if (size == 0 || size > left)
+        throw InputError(where + "the file ends within it");
+    if (size > SDR_SLOT_SIZE || static_cast<uint8_t>(bytes[at + SDR_VERSION]) != kVersion)
+        throw InputError(where + "no record (the file is a repository that 'add --root' wrote)");
+    return size;
+}
+
+} // namespace
+
+sim::Board LoadBoardFor(const std::string &path, const std::string &profile) {
+    try {
+        sim::Board board = sim::LoadBoardFile(path);
+        if (!profile.empty())
+            board.custom_id = ProfileId(profile);
+        return board;
+    } catch (const sim::BoardError &error) {
+        throw InputError(OneLine(error.what()));
+    }
+}
+
+std::vector<sim::Fault> LoadFaultsOf(const std::string &path) {
+    try {
+        return sim::LoadBoardFaults(path);
+    } catch (const sim::BoardError &error) {
+        throw InputError(OneLine(error.what()));
+    }
+}
+
+void StartWith(sim::Board board, const std::vector<sim::Fault> &faults, const RepositoryState &repository) {
+    sim::Start(std::move(board));
+    for (const sim::Fault &fault : faults)
+        sim::AddFault(fault);
+    sim::Repository() = repository.records;
+    sim::NextRecordId() = repository.next_id;
+}
+
+RepositoryState CurrentRepository() {
+    return {sim::Repository(), sim::NextRecordId()};
+}
+
+std::string RepositoryPath(const std::string &root, bool at_bmc) {
+    return root + (at_bmc ? "/repository.bmc" : "/repository.sdr");
+}
+
+RepositoryState LoadRepository(const std::string &path) {
+    std::error_code ignored;
+    std::ifstream file;
+    if (std::filesystem::is_regular_file(path, ignored)) // a pipe would be waited for
+        file.open(path, std::ios::binary);
+    if (!file.is_open())
+        throw InputError(path + ": cannot be read");
+    const std::string bytes = ReadAllOf(file, path);
+    RepositoryState state;
+    for (size_t at = 0; at < bytes.size();) {
+        const size_t size = SizeAt(path, bytes, at, state.records.size() + 1);
+        sim::RepositoryRecord record{RecordId(bytes, at), {}};
+        record.bytes.assign(bytes.begin() + static_cast<long>(at),
+                            bytes.begin() + static_cast<long>(at + size));
+        state.next_id = std::max<uint16_t>(state.next_id, static_cast<uint16_t>(record.id + 1));
+        state.records.push_back(std::move(record));
+        at += size;
+    }
+    return state;
+}
+
+void SaveRepository(const std::string &path, const RepositoryState &repository) {
+    std::string bytes;
+    for (const sim::RepositoryRecord &record : repository.records) {
+        std::string one(record.bytes.begin(), record.bytes.end());
+        one.resize(std::min(one.size(), RecordSize(record.bytes))); // what was sent behind it is no record
+        one[SDR_RECORD_ID] = static_cast<char>(record.id);
+        one[SDR_RECORD_ID + 1] = static_cast<char>(record.id >> 8);
+        bytes += one;
+    }
+    WriteFileAtomically(path, bytes);
+}
+
+} // namespace workbench

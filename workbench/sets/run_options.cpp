@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "sets/run_options.h"
+
+namespace workbench {
+
+void AddRunOptions(Command &command, RunOptions &run, const std::string &more) {
+    command.AddOption("-b,--board", run.board, "Board description (TOML)").Required().Takes("FILE");
+    command.AddOption("-p,--profile", run.profile, "Customer profile: " + AvailableProfiles() + more)
+        .Takes("NAME")
+        .ShowsDefault();
+    AddTraceOptions(command, run.trace, run.log);
+    command.Footer(
+        "Exit status: 0 done; 1 the library built no usable set; 2 wrong input (nothing is written).\n"
+        "Colour is used on a terminal only; NO_COLOR switches it off.");
+}
+
+void AddTraceOptions(Command &command, bool &trace, bool &log) {
+    command.AddFlag("--trace", trace, "Print everything that crossed the platform border to standard error");
+    command.AddFlag("--log", log, "Print the library's log lines to standard error");
+}
+
+} // namespace workbench

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// Runs one board through one profile's driver on the simulated platform and keeps what it built.
+#ifndef OXA_WORKBENCH_SETS_STATIC_SET_H
+#define OXA_WORKBENCH_SETS_STATIC_SET_H
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "oxa/records.h"
+
+namespace workbench {
+
+using Record = std::array<uint8_t, SDR_SLOT_SIZE>;
+using Entry = std::array<uint8_t, DEV_TAB_ENTRY_SIZE>;
+using StaticDriver = void (*)(uint8_t *records, DevTabEntry *entries, uint16_t *count);
+
+struct Profile {
+    const char *name;
+    uint32_t id;
+    StaticDriver driver; // null: the library has none for this customer
+};
+
+const Profile &
+FindProfile(const std::string &name);              // InputError for an unknown one and for one without driver
+bool IsProfileName(const std::string &name);       // with driver or without
+std::vector<const Profile *> ProfilesWithDriver(); // in the order of their ids
+std::vector<const Profile *> AllProfiles();
+std::string AvailableProfiles(); // "default, ..."
+
+// Id of a profile by name, those without driver too; InputError with the available ones.
+uint32_t ProfileId(const std::string &name);
+std::string ProfileName(uint32_t id); // "ferrisk", or "profile 99"
+
+struct RunOptions {
+    std::string board;
+    std::string profile = "default";
+    bool trace = false; // everything that crossed the platform border, on standard error
+    bool log = false;   // the library's log lines only
+};
+
+struct Sensor {
+    unsigned ordinal = 0; // 1-based place in the set
+    Record record{};
+    Entry entry{};
+};
+
+struct StaticSet {
+    std::string board;
+    const Profile *profile = nullptr;
+    std::vector<Sensor> sensors;
+};
+
+// InputError: the board file or profile cannot be used.  SetError: the pass ended without a count, or broke a
+// rule that every pass keeps.
+StaticSet BuildStaticSet(const RunOptions &options);
+
+// The same in a process of its own, for commands that need several sets: the library's state has no reset.
+StaticSet BuildStaticSetApart(const RunOptions &options);
+
+// What crossed the platform border, or the library's log lines only, on standard error.
+void PrintPlatformTrace(bool trace, bool log);
+
+unsigned RecordSize(const Record &record); // header and body; above 64 when the length byte is wrong
+
+} // namespace workbench
+#endif
