@@ -17,7 +17,6 @@ namespace {
 
 constexpr size_t kMostSensors = 240; // sensor numbers of a byte, and some room
 constexpr uint32_t kPsuClass = 0xFF0A;
-constexpr uint8_t kPsuEntity = 0x0A;
 constexpr uint8_t kDisk = 59; // card type
 constexpr uint8_t kCardPool = 4;
 

@@ -17,7 +17,6 @@ constexpr char kEntryFile[] = "/var/tmp/extDevTab.dat";
 constexpr char kThresholdFile[] = "/conf/BMC1/sensor_threshold.dat";
 constexpr char kRecordFile[] = "/var/SpecificSDRRec";
 constexpr uint8_t kLocator = 0x11; // record type
-constexpr uint8_t kPsuEntity = 0x0A;
 
 void Require(bool fact, const std::string &what) {
     if (!fact)

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "oxa/store.h"
-#include "support/static_pass.h"
+#include "profiles/default_support.h"
 
 namespace {
 
@@ -85,8 +85,6 @@ TEST(DefaultCpus, TheSecondFigureOfTheLineIsZeroAbove121Cpus) {
         CountLine({'I', 42, "OXA_AddDefaultStaticSensor for CPU: dwIndex = 0,ucCPUCnt = 122, dwCnt = 0!"}),
         1u);
 }
-
-constexpr char kInstanceWrap[] = "aucSDR[SDR_ENTITY_INSTANCE] + ucInstance may wrap!\n";
 
 TEST(DefaultCpus, ACpuAbove159LosesAllButItsCoreVoltage) {
     sim::Board board = BaseBoard();

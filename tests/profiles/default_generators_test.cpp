@@ -13,8 +13,6 @@ using namespace tests;
 
 // ---- instances --------------------------------------------------------------------------------------------
 
-constexpr char kInstanceWrap[] = "aucSDR[SDR_ENTITY_INSTANCE] + ucInstance may wrap!\n";
-
 template <class Function> void ExpectGuarded(Function function, const char *name) {
     SCOPED_TRACE(name);
     sim::Board board = GeneratorBoard();

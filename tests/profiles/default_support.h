@@ -24,6 +24,8 @@ inline sim::Board DiskBoard() {
     return board;
 }
 
+inline constexpr char kInstanceWrap[] = "aucSDR[SDR_ENTITY_INSTANCE] + ucInstance may wrap!\n";
+
 } // namespace tests
 
 #endif

@@ -6,23 +6,13 @@
 
 #include <cstring>
 
+#include "simulator/firmware_calls.h"
 #include "simulator/simulator.h"
 
 using namespace sim;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-namespace {
-
-constexpr char kUnit[] = "specific_sdr_file.c";
-
-uint16_t OpenSession(IpmiLocalSession &session) {
-    uint8_t privilege = 4;
-    return LIBIPMI_Create_IPMI_Local_Session(&session, "", "", &privilege, 0, 2, 10);
-}
-
-} // namespace
 
 // ---- statistics and lines --------------------------------------------------------------------------------
 

@@ -9,6 +9,7 @@
 #include <set>
 #include <thread>
 
+#include "simulator/firmware_calls.h"
 #include "simulator/simulator.h"
 #include "support/build_facts.h"
 
@@ -17,13 +18,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-constexpr char kUnit[] = "specific_sdr_file.c";
-
-uint16_t OpenSession(IpmiLocalSession &session) {
-    uint8_t privilege = 4;
-    return LIBIPMI_Create_IPMI_Local_Session(&session, "", "", &privilege, 0, 2, 10);
-}
 
 std::vector<std::string> Lines() {
     std::vector<std::string> lines;

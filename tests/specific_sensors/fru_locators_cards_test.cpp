@@ -151,9 +151,6 @@ TEST_F(PurchaseCardLocator, AFailedOffsetQueryMeansOffset0ForGood) {
 
 // ---- the SL200 card -----------------------------------------------------------------------------
 
-const char kSl200Exec[] = "info 42 GenFruOfSL200CardSpecificSDR: GenFruOfSL200CardSpecificSDR is exec!!!\n";
-const char kSl200Type[] = "info 42 GenFruOfSL200CardSpecificSDR: ptParam->dwDevType = 0x40b";
-
 TEST_F(Sl200Locator, TakesItsFruIdFromTheCardPoolOnAPlainMachine) {
     const Built built = BuildSl200(3);
     EXPECT_EQ(built.length, 29);

@@ -2,7 +2,7 @@
 //
 // Where FRU ids come from and go back to: the purchase-card pool, the slots of the SL200 card, the sub card's
 // single id, and the card catalogue.
-#include "support/fru_fixture.h"
+#include "specific_sensors/fru_records.h"
 
 namespace {
 
@@ -209,8 +209,6 @@ TEST_F(PurchaseCardPool, ACardWithoutANameInSlot0StopsAtTheSlot) {
 
 // ---- the SL200 card's slots ---------------------------------------------------------------------
 
-const char kSl200Exec[] = "info 42 GenFruOfSL200CardSpecificSDR: GenFruOfSL200CardSpecificSDR is exec!!!\n";
-const char kSl200Type[] = "info 42 GenFruOfSL200CardSpecificSDR: ptParam->dwDevType = 0x40b";
 const char kSl200Fail[] = "info 42 GenFruOfSL200CardSpecificSDR: PurchaseCard Get Valid FruId Fail!";
 
 TEST_F(Sl200Pool, GivesSlots3To10TheFruIds1To8) {

@@ -83,5 +83,10 @@ inline const Generator kGenerators[] = {
     {"GenFruOfSL200CardSpecificSDR", GenFruOfSL200CardSpecificSDR, Card(kSl200, 3), true},
     {"GenFruOfSubCardSpecificSDR", GenFruOfSubCardSpecificSDR, Card(kSubCardClass, 15), false}};
 
+// What the SL200 card's generator says first.
+inline const char kSl200Exec[] =
+    "info 42 GenFruOfSL200CardSpecificSDR: GenFruOfSL200CardSpecificSDR is exec!!!\n";
+inline const char kSl200Type[] = "info 42 GenFruOfSL200CardSpecificSDR: ptParam->dwDevType = 0x40b";
+
 } // namespace fru
 #endif

@@ -1,21 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // The parts of a name: numbers, replacement, and, beside them, the FRU id offset.
-#include "support/lookup_fixture.h"
+#include "specific_sensors/formed_names.h"
 
 namespace {
 
 using testing::ElementsAre;
-
-constexpr uint32_t kTemp = 0x0100, kFan = 0x0403;
-
-std::string Formed(uint32_t sensor_class, int device, int sub, uint8_t slot) {
-    SnrQuery query = Query(sensor_class, device, sub);
-    const uint8_t length = getSensorInfo(&query, slot, 0);
-    const std::string name = Name(query);
-    EXPECT_EQ(length, name.size());
-    return name;
-}
 
 std::string Silk(int device, uint32_t sensor_class, uint8_t number, uint32_t profile, uint8_t plain) {
     const SnrQuery query = Query(sensor_class, device, 0);

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // The two renames: cards in front slots, and the GPUs of a Sablin machine.
-#include "support/lookup_fixture.h"
+#include "specific_sensors/formed_names.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr uint32_t kTemp = 0x0100;
 
 // ---- front slots -------------------------------------------------------------------------------
 

@@ -2,22 +2,12 @@
 //
 // From a description to a name: the lookup in the profile's table and the whole formation.
 #include "profiles/expected_name_tables.h"
-#include "support/lookup_fixture.h"
+#include "specific_sensors/formed_names.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr uint32_t kTemp = 0x0100, kPower = 0x0803, kFan = 0x0403;
-
-std::string Formed(uint32_t sensor_class, int device, int sub, uint8_t slot, uint8_t port = 0) {
-    SnrQuery query = Query(sensor_class, device, sub);
-    const uint8_t length = getSensorInfo(&query, slot, port);
-    const std::string name = Name(query);
-    EXPECT_EQ(length, name.size());
-    return name;
-}
 
 // ---- profile lookup ----------------------------------------------------------------------------
 

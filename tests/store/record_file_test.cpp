@@ -125,7 +125,7 @@ TEST_F(RecordFileWriter, SectionNamesAreCutTo16CharactersAndStillWritten) {
 
 TEST_F(RecordFileWriter, AFileThatCannotBeLoadedIsLeftAsItIs) {
     Put(kRecordFile, "[PSU_3]\nsdrRecId=77\nPresence=1\n");
-    Fail("IniLoadFile");
+    fru::Fail("IniLoadFile");
     SDR_UpdateSpecificSDRRecFile(10, 3, 0, 0);
     EXPECT_THAT(Lines(), ElementsAre(WriterLine("a, 3, 0"), kNotWritten));
     EXPECT_THAT(IniCalls(), ElementsAre(kLoadCall));
@@ -140,21 +140,21 @@ TEST_F(RecordFileWriter, ASuccessWithoutAHandleIsAFileThatCannotBeLoaded) {
 }
 
 TEST_F(RecordFileWriter, AnUnsupportedClassIsOnlyToldOnceTheFileIsLoaded) {
-    Fail("IniLoadFile");
+    fru::Fail("IniLoadFile");
     SDR_UpdateSpecificSDRRecFile(12, 3, 7, 1);
     EXPECT_THAT(Lines(), ElementsAre(WriterLine("c, 3, 7"), kNotWritten));
 }
 
 TEST_F(RecordFileWriter, ResultsOfSettingAndSavingAreNotLookedAt) {
-    Fail("IniSetUInt", "sdrRecId");
+    fru::Fail("IniSetUInt", "sdrRecId");
     SDR_UpdateSpecificSDRRecFile(10, 3, 77, 1);
     EXPECT_EQ(TextOf(kRecordFile), "[PSU_3]\nPresence=1\n");
     sim::ClearFaults();
-    Fail("IniSetUInt", "Presence");
+    fru::Fail("IniSetUInt", "Presence");
     SDR_UpdateSpecificSDRRecFile(10, 4, 78, 1);
     EXPECT_EQ(TextOf(kRecordFile), "[PSU_3]\nPresence=1\n[PSU_4]\nsdrRecId=78\n");
     sim::ClearFaults();
-    Fail("IniSaveFile");
+    fru::Fail("IniSaveFile");
     SDR_UpdateSpecificSDRRecFile(10, 5, 79, 1);
     EXPECT_EQ(TextOf(kRecordFile), "[PSU_3]\nPresence=1\n[PSU_4]\nsdrRecId=78\n");
     EXPECT_EQ(sim::CountCalls("IniCloseFile"), 3u);
@@ -284,7 +284,7 @@ TEST_F(RecordFileReader, AnyOtherClassIsAWarningAndGives0) {
 
 TEST_F(RecordFileReader, AFileThatCannotBeLoadedIsAnErrorAndGives0) {
     Put(kRecordFile, "[PSU_3]\nsdrRecId=77\nPresence=1\n");
-    Fail("IniLoadFile");
+    fru::Fail("IniLoadFile");
     EXPECT_EQ(SDR_GetSepcificFruSDRRecID(10, 3), 0);
     EXPECT_EQ(SDR_GetSepcificFruSDRRecID(11, 3), 0);
     EXPECT_THAT(Lines(), ElementsAre(ReaderLine("a, 3, 0"), kNotRead, ReaderLine("b, 3, 0"), kNotRead));

@@ -12,7 +12,7 @@ using namespace thresh;
 
 const std::vector<Stored> kEntriesBefore = {{"INPUT_TEMP", {60, 55, 50, 1, 2, 3}, 0x38}, {"FAN", {}, 0}};
 const Bytes kBefore = Image(4, kEntriesBefore);
-constexpr uint8_t kEight[8] = {61, 56, 51, 4, 5, 6, 7, 8};
+constexpr uint8_t kNewLimits[8] = {61, 56, 51, 4, 5, 6, 7, 8};
 constexpr char kName[16] = "NEW_SENSOR";
 
 Bytes AfterSave() {
@@ -74,7 +74,7 @@ TEST_F(ThresholdFaults, AStartOfAnotherCustomerHandsOverNothing) {
 }
 
 TEST_F(ThresholdFaults, ASaveLeavesTheOldTableOrTheNewOne) {
-    Sweep([&] { Prepare(kBefore, kBefore); }, [] { SaveSdrThresholdInfoInFile(kName, kEight, 0x38); },
+    Sweep([&] { Prepare(kBefore, kBefore); }, [] { SaveSdrThresholdInfoInFile(kName, kNewLimits, 0x38); },
           [] {
               ExpectOneOf(Live(), {kBefore, AfterSave()});
               ExpectOneOf(sim::ReadFile(kFile),
