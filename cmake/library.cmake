@@ -33,7 +33,11 @@ endif()
 
 add_library(oxaspecificsensorinfo SHARED $<TARGET_OBJECTS:oxa_objects>)
 target_link_libraries(oxaspecificsensorinfo PUBLIC oxa_headers)
-set_target_properties(oxaspecificsensorinfo PROPERTIES LINKER_LANGUAGE C)
+# A program is linked with the .so and asks for the .so.1 from then on.
+set_target_properties(oxaspecificsensorinfo PROPERTIES
+  LINKER_LANGUAGE C
+  VERSION ${PROJECT_VERSION}
+  SOVERSION ${PROJECT_VERSION_MAJOR})
 if(OXA_COVERAGE)
   # The counters are set up when the object is loaded and written when the program ends: it has start files.
   target_link_options(oxaspecificsensorinfo PRIVATE -fprofile-instr-generate)

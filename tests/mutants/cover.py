@@ -21,7 +21,7 @@ TRACE_FLAGS = ["-O0", "-g1", "-fsanitize-coverage=trace-pc", "-Wno-error"]
 # Checks of the shared object, the lists and the compile-time checks: they run no line, but notice what tests cannot.
 CHECKS = ("contract.exports", "contract.imports", "contract.lists", "contract.refusals", "headers.drivers")
 # Threads under a sanitizer, and what is about these mutants.
-NOT_HERE = ("events_threads_tsan_test", "mutants.")
+NOT_HERE = ("events_threads_tsan_test", "install.", "mutants.")
 PATIENCE = 600  # seconds
 TOO_LONG = 5.0  # seconds of a test that is left out; that can only make more mutants survive
 
@@ -68,7 +68,7 @@ def tests_of(place):
             continue
         words = command + [one.split("=", 1)[1] for one in environment]
         ours = [os.path.relpath(word, place.build) for word in words
-                if os.path.dirname(word) == place.build and os.access(word, os.X_OK) and not word.endswith(".so")]
+                if os.path.dirname(word) == place.build and os.access(word, os.X_OK) and ".so" not in os.path.basename(word)]
         yield Test(name, command, environment, folder, ours[0] if ours else "", check=name in CHECKS)
 
 

@@ -7,7 +7,7 @@ import os
 import shutil
 import subprocess
 
-from place import LIBRARY, bytes_of
+from place import bytes_of
 
 
 class Refused(Exception):
@@ -61,7 +61,11 @@ class Workshop:
         return output
 
     def link_library(self, more=()):
-        return os.path.dirname(self.link(LIBRARY, more))
+        own, links = self.place.library_links()
+        folder = os.path.dirname(self.link(own, more))
+        for name in links:
+            os.symlink(own, os.path.join(folder, name))
+        return folder
 
     def do(self, command):
         done = subprocess.run(command, cwd=self.place.build, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,

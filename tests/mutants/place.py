@@ -10,7 +10,7 @@ import shutil
 import subprocess
 from dataclasses import dataclass, field
 
-LIBRARY = "liboxaspecificsensorinfo.so"
+LIBRARY = "liboxaspecificsensorinfo.so"  # a link to the one whose name has the version
 
 
 def run(command, where, **more):
@@ -123,6 +123,11 @@ class Place:
         last = run(["ninja", "-t", "commands", "-s", target], self.build).strip().splitlines()[-1]
         return shlex.split(re.search(r"^: && (.*?) && ", last)[1])
 
+    def library_links(self):
+        """Names of the shared object in the build folder: the file's own, then the links to it."""
+        own = os.path.basename(os.path.realpath(os.path.join(self.build, LIBRARY)))
+        return own, [name for name in os.listdir(self.build) if name.startswith(LIBRARY) and name != own]
+
     def tests(self):
         """What ctest would run, case by case: name, command, environment, folder."""
         listed = json.loads(run(["ctest", "--show-only=json-v1"], self.build))
@@ -136,7 +141,7 @@ class Place:
                 yield name, command, wanted.get("ENVIRONMENT", []), wanted["WORKING_DIRECTORY"]
 
 
-ON_DEMAND = {"end_to_end", "endurance", "faults", "valgrind"}
+ON_DEMAND = {"end_to_end", "endurance", "faults", "package", "valgrind"}
 
 
 def cases(name, command):
