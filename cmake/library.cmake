@@ -4,13 +4,13 @@
 # declares: the headers' visibility decides.
 # The objects are compiled once (oxa_objects); checks link them a second time against a stub of the imports.
 
-file(GLOB_RECURSE OXA_LIBRARY_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/library/*.cpp)
+file(GLOB_RECURSE OXA_LIBRARY_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/library/*.cpp)
 
 add_library(oxa_headers INTERFACE)
-target_include_directories(oxa_headers INTERFACE ${CMAKE_SOURCE_DIR}/include)
+target_include_directories(oxa_headers INTERFACE ${PROJECT_SOURCE_DIR}/include)
 
 add_library(oxa_objects OBJECT ${OXA_LIBRARY_SOURCES})
-target_include_directories(oxa_objects PRIVATE ${CMAKE_SOURCE_DIR})
+target_include_directories(oxa_objects PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(oxa_objects PUBLIC oxa_headers)
 target_compile_options(oxa_objects PRIVATE
   -Wall -Wextra -Wconversion -Wmissing-declarations -Werror
@@ -32,10 +32,16 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT OXA_SANITIZE)
 endif()
 
 add_library(oxaspecificsensorinfo SHARED $<TARGET_OBJECTS:oxa_objects>)
-target_link_libraries(oxaspecificsensorinfo PUBLIC oxa_headers)
+add_library(oxa::specificsensorinfo ALIAS oxaspecificsensorinfo)
+target_include_directories(oxaspecificsensorinfo INTERFACE
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+# The platform's functions are found when a program starts; a linker that looks for them all the same must not fail.
+target_link_options(oxaspecificsensorinfo INTERFACE LINKER:--unresolved-symbols=ignore-in-shared-libs)
 # A program is linked with the .so and asks for the .so.1 from then on.
 set_target_properties(oxaspecificsensorinfo PROPERTIES
   LINKER_LANGUAGE C
+  EXPORT_NAME specificsensorinfo
   VERSION ${PROJECT_VERSION}
   SOVERSION ${PROJECT_VERSION_MAJOR})
 if(OXA_COVERAGE)

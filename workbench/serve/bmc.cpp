@@ -130,9 +130,11 @@ std::string FindSimulator() {
 std::string FindPlugin() {
     const char *given = std::getenv("OXA_IPMI_SIM_PLUGIN");
     std::error_code ignored;
-    const std::string path =
-        given != nullptr ? std::string(given)
-                         : (fs::read_symlink("/proc/self/exe", ignored).parent_path() / kPluginName).string();
+    const fs::path folder = fs::read_symlink("/proc/self/exe", ignored).parent_path();
+    const fs::path installed = folder / OXA_INSTALLED_PLUGINS / kPluginName;
+    const std::string path = given != nullptr                 ? std::string(given)
+                             : fs::exists(installed, ignored) ? installed.string()
+                                                              : (folder / kPluginName).string();
     if (access(path.c_str(), R_OK) != 0)
         throw SetError(path +
                        " is missing: ipmi_sim's SDR repository, built where the package libopenipmi-dev is "
