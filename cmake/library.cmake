@@ -17,6 +17,9 @@ target_compile_options(oxa_objects PRIVATE
   $<$<CONFIG:Release>:-Os>
   -fPIC -fno-ident -fvisibility=hidden -fno-exceptions -fno-rtti -fno-threadsafe-statics
   -fdata-sections) # and not -ffunction-sections: within one section a jump to a neighbour is two bytes long
+# Said, whatever a compiler or a packager takes for granted; what each would cost: docs/hardening.md.
+target_compile_options(oxa_objects PRIVATE
+  -Wformat-security -fno-stack-protector -fno-stack-clash-protection -U_FORTIFY_SOURCE)
 if(NOT OXA_SANITIZE)
   target_compile_options(oxa_objects PRIVATE -fno-unwind-tables -fno-asynchronous-unwind-tables)
 endif()
@@ -24,6 +27,9 @@ if(OXA_COVERAGE)
   target_compile_options(oxa_objects PRIVATE ${OXA_COVERAGE})
 endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT OXA_SANITIZE)
+  # With -g as well the object does not tell where it was built.  The last of them that fits is taken.
+  target_compile_options(oxa_objects PRIVATE
+    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/= -ffile-prefix-map=${CMAKE_BINARY_DIR}=.)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # Stack frames and call graph of every unit, for the stack budget.  ccache does not keep these files.
     target_compile_options(oxa_objects PRIVATE -fcallgraph-info=su)
