@@ -4,8 +4,7 @@ and umask."""
 import os
 import shutil
 import subprocess
-
-from common import run
+import sys
 
 NOT_COPIED = shutil.ignore_patterns("build", ".git", ".cache", "__pycache__")
 LIBRARY_ALONE = [f"-DOXA_BUILD_{what}=OFF" for what in ("TESTS", "WORKBENCH", "BENCH", "FUZZ")]
@@ -20,11 +19,10 @@ def copied(source, folder):
 
 def built(cmake, copy, build, settings):
     """Path of the shared object that CMake makes of the copy with these settings."""
-    os.environ.update(LC_ALL="C", TZ="Asia/Kathmandu", CMAKE_BUILD_PARALLEL_LEVEL=str(os.cpu_count()))
-    os.umask(0o077)
-    configured = subprocess.run([cmake, *settings, *LIBRARY_ALONE, "-S", copy, "-B", build], cwd=copy,
-                                capture_output=True, text=True)
-    if configured.returncode != 0:
-        raise SystemExit(f"{configured.stdout}{configured.stderr}the copy of the sources cannot be configured")
-    run(cmake, "--build", build, "--target", "oxaspecificsensorinfo")
+    elsewhere = dict(os.environ, LC_ALL="C", TZ="Asia/Kathmandu")
+    for step in ([cmake, *settings, *LIBRARY_ALONE, "-S", copy, "-B", build],
+                 [cmake, "--build", build, "--target", "oxaspecificsensorinfo", "-j", str(os.cpu_count())]):
+        done = subprocess.run(step, cwd=copy, env=elsewhere, umask=0o077, capture_output=True, text=True)
+        if done.returncode != 0:
+            sys.exit(f"{' '.join(step)}\n{done.stdout}{done.stderr}failed with {done.returncode}")
     return os.path.join(build, "liboxaspecificsensorinfo.so")
