@@ -9,9 +9,9 @@ from collections import Counter
 
 from common import declared_pointers, fault, figure, finish, run, sections
 
-RELATIVE = {"R_ARM_RELATIVE", "R_X86_64_RELATIVE", "R_AARCH64_RELATIV"}
+RELATIVE = {"R_ARM_RELATIVE", "R_X86_64_RELATIVE", "R_AARCH64_RELATIVE"}
 BY_NAME = {"R_ARM_JUMP_SLOT", "R_ARM_GLOB_DAT", "R_X86_64_JUMP_SLO", "R_X86_64_JUMP_SLOT", "R_X86_64_GLOB_DAT",
-           "R_AARCH64_JUMP_SL", "R_AARCH64_GLOB_DA"}
+           "R_AARCH64_JUMP_SLOT", "R_AARCH64_GLOB_DAT"}
 ABSOLUTE = {"R_ARM_ABS32", "R_X86_64_64", "R_AARCH64_ABS64"}
 FORBIDDEN = (".init_array", ".fini_array", ".preinit_array", ".ctors", ".dtors", ".init", ".fini", ".tdata", ".tbss",
              ".eh_frame", ".ARM.extab", ".gcc_except_table")

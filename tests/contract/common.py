@@ -139,7 +139,7 @@ def call_graphs(objects):
 
 
 def libc_names(path, build):
-    """Names of the list of C library functions that hold for a build ("armhf", "g++", "clang")."""
+    """Names of the list of C library functions that hold for a build ("armhf", "arm64", "g++", "clang")."""
     names = set()
     for line in open(path, encoding="utf-8"):
         words = line.split("#")[0].split()
