@@ -1,13 +1,24 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The same sources and compiler make the same shared object, byte for byte, wherever it is built: a second build of a
-copy, in folders of other names and another depth, is compared with the first."""
+"""The same sources and compiler make the same shared object, byte for byte, wherever it is built and whatever a packager
+switches on or off: a second build of a copy, in folders of other names and another depth and with other flags before
+ours, is compared with the first."""
 import argparse
 import re
 import tempfile
 
 from common import fault, finish, run
 from second_build import built, copied
+
+PACKAGER = {"CMAKE_CXX_FLAGS": "-fstack-protector-strong -fstack-clash-protection -D_FORTIFY_SOURCE=2",
+            "CMAKE_SHARED_LINKER_FLAGS": "-Wl,-z,norelro,-z,lazy,-z,execstack"}
+
+
+def with_packager(settings):
+    """The same settings with a packager's flags behind those that each of them has."""
+    for setting in settings:
+        more = next((flags for name, flags in PACKAGER.items() if setting.startswith(f"-D{name}=")), None)
+        yield f"{setting} {more}" if more else setting
 
 
 def section_at(readelf, library, offset):
@@ -39,7 +50,7 @@ def main():
 
     with tempfile.TemporaryDirectory() as folder:
         copy, build = copied(arguments.source, folder)
-        second = built(arguments.cmake, copy, build, ["-G", "Ninja", *arguments.settings])
+        second = built(arguments.cmake, copy, build, ["-G", "Ninja", *with_packager(arguments.settings)])
         for what in differences(arguments.readelf, arguments.library, second):
             fault(f"two builds of the same sources differ: {what}")
         with open(second, "rb") as file:
