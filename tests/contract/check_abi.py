@@ -45,13 +45,15 @@ def check(arguments, new):
 
 def write(arguments, new):
     if os.path.exists(arguments.kept):
+        names = abi.soname(arguments.kept), abi.soname(new)
         change, words = abi.compare(arguments.kept, new)
-        advice = abi.what_to_do(change, abi.soname(arguments.kept), abi.soname(new))
+        print(f"{change} {words}".strip())
+        advice = abi.what_to_do(change, *names)
         if advice:
-            print(words)
             fault(advice)
             return
-        print(f"{change}{': ' if words else ''}{words}")
+        if change == abi.SAME:
+            return
     shutil.copyfile(new, arguments.kept)
     print(f"written: {arguments.kept}")
 

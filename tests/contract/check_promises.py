@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Every test that docs/guarantees.md and docs/security.md name in brackets exists.
+"""Every test that docs/guarantees.md, security.md, hardening.md and releasing.md name in brackets exists.
 
 In "[`ThresholdDamage`, `ADamagedFile*`]" a name is a suite or a case of GoogleTest, a method of a Python test, or a
 test of CTest; "*" stands for any letters.
@@ -10,7 +10,7 @@ import pathlib
 import re
 import sys
 
-DOCS = ("docs/guarantees.md", "docs/security.md")
+DOCS = ("docs/guarantees.md", "docs/security.md", "docs/hardening.md", "docs/releasing.md")
 # a bracket that is no link, with names in it
 BRACKET = re.compile(r"\[([^\]\[]*`[^\]\[]*)\](?!\()")
 NAME = re.compile(r"`([A-Za-z]\w*(?:\.\w+)*[\w*]*)`")
