@@ -56,6 +56,69 @@ class Tests(Workbench):
     def test_a_missing_board_option_is_refused(self):
         self.assertIn("--board is required", self.refused(2, "list"))
 
+    def told(self, *words):
+        """What a wrong line is told, without the hint at --help."""
+        line = self.refused(2, *words)
+        self.assertRegex(line, r" \(see oxa-sensors[a-z -]* --help\)$")
+        return line[len("oxa-sensors: "):line.rindex(" (see ")]
+
+    def test_an_option_without_its_value_is_told_how_it_is_written(self):
+        self.assertEqual(self.told("list", "-b"), "--board: its value is missing; write --board FILE")
+        self.assertEqual(self.told("list", "-b", BASE, "--profile="),
+                         "--profile: its value is missing; write --profile NAME")
+        self.assertEqual(self.told("export", "-b", BASE, "--format"),
+                         "--format: its value is missing; write --format raw|json|csv")
+        self.assertEqual(self.told("thresholds", "set", "x", "-s", "y", "--description"),
+                         "--description: its value is missing; write --description FILE")
+
+    def test_an_option_that_takes_two_values_says_so(self):
+        for values in (["1"], ["1", "2", "3"]):
+            self.assertEqual(self.told("thresholds", "set", "x", "-s", "y", "--further", *values),
+                             "--further takes 2 values; write --further N N")
+
+    def test_an_option_that_is_given_twice_is_refused(self):
+        self.assertEqual(self.told("list", "-b", BASE, "--board", BASE), "--board is given 2 times; once is enough")
+
+    def test_a_word_that_is_none_of_several_gets_them(self):
+        self.assertEqual(self.told("export", "-b", BASE, "--format", "xml"),
+                         "--format xml: raw, json or csv is wanted")
+
+    def test_a_number_that_is_none_gets_its_range(self):
+        for word in ("x", "5x", "-1", "70000", "0x10", "1.5", "99999999999999999999"):
+            self.assertEqual(self.told("serve", "--empty", "--port", word),
+                             f"--port {word}: a whole number from 0 to 65535 is wanted")
+        self.assertEqual(self.told("event", "addPOSTErrorSel", "--count", "0"),
+                         "--count 0: a whole number from 1 to 1000000 is wanted")
+
+    def test_numbers_are_decimal_whatever_they_begin_with(self):
+        self.assertIn("sent 10 times", self.out("event", "addPOSTErrorSel", "--count", "010"))
+
+    def test_a_flag_takes_no_value(self):
+        for words, flag in ((["list", "-b", BASE, "--json=no"], "--json"), (["list", "-b", BASE, "--json=3"], "--json"),
+                            (["list", "--help=3"], "--help"), (["--version=3"], "--version"),
+                            (["add", "-b", BASE, "--no-record=1"], "--no-record")):
+            self.assertEqual(self.told(*words), f"{flag} takes no value")
+
+    def test_a_path_that_cannot_be_meant_is_refused(self):
+        for path in ("", "--json"):
+            self.assertEqual(self.told("list", "--board", path),
+                             f"--board {path or repr(path)}: the name of a file is wanted")
+        self.assertEqual(self.told("list", f"-b={BASE}"), f"--board ={BASE}: the name of a file is wanted")
+        self.assertEqual(self.told("export", "-b", BASE, "-o", ""), "--output '': the name of a file is wanted")
+        self.assertEqual(self.told("check", "--boards", ""), "--boards '': the name of a folder is wanted")
+
+    def test_an_option_before_its_command_is_told_its_place(self):
+        self.assertEqual(self.told("--json", "list", "-b", BASE),
+                         "'--json' stands before the command; write oxa-sensors list --json")
+        self.assertEqual(self.told("list", "-b", BASE, "--", "x"), "unknown argument 'x'")
+
+    def test_help_and_version_that_cannot_be_written_are_told(self):
+        for words in (["--help"], ["show", "--help"], ["--version"]):
+            with open("/dev/full", "wb") as full:
+                done = subprocess.run([SENSORS, *words], stdout=full, stderr=subprocess.PIPE, timeout=60, check=False)
+            self.assertEqual((done.returncode, done.stderr),
+                             (2, b"oxa-sensors: standard output: cannot write: No space left on device\n"))
+
     def test_a_missing_board_file_is_named(self):
         line = self.refused(2, "list", "--board", "boards/nowhere.toml")
         self.assertIn("boards/nowhere.toml", line)
@@ -125,11 +188,13 @@ class Tests(Workbench):
         self.assertGreater(len(done.stderr.splitlines()), 5)
 
     def test_a_closed_pipe_is_no_crash(self):
-        for command in (["list"], ["show", "*"], ["export", "--format", "csv"]):
-            with self.subTest(command[0]):
+        board = ["--board", BASE]
+        for command in (["list", *board], ["show", "*", *board], ["export", "--format", "csv", *board], ["--help"],
+                        ["show", "--help"], ["--version"]):
+            with self.subTest(command):
                 reading, writing = os.pipe()
                 os.close(reading)
-                done = subprocess.run([SENSORS, *command, "--board", BASE], stdout=writing, stderr=subprocess.PIPE,
+                done = subprocess.run([SENSORS, *command], stdout=writing, stderr=subprocess.PIPE,
                                       cwd=SOURCE, timeout=60, check=False)
                 os.close(writing)
                 self.assertEqual((done.returncode, done.stderr), (0, b""))

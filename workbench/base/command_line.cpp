@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/command_line.h"
 
-#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
+#include <limits>
+#include <sstream>
+
+#include <CLI/CLI.hpp>
 
 #include "base/errors.h"
+#include "base/output.h"
 #include "base/text.h"
 
 namespace workbench {
@@ -35,38 +40,148 @@ std::string UnknownWord(const CLI::App &app, const std::string &word) {
            (nearest.empty() ? "" : "; did you mean " + nearest[0] + "?");
 }
 
-std::string CommandRequired(const CLI::App &app) {
-    std::vector<std::string> names = CommandNames(app);
-    const std::string last = names.back();
-    names.pop_back();
-    return "a command is required: " + Join(names, ", ") + " or " + last;
+std::string Alternatives(std::vector<std::string> words) {
+    const std::string last = words.back();
+    words.pop_back();
+    return words.empty() ? last : Join(words, ", ") + " or " + last;
 }
 
-// The parser's own words, except where they do not say which word is wrong.  They are about the innermost command
-// that was named.
-int FailUsage(const CLI::App &app, const CLI::ParseError &error) {
-    const CLI::App *current = &app;
-    std::string path;
-    for (auto named = app.get_subcommands(); !named.empty(); named = current->get_subcommands()) {
-        current = named.back();
-        path += " " + current->get_name();
+std::string CommandRequired(const CLI::App &app) {
+    return "a command is required: " + Alternatives(CommandNames(app));
+}
+
+// The command that was named last, and how one calls it.
+struct Named {
+    const CLI::App *command;
+    std::string call = "oxa-sensors";
+};
+
+Named InnermostNamed(const CLI::App &app) {
+    Named out{&app};
+    for (auto named = app.get_subcommands(); !named.empty(); named = out.command->get_subcommands()) {
+        out.command = named.back();
+        out.call += " " + out.command->get_name();
     }
-    const std::vector<std::string> extra = app.remaining(true);
-    std::string text = error.what();
+    return out;
+}
+
+// How an option is written: "--board FILE", "NAME".
+std::string Spelling(const CLI::Option &option) {
+    const std::string type = option.get_positional() ? "" : option.get_type_name();
+    return option.get_name() + (type.empty() ? "" : " " + type);
+}
+
+// The parser names the option that has too few or too many values at the beginning of its words.
+std::string WrongCount(const CLI::App &command, const std::string &words) {
+    for (const CLI::Option *option : command.get_options()) {
+        const std::string name = option->get_name();
+        const int count = static_cast<int>(option->count());
+        if (!words.starts_with(name + ":"))
+            continue;
+        if (option->get_expected_min() > 1)
+            return name + " takes " + std::to_string(option->get_expected_min()) + " values; write " +
+                   Spelling(*option);
+        if (count > 1)
+            return name + " is given " + std::to_string(count) + " times; once is enough";
+        return name + ": its value is missing; write " + Spelling(*option);
+    }
+    return words;
+}
+
+// Thrown by a flag that was given a value; the parser names it at the beginning of its words.
+std::string FlagWithValue(const std::string &words) {
+    const std::string name = words.substr(0, words.find(' '));
+    return (name.size() == 1 ? "-" : "--") + name + " takes no value";
+}
+
+std::string Missing(const CLI::App &command, const std::string &words) {
+    for (const CLI::Option *option : command.get_options())
+        if (option->get_required() && option->count() == 0)
+            return option->get_name() + " is required";
+    return words;
+}
+
+// What is wrong with the line, in our words: the parser's are kept only for what cannot happen with our options.
+std::string WhatIsWrong(const CLI::App &app, const Named &named, const CLI::ParseError &error) {
+    const CLI::App &command = *named.command;
+    const std::vector<std::string> early = app.remaining(), extra = app.remaining(true);
+    if (!early.empty() && early.front().starts_with("-") && &command != &app)
+        return "'" + early.front() + "' stands before the command; write " + named.call + " " + early.front();
     if (!extra.empty())
-        text = UnknownWord(*current, extra.front());
-    else if (!CommandNames(*current).empty())
-        text = CommandRequired(*current);
-    for (char &c : text)
-        c = c == '\n' ? ' ' : c;
-    std::fprintf(stderr, "oxa-sensors: %s (see oxa-sensors%s --help)\n", text.c_str(), path.c_str());
+        return UnknownWord(command, extra.front());
+    if (error.get_name() == "ArgumentMismatch" && std::string(error.what()).find(':') == std::string::npos)
+        return FlagWithValue(error.what());
+    if (error.get_name() == "ArgumentMismatch")
+        return WrongCount(command, error.what());
+    if (error.get_name() == "RequiredError" && !CommandNames(command).empty())
+        return CommandRequired(command);
+    if (error.get_name() == "RequiredError")
+        return Missing(command, error.what());
+    return error.what();
+}
+
+// About the innermost command that was named.
+int FailUsage(const CLI::App &app, const CLI::ParseError &error) {
+    const Named named = InnermostNamed(app);
+    std::fprintf(stderr, "oxa-sensors: %s (see %s --help)\n", OneLine(WhatIsWrong(app, named, error)).c_str(),
+                 named.call.c_str());
     return kBadInput;
+}
+
+// Refuses a value in our words; the parser would put its own before those of its own kind of error.
+CLI::Validator Refusing(CLI::Option *option, std::function<bool(std::string &)> good,
+                        const std::string &wanted) {
+    const auto check = [option, good = std::move(good), wanted](std::string &value) {
+        if (!good(value))
+            throw CLI::ParseError(option->get_name() + " " + (value.empty() ? "''" : value) + ": " + wanted +
+                                      " is wanted",
+                                  kBadInput);
+        return std::string();
+    };
+    return {check, ""};
+}
+
+constexpr const char *kWholeNumber = "whole number"; // a validator's name
+
+// Decimal digits and nothing else; the value becomes what the parser's conversion reads as decimal too.
+bool IsWholeNumber(std::string &text, uint64_t least, uint64_t most) {
+    constexpr size_t kMostDigits = 18;
+    if (text.empty() || text.size() > kMostDigits ||
+        text.find_first_not_of("0123456789") != std::string::npos)
+        return false;
+    const uint64_t value = std::stoull(text);
+    if (value < least || value > most)
+        return false;
+    text = std::to_string(value);
+    return true;
+}
+
+CLI::Validator WholeNumber(CLI::Option *option, uint64_t least, uint64_t most) {
+    return Refusing(
+               option, [least, most](std::string &text) { return IsWholeNumber(text, least, most); },
+               "a whole number from " + std::to_string(least) + " to " + std::to_string(most))
+        .name(kWholeNumber);
+}
+
+template <class T>
+CLI::Option *AddNumber(CLI::App &app, const std::string &names, T &value, const std::string &about) {
+    CLI::Option *option = app.add_option(names, value, about);
+    return option->transform(WholeNumber(option, 0, std::numeric_limits<T>::max()));
+}
+
+// A path that is empty is a variable of the shell that was not set; "--json" is an option that came too early, "=x"
+// was written "-b=x".
+bool CanBePath(const std::string &text) {
+    return !text.empty() && !text.starts_with("--") && !text.starts_with("=");
 }
 
 } // namespace
 
 Option &Option::Takes(const std::string &word) {
     option_->type_name(word);
+    if (word == "FILE" || word == "DIR")
+        option_->check(
+            Refusing(option_, CanBePath, word == "DIR" ? "the name of a folder" : "the name of a file"));
     return *this;
 }
 
@@ -86,12 +201,15 @@ Option &Option::InGroup(const std::string &title) {
 }
 
 Option &Option::OneOf(const std::vector<std::string> &words) {
-    option_->check(CLI::IsMember(words).description(""));
+    const auto known = [words](const std::string &value) {
+        return std::find(words.begin(), words.end(), value) != words.end();
+    };
+    option_->check(Refusing(option_, known, Alternatives(words)));
     return *this;
 }
 
-Option &Option::Between(int least, int most) {
-    option_->check(CLI::Range(least, most).description(""));
+Option &Option::Between(unsigned least, unsigned most) {
+    *option_->get_validator(kWholeNumber) = WholeNumber(option_, least, most);
     return *this;
 }
 
@@ -110,7 +228,9 @@ bool Option::Given() const {
 }
 
 Command Command::AddCommand(const std::string &name, const std::string &about) {
-    return Command(app_->add_subcommand(name, about));
+    CLI::App *command = app_->add_subcommand(name, about);
+    command->get_help_ptr()->disable_flag_override();
+    return Command(command);
 }
 
 Option Command::AddOption(const std::string &names, std::string &value, const std::string &about) {
@@ -118,11 +238,11 @@ Option Command::AddOption(const std::string &names, std::string &value, const st
 }
 
 Option Command::AddOption(const std::string &names, uint16_t &value, const std::string &about) {
-    return Option(app_->add_option(names, value, about));
+    return Option(AddNumber(*app_, names, value, about));
 }
 
 Option Command::AddOption(const std::string &names, uint32_t &value, const std::string &about) {
-    return Option(app_->add_option(names, value, about));
+    return Option(AddNumber(*app_, names, value, about));
 }
 
 Option Command::AddOption(const std::string &names, std::vector<std::string> &values,
@@ -136,7 +256,7 @@ Option Command::AddOption(const std::string &names, std::function<void(const std
 }
 
 Option Command::AddFlag(const std::string &names, bool &value, const std::string &about) {
-    return Option(app_->add_flag(names, value, about));
+    return Option(app_->add_flag(names, value, about)->disable_flag_override());
 }
 
 void Command::NeedsCommand() {
@@ -154,7 +274,8 @@ void Command::Runs(std::function<void()> run) {
 int RunCommandLine(int argc, char **argv, const std::function<void(Command &program)> &describe) {
     CLI::App app{"Builds a board's sensor records on a simulated platform and shows them decoded",
                  "oxa-sensors"};
-    app.set_version_flag("--version", "oxa-sensors " OXA_VERSION);
+    app.set_version_flag("--version", "oxa-sensors " OXA_VERSION)->disable_flag_override();
+    app.get_help_ptr()->disable_flag_override();
     Command program(&app);
     program.NeedsCommand();
     describe(program);
@@ -162,7 +283,10 @@ int RunCommandLine(int argc, char **argv, const std::function<void(Command &prog
         app.parse(argc, argv);
         return kOk;
     } catch (const CLI::Success &help) { // --help, --version
-        return app.exit(help);
+        std::ostringstream text;
+        app.exit(help, text);
+        PrintOut(text.str()); // std::cout would not tell that nothing was written
+        return kOk;
     } catch (const CLI::ParseError &error) {
         return FailUsage(app, error);
     }

@@ -26,7 +26,7 @@ public:
     Option &ShowsDefault();
     Option &InGroup(const std::string &title);
     Option &OneOf(const std::vector<std::string> &words);
-    Option &Between(int least, int most);
+    Option &Between(unsigned least, unsigned most);
     Option &Values(int count); // that many after one mention
     Option &OneValueEach();    // several mentions, a value after each
     bool Given() const;
