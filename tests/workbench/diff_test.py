@@ -201,6 +201,33 @@ class Tests(Workbench):
                     file.write(broken)
                 self.assertIn(self.path(name), self.refused_diff(self.path(name), "default@" + BASE))
 
+    def refused_file(self, name, content):
+        """What is said of a file with this content, behind its name."""
+        with open(self.path(name), "wb") as file:
+            file.write(content)
+        line = self.refused_diff(self.path(name), "default@" + BASE)
+        start = "oxa-sensors: " + self.path(name) + ":"
+        self.assertTrue(line.startswith(start), line)
+        return line[len(start):]
+
+    def test_broken_json_is_told_with_line_and_column(self):
+        self.assertEqual(self.refused_file("a.json", b'{\n  "profile": {,}\n}\n'), "2:15: this is no JSON")
+        self.assertEqual(self.refused_file("a.json", b'{"profile": x}'), "1:13: this is no JSON")
+        self.assertEqual(self.refused_file("a.json", b'{\n"profile":'), "2:11: the JSON ends here, but is not complete")
+        self.assertEqual(self.refused_file("a.json", b"{" + b"[" * 100000), "1:2: this is no JSON")
+
+    def test_json_that_is_no_set_is_told_what_it_lacks(self):
+        none = " no set of 'oxa-sensors export --json': "
+        for text, lack in (("{}", none + "'profile' is missing"), ('{"profile":3}', none + "'profile' is no object"),
+                           ('{"profile":{"name":[]}}', none + "'name' is no text"),
+                           ('{"profile":{"name":"x"},"sensors":{}}', none + "'sensors' is no list"),
+                           ('{"profile":{"name":"x"},"sensors":[3]}', " record 1:" + none + "'record' is missing")):
+            self.assertEqual(self.refused_file("a.json", text.encode()), lack)
+
+    def test_a_word_of_a_set_does_not_reach_the_terminal_as_it_is(self):
+        text = '{"profile":{"name":"x"},"sensors":[{"record":"\\u001b[31m","entry":""}]}'
+        self.assertEqual(self.refused_file("a.json", text.encode()), " record 1: '?[31m' is no byte of it")
+
 
 if __name__ == "__main__":
     main()

@@ -13,5 +13,8 @@ using Json = nlohmann::ordered_json;
 
 std::string Dump(const Json &json);
 
+// Text that somebody else wrote, by the name of its file; InputError with the place where it is no JSON.
+Json ParseJson(const std::string &path, const std::string &text);
+
 } // namespace workbench
 #endif

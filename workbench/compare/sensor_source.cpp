@@ -59,26 +59,38 @@ void ReadHex(const std::string &text, const std::string &where, uint8_t *to, siz
         char *end = nullptr;
         const unsigned long value = std::strtoul(word.c_str(), &end, 16);
         if (i >= size || word.size() != 2 || *end != '\0')
-            throw InputError(where + "'" + word + "' is no byte of it");
+            throw InputError(where + "'" + Printable(word.substr(0, 20)) + "' is no byte of it");
         to[i] = static_cast<uint8_t>(value);
     }
 }
 
+// A part of what export wrote; InputError when it is not there or of another kind.
+const Json &PartOf(const Json &json, const char *key, Json::value_t kind, const std::string &where) {
+    const auto found = json.find(key);
+    if (found == json.end() || found->type() != kind)
+        throw InputError(where + "no set of 'oxa-sensors export --json': '" + key + "' is " +
+                         (found == json.end()             ? "missing"
+                          : kind == Json::value_t::object ? "no object"
+                          : kind == Json::value_t::array  ? "no list"
+                                                          : "no text"));
+    return *found;
+}
+
 void ReadJson(const std::string &path, const std::string &text, SensorSource &source) {
-    try {
-        const Json json = Json::parse(text);
-        const std::string profile = json.at("profile").at("name");
-        if (IsProfileName(profile))
-            source.profile = &FindProfile(profile);
-        source.has_entries = true;
-        for (const Json &item : json.at("sensors")) {
-            const std::string where = Where(path, source.sensors.size() + 1);
-            Sensor &sensor = AddSensor(source);
-            ReadHex(item.at("record"), where, sensor.record.data(), sensor.record.size());
-            ReadHex(item.at("entry"), where, sensor.entry.data(), sensor.entry.size());
-        }
-    } catch (const Json::exception &error) {
-        throw InputError(path + ": no set of 'oxa-sensors export --json': " + OneLine(error.what()));
+    const Json json = ParseJson(path, text);
+    const std::string whole = path + ": ";
+    const Json &told = PartOf(json, "profile", Json::value_t::object, whole);
+    const std::string profile = PartOf(told, "name", Json::value_t::string, whole);
+    if (IsProfileName(profile))
+        source.profile = &FindProfile(profile);
+    source.has_entries = true;
+    for (const Json &item : PartOf(json, "sensors", Json::value_t::array, whole)) {
+        const std::string where = Where(path, source.sensors.size() + 1);
+        Sensor &sensor = AddSensor(source);
+        ReadHex(PartOf(item, "record", Json::value_t::string, where), where, sensor.record.data(),
+                sensor.record.size());
+        ReadHex(PartOf(item, "entry", Json::value_t::string, where), where, sensor.entry.data(),
+                sensor.entry.size());
     }
 }
 
