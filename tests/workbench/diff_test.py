@@ -186,6 +186,13 @@ class Tests(Workbench):
         self.assertIn("has no static driver", self.refused_diff("default@" + BASE, "sablin@" + BASE))
         self.assertIn("boards/nowhere.toml", self.refused_diff("default@" + BASE, "default@boards/nowhere.toml"))
 
+    def test_a_board_file_alone_is_told_how_it_becomes_a_set(self):
+        for words in ((BASE, TWO_SOCKET), (BASE, "default", "--board", BASE)):
+            self.assertEqual(self.refused_diff(*words),
+                             f"oxa-sensors: {BASE} is a board description; with a profile before it, it is a set: "
+                             f"default@{BASE}")
+        self.assertIn("default@nowhere.toml", self.refused_diff("default@" + BASE, "nowhere.toml"))
+
     def test_a_side_without_set_ends_with_2(self):
         line = self.refused_diff("default@" + BASE, "default@boards/guards/psu_count_255.toml")
         self.assertIn("ended without a count", line)

@@ -94,7 +94,15 @@ void ReadJson(const std::string &path, const std::string &text, SensorSource &so
     }
 }
 
+// The first thing that one types; the profile is missing.
+void RefuseBoardFile(const std::string &path) {
+    if (MatchesGlob(path, "*.toml"))
+        throw InputError(path + " is a board description; with a profile before it, it is a set: " +
+                         ProfilesWithDriver().front()->name + "@" + path);
+}
+
 SensorSource FromFile(const std::string &path) {
+    RefuseBoardFile(path);
     const std::string content = ReadWholeFile(path);
     SensorSource source;
     source.label = path;
