@@ -166,11 +166,24 @@ class Tests(Workbench):
             file.write(bytes(17))
         for words, part in ((["nowhere.raw"], "nowhere.raw: No such file"), ([self.folder.name], "Is a directory"),
                             ([short], "17 bytes are no whole number of 16-byte records"),
-                            (["00", "11", "22"], "line 1 is neither 16 bytes"),
+                            (["00", "beef", "-"], "line 1 has 3 bytes"),
                             ([POST, "-p", "nobody"], "unknown profile 'nobody'"),
                             (["/dev/null"], "no event record")):
             with self.subTest(words):
                 self.assertIn(part, self.refused(2, "decode-sel", *words))
+
+    def test_a_line_of_too_few_or_too_many_bytes_is_told_their_number(self):
+        for words, said in ((POST.split()[:15], "line 1 has 15 bytes; a record has 16"),
+                            (["0x51"], "line 1 has 1 byte; a record has 16"),
+                            ([*POST.split(), "00"], "line 1 has 17 bytes; a record has 16, and a line of its own"),
+                            (["".join(POST.split())[:31]],
+                             "line 1 has 31 hexadecimal digits; a record has 32, for 16 bytes")):
+            self.assertEqual(self.refused(2, "decode-sel", *words), f"oxa-sensors: '{' '.join(words)}': {said}")
+        path = self.path("a.txt")
+        with open(path, "w", encoding="ascii") as file:
+            file.write(POST + "\n\n# short\n" + POST[:-3] + "\n")
+        self.assertEqual(self.refused(2, "decode-sel", path),
+                         f"oxa-sensors: {path}: line 4 has 15 bytes; a record has 16")
 
     def test_a_cut_record_of_ipmitool_is_refused(self):
         path = self.path("cut.txt")

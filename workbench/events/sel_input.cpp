@@ -200,8 +200,8 @@ std::optional<SelRecord> FromListLine(const std::string &line) {
     return std::nullopt;
 }
 
-// Sixteen bytes in any usual spelling.
-std::optional<SelRecord> FromHexLine(std::string line) {
+// The digits of bytes in any usual spelling.
+std::string HexDigitsOf(std::string line) {
     const size_t colon = line.find(": ");
     const bool dump = colon != std::string::npos && colon >= 4 && IsHex(line.substr(0, colon)); // xxd
     if (dump) {
@@ -220,8 +220,24 @@ std::optional<SelRecord> FromHexLine(std::string line) {
             word.pop_back();
         digits += word.size() == 1 ? "0" + word : word;
     }
+    return digits;
+}
+
+std::optional<SelRecord> FromHexLine(const std::string &line) {
     SelRecord record;
-    return KnowDigits(record, 0, digits, SEL_RECORD_SIZE) ? std::optional(record) : std::nullopt;
+    return KnowDigits(record, 0, HexDigitsOf(line), SEL_RECORD_SIZE) ? std::optional(record) : std::nullopt;
+}
+
+// What keeps a line from being a record.
+std::string WhyNoRecord(const std::string &line) {
+    const std::string digits = HexDigitsOf(line);
+    if (!IsHex(digits))
+        return "is neither 16 bytes in hexadecimal nor a record of 'ipmitool sel list -v'";
+    if (digits.size() % 2 != 0)
+        return "has " + std::to_string(digits.size()) + " hexadecimal digits; a record has 32, for 16 bytes";
+    return "has " + std::to_string(digits.size() / 2) + (digits.size() == 2 ? " byte" : " bytes") +
+           (digits.size() / 2 > SEL_RECORD_SIZE ? "; a record has 16, and a line of its own"
+                                                : "; a record has 16");
 }
 
 // ---- whole inputs ----------------------------------------------------------------------------------
@@ -267,15 +283,14 @@ public:
         if (auto record = OneLine(line))
             out_.push_back({*record, Where(number_), false});
         else
-            other_.push_back(number_);
+            KeepOther(line);
     }
 
     std::vector<InputRecord> Finish() {
         EndBlock();
         const bool raw = !out_.empty() && !printed_;
         if (!other_.empty() && (raw || out_.empty()))
-            throw InputError(shown_name_ + ": " + Where(other_.front()) +
-                             " is neither 16 bytes in hexadecimal nor a record of 'ipmitool sel list -v'");
+            throw InputError(shown_name_ + ": " + other_);
         if (out_.empty())
             throw InputError(shown_name_ + ": no event record");
         return std::move(out_);
@@ -296,6 +311,10 @@ private:
             return FromHexLine(line);
         printed_ = printed_ || record;
         return record;
+    }
+    void KeepOther(const std::string &line) {
+        if (other_.empty())
+            other_ = Where(number_) + " " + WhyNoRecord(line);
     }
     void StartBlock() {
         EndBlock();
@@ -319,7 +338,7 @@ private:
     size_t number_ = 0, block_line_ = 0;
     bool in_block_ = false, printed_ = false;
     Fields fields_;
-    std::vector<size_t> other_; // lines that are no records
+    std::string other_; // what is said of the first line that is no record
     std::vector<InputRecord> out_;
 };
 
