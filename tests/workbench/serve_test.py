@@ -2,10 +2,13 @@
 """oxa-sensors serve where it cannot serve: one line, the exit status, and nothing left behind.  What it serves is
 tested end to end."""
 import os
+import shutil
 import socket
 import stat
+import subprocess
+import unittest
 
-from support import BASE, Workbench, main
+from support import BASE, FULLEST, SENSORS, SOURCE, Workbench, main
 
 ANY_FILE = os.path.abspath(__file__)
 
@@ -79,6 +82,19 @@ class Tests(Workbench):
         line = self.refused_with(1, "--empty", "--port", "0", PATH=self.simulator("echo out of luck >&2; exit 1"),
                                  OXA_IPMI_SIM_PLUGIN=ANY_FILE)
         self.assertEqual(line, "oxa-sensors: ipmi_sim does not start: out of luck")
+
+    @unittest.skipUnless(shutil.which("strace"), "strace is not installed")
+    def test_its_files_are_not_synced_to_the_disk(self):
+        environment = dict(os.environ, PATH=self.simulator("exit 1"), OXA_IPMI_SIM_PLUGIN=ANY_FILE,
+                           ASAN_OPTIONS="detect_leaks=0")  # which cannot be done under strace
+        done = subprocess.run(["strace", "-f", "-o", self.path("calls"), "-e", "trace=openat,fsync,fdatasync,sync",
+                               SENSORS, "serve", "--board", FULLEST, "--port", "0"], cwd=SOURCE, env=environment,
+                              capture_output=True, timeout=60, check=False)
+        self.assertEqual(done.returncode, 1, done.stderr)
+        with open(self.path("calls"), encoding="utf-8") as file:
+            calls = file.read()
+        self.assertGreater(calls.count("/readings/"), 600)
+        self.assertNotIn("sync(", calls)
 
     def test_a_place_for_files_is_needed(self):
         done = self.run_raw("serve", "--empty", "--port", "0",

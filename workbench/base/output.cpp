@@ -87,4 +87,15 @@ void WriteFileAtomically(const std::string &path, const std::string &content) {
     Fail(path, error);
 }
 
+void WriteTemporaryFile(const std::string &path, const std::string &content) {
+    const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    if (fd < 0)
+        Fail(path, errno);
+    const bool good = WriteAll(fd, content);
+    const int error = errno;
+    if (close(fd) == 0 && good)
+        return;
+    Fail(path, good ? errno : error);
+}
+
 } // namespace workbench

@@ -17,5 +17,9 @@ void PrintOut(const std::string &text);
 // Puts the content at the path in one step: readers see the old file or the new one, never half of it.
 void WriteFileAtomically(const std::string &path, const std::string &content);
 
+// The same for a file in a folder that goes with this process: nobody reads it yet, and nothing has to outlive a power cut.
+// A sync takes milliseconds, and there may be hundreds of them.
+void WriteTemporaryFile(const std::string &path, const std::string &content);
+
 } // namespace workbench
 #endif

@@ -95,12 +95,12 @@ void WriteFiles(const ServeOptions &options, const Served &served, const std::st
         kController + FruCommands(Machine(options), options.empty ? "" : "profile " + options.run.profile);
     for (const ServedSensor &sensor : served.sensors) {
         commands += SimulatorCommands(sensor, served.readings());
-        WriteFileAtomically(served.readings() + "/" + sensor.file, std::to_string(sensor.reading) + "\n");
+        WriteTemporaryFile(served.readings() + "/" + sensor.file, std::to_string(sensor.reading) + "\n");
     }
-    WriteFileAtomically(served.folder + "/set.sdr", RawText(served.set));
-    WriteFileAtomically(served.folder + "/sim.emu", commands + "mc_enable 0x20\n");
-    WriteFileAtomically(served.folder + "/lan.conf",
-                        LanConfiguration(plugin, served.folder + "/set.sdr", served.port));
+    WriteTemporaryFile(served.folder + "/set.sdr", RawText(served.set));
+    WriteTemporaryFile(served.folder + "/sim.emu", commands + "mc_enable 0x20\n");
+    WriteTemporaryFile(served.folder + "/lan.conf",
+                       LanConfiguration(plugin, served.folder + "/set.sdr", served.port));
 }
 
 // ---- sensors that are added --------------------------------------------------------------------------
@@ -141,7 +141,7 @@ void ServeAdded(Served &served, std::streamoff &at, SimulatorProcess &simulator)
             ServedSensor added = SensorToServe(sensor);
             if (std::filesystem::exists(served.readings() + "/" + added.file))
                 added.file.append(".").append(std::to_string(sensor.ordinal));
-            WriteFileAtomically(served.readings() + "/" + added.file, std::to_string(added.reading) + "\n");
+            WriteTemporaryFile(served.readings() + "/" + added.file, std::to_string(added.reading) + "\n");
             simulator.Command(SimulatorCommands(added, served.readings()));
             served.sensors.push_back(std::move(added));
         } catch (const SetError &) {
