@@ -245,7 +245,7 @@ class Tests(Workbench):
         self.assertFalse(os.path.exists(os.path.join(self.path("root"), "conf/BMC1/sensor_threshold.dat")))
 
     def test_list_without_a_description_only_lists(self):
-        self.assertEqual(self.call("add", "--list"), "Repository: 0 records (0 full, 0 compact, 0 FRU locators)\n")
+        self.assertEqual(self.call("add", "--list"), "Repository: 0 records (0 full, 0 compact, 0 FRU locators), profile default\n")
         text = self.call("add", "--list", "--class", "psu-fru", "--slot", "2")
         self.assertIn("Repository: 1 record (0 full, 0 compact, 1 FRU locator)\nID  NAME", text)
 

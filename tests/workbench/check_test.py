@@ -123,7 +123,7 @@ class Tests(Workbench):
         text = self.out("check", "--profile", "default", "--board", BASE)
         self.assertRegex(text, r"(?m)^known +name-unique +default +CPU_PROCHOT +2 compact sensors have this name$")
         self.assertIn("= all CPUs have this name", text)
-        self.assertRegex(text, r"1 set and 1 name table checked: 0 new findings, \d+ known\n$")
+        self.assertRegex(text, r"1 set and 1 name table checked: 0 new findings, \d+ known; profile default\n$")
 
     def test_wrong_input_ends_with_2(self):
         self.assertIn("unknown profile 'kestin'", self.refused(2, "check", "--profile", "kestin"))

@@ -12,6 +12,8 @@ SOURCE = os.environ["OXA_SOURCE"]
 BASE = "boards/base_48.toml"
 FULLEST = "boards/fullest.toml"
 TWO_SOCKET = "boards/two_socket_2u.toml"
+for variable in ("OXA_BOARD", "OXA_PROFILE"):  # of whoever runs the tests
+    os.environ.pop(variable, None)
 
 
 class Workbench(unittest.TestCase):

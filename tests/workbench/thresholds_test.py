@@ -264,7 +264,7 @@ class Tests(Workbench):
                             ((VOLTS, "--uc", "2.355"), "CPU_VOLTS_00 has nothing between 2.35 V and 2.36 V"),
                             ((VOLTS, "--uc", "2.56"), "CPU_VOLTS_00 ends at 2.55 V"),
                             ((TEMP, "--uc", "hot"), "--uc hot: a number is wanted"),
-                            ((TEMP, "--uc", "51", "--mask", "0x10"), "--mask and --board contradict each other"),
+                            ((TEMP, "--uc", "51", "--mask", "0x10"), "--mask and --board (or OXA_BOARD) contradict each other"),
                             (("CPU_STATUS_00", "--uc", "5"), "is a compact record: it has no thresholds"),
                             (("INPUT_TMP", "--uc", "5"), "no full record 'INPUT_TMP' on boards/base_48.toml with "
                                                          "profile default; did you mean INPUT_TEMP")):

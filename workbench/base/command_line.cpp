@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <sstream>
 
@@ -195,6 +196,11 @@ Option &Option::ShowsDefault() {
     return *this;
 }
 
+Option &Option::FromEnvironment(const std::string &variable) {
+    option_->envname(variable);
+    return *this;
+}
+
 Option &Option::InGroup(const std::string &title) {
     option_->group(title);
     return *this;
@@ -269,6 +275,11 @@ void Command::Footer(const std::string &text) {
 
 void Command::Runs(std::function<void()> run) {
     app_->callback(std::move(run));
+}
+
+std::string EnvironmentValue(const char *variable) {
+    const char *value = std::getenv(variable);
+    return value == nullptr ? "" : value;
 }
 
 int RunCommandLine(int argc, char **argv, const std::function<void(Command &program)> &describe) {

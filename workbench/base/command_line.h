@@ -24,6 +24,7 @@ public:
     Option &Takes(const std::string &word); // what --help shows for its value: "FILE"; empty: nothing
     Option &Required(bool required = true);
     Option &ShowsDefault();
+    Option &FromEnvironment(const std::string &variable); // when the line does not give it
     Option &InGroup(const std::string &title);
     Option &OneOf(const std::vector<std::string> &words);
     Option &Between(unsigned least, unsigned most);
@@ -56,6 +57,9 @@ public:
 private:
     CLI::App *app_;
 };
+
+// Value of a variable of the environment; empty when it is not set.
+std::string EnvironmentValue(const char *variable);
 
 // Lets `describe` add commands, reads the line and runs the command that it names.  Returns the exit status; usage
 // that cannot be understood is told in one line.  What the command throws comes out.

@@ -99,8 +99,10 @@ std::string Line(const std::string &label, const std::string &text) {
     return out + text + "\n";
 }
 
-std::string RenderOutcome(const Outcome &outcome, bool colour) {
+std::string RenderOutcome(const CallOptions &options, const Outcome &outcome, bool colour) {
     std::string out = Paint(OutcomeLine(OutcomeJson(outcome)), Style::kBold, colour) + "\n";
+    out +=
+        Line("machine", "board " + options.board + ", profile " + ProfileName(sim::CurrentBoard().custom_id));
     out += Line("description", outcome.subject);
     for (const std::string &recorded : outcome.recorded) {
         const size_t colon = recorded.find(": ");
@@ -116,12 +118,13 @@ std::string RenderOutcome(const Outcome &outcome, bool colour) {
 
 std::string RenderRepository(bool colour) {
     const std::vector<RecordView> records = ViewRecords(sim::Repository());
-    return "Repository: " + CountText(records) + "\n" + (records.empty() ? "" : RecordTable(records, colour));
+    return "Repository: " + CountText(records) + ", profile " + ProfileName(sim::CurrentBoard().custom_id) +
+           "\n" + (records.empty() ? "" : RecordTable(records, colour));
 }
 
 std::string Render(const CallOptions &options, const std::optional<Outcome> &outcome) {
     const bool colour = ColourWanted();
-    std::string out = outcome ? RenderOutcome(*outcome, colour) : "";
+    std::string out = outcome ? RenderOutcome(options, *outcome, colour) : "";
     if (options.list)
         out += (out.empty() ? "" : "\n") + RenderRepository(colour);
     return out;
@@ -211,9 +214,8 @@ void AddCall(Command &program, bool adds) {
                                               : "Remove the FRU locator of a power supply");
     const auto options = std::make_shared<CallOptions>();
     options->adds = adds;
-    command.AddOption("-b,--board", options->board, "Board description (TOML)").Required().Takes("FILE");
-    command.AddOption("-p,--profile", options->profile, "Customer profile; default: the board's")
-        .Takes("NAME");
+    AddBoardOption(command, options->board, "Board description (TOML)").Required();
+    AddProfileOption(command, options->profile, "Customer profile; default: the board's");
     AddDescriptionOptions(command, options);
     command
         .AddOption("--root", options->root,

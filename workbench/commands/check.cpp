@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "checks/findings.h"
 #include "commands/commands.h"
+#include "sets/run_options.h"
 #include "sets/static_set.h"
 
 namespace workbench {
@@ -164,18 +165,19 @@ std::string ScaleText(const Report &report) {
     return out + (report.unused.empty() ? "" : "\n");
 }
 
-std::string RenderText(const Report &report, bool verbose) {
+std::string RenderText(const Report &report, const CheckOptions &options) {
     Table table({{"STATUS"}, {"RULE"}, {"PROFILE"}, {"SUBJECT"}, {"FINDING"}});
     for (const Finding &finding : report.findings)
         AddFinding(finding, table);
     const size_t known = report.Known();
-    return (verbose ? ScaleText(report) : "") +
+    return (options.verbose ? ScaleText(report) : "") +
            (report.findings.empty() ? "" : table.Render(ColourWanted()) + "\n") +
            std::to_string(report.sets) + (report.sets == 1 ? " set and " : " sets and ") +
            std::to_string(report.tables) +
            (report.tables == 1 ? " name table checked: " : " name tables checked: ") +
            std::to_string(report.findings.size() - known) + " new findings, " + std::to_string(known) +
-           " known\n";
+           " known; " + (options.run.profile == "all" ? "all profiles" : "profile " + options.run.profile) +
+           "\n";
 }
 
 Json ScalesJson(const Report &report) {
@@ -214,7 +216,7 @@ std::string RenderJson(const Report &report, bool verbose) {
 
 void Check(const CheckOptions &options) {
     const Report report = RunChecks(options);
-    PrintOut(options.json ? RenderJson(report, options.verbose) : RenderText(report, options.verbose));
+    PrintOut(options.json ? RenderJson(report, options.verbose) : RenderText(report, options));
     if (report.Known() != report.findings.size())
         throw ExitStatus(1);
 }
@@ -228,17 +230,20 @@ void AddCheckCommand(Command &program) {
     options->run.profile = "all";
     command
         .AddOption("-b,--board", options->run.board,
-                   "Board description (TOML); without one: the name tables only")
+                   "Board description (TOML); default: OXA_BOARD, unless --boards is given; without one: the "
+                   "name tables only")
         .Takes("FILE");
     command.AddOption("--boards", options->boards, "Every *.toml of a folder").Takes("DIR");
-    command.AddOption("-p,--profile", options->run.profile, "One customer profile, or all")
-        .Takes("NAME")
-        .ShowsDefault();
+    AddProfileOption(command, options->run.profile, "One customer profile, or all").ShowsDefault();
     command.AddFlag("-v,--verbose", options->verbose, "Full scale and step of every analog sensor too");
     command.AddFlag("--json", options->json, "JSON");
     command.Footer("Exit status: 0 nothing found, or known findings only; 1 new findings; 2 wrong input.\n"
                    "Colour is used on a terminal only; NO_COLOR switches it off.");
-    command.Runs([options] { Check(*options); });
+    command.Runs([options] {
+        if (options->run.board.empty() && options->boards.empty())
+            options->run.board = EnvironmentValue(kBoardVariable);
+        Check(*options);
+    });
 }
 
 } // namespace workbench

@@ -21,6 +21,7 @@
 #include "events/sel_calls.h"
 #include "events/sel_input.h"
 #include "events/sel_words.h"
+#include "sets/run_options.h"
 #include "sets/static_set.h"
 
 namespace workbench {
@@ -291,8 +292,7 @@ void AddDecodeSelCommand(Command &program) {
         .AddOption("INPUT", options->inputs,
                    "A file, - (standard input, the default), or 16 bytes in hexadecimal")
         .Takes("");
-    command.AddOption("-p,--profile", options->profile, "Only calls that write the record with this profile")
-        .Takes("NAME");
+    AddProfileOption(command, options->profile, "Only calls that write the record with this profile");
     command.AddFlag("--json", options->json, "JSON with all candidates");
     command.Footer("Reads 16-byte records (ipmitool sel writeraw), hexadecimal text, the output of\n"
                    "'ipmitool sel list -v' and 'sel elist -v', and of 'ipmi-sel --hex-dump'.\n"

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "commands/commands.h"
 #include "compare/set_compare.h"
+#include "sets/run_options.h"
 
 namespace workbench {
 namespace {
@@ -242,8 +243,7 @@ void AddDiffCommand(Command &program) {
     const auto options = std::make_shared<DiffOptions>();
     command.AddOption("A", options->left, "The set as it was").Required().Takes("");
     command.AddOption("B", options->right, "The set as it is to be").Required().Takes("");
-    command.AddOption("-b,--board", options->run.board, "Board description (TOML) for a side that names none")
-        .Takes("FILE");
+    AddBoardOption(command, options->run.board, "Board description (TOML) for a side that names none");
     command.AddFlag("--json", options->json, "JSON with every field that differs");
     command.Footer(
         "A and B: PROFILE (with --board), PROFILE@BOARD, or a file of 'oxa-sensors export' (JSON or raw).\n"

@@ -196,12 +196,14 @@ std::string RenderRecord(const Sent &sent, bool colour) {
 
 std::string WhereItWent(const EventOptions &options, const Sent &sent) {
     if (!sent.written)
-        return "result 0, nothing is written: this machine does not report the event";
+        return "result 0, nothing is written: this machine does not report the event, profile " +
+               ProfileName(sim::CurrentBoard().custom_id);
     std::string out = sent.ids.size() == 1
                           ? "sent, record " + std::to_string(sent.ids.front())
                           : "sent " + std::to_string(sent.ids.size()) + " times, records " +
                                 std::to_string(sent.ids.front()) + " to " + std::to_string(sent.ids.back());
-    return out + (options.bmc.Given() ? " of the BMC at " + options.bmc.address : "");
+    return out + (options.bmc.Given() ? " of the BMC at " + options.bmc.address : "") + ", profile " +
+           ProfileName(sim::CurrentBoard().custom_id);
 }
 
 std::string Render(const EventOptions &options, const Sent &sent, bool colour) {
@@ -280,13 +282,9 @@ void AddEventCommand(Command &program) {
     const auto options = std::make_shared<EventOptions>();
     command.AddOption("BUILDER ARGS", options->words, "Builder and its arguments").Takes("");
     command.AddFlag("--list", options->list, "Say what builders and arguments are for, of all or of BUILDER");
-    command
-        .AddOption("-b,--board", options->board,
-                   "Board description (TOML); default: a board of which "
-                   "nothing is known")
-        .Takes("FILE");
-    command.AddOption("-p,--profile", options->profile, "Customer profile; default: the board's")
-        .Takes("NAME");
+    AddBoardOption(command, options->board,
+                   "Board description (TOML); default: a board of which nothing is known");
+    AddProfileOption(command, options->profile, "Customer profile; default: the board's");
     command.AddOption("--count", options->count, "Call the builder N times").Takes("N").Between(1, 1000000);
     AddBmcOptions(command, options->bmc, "Send to a BMC over RMCP+ (see scripts/try-bmc)");
     AddTraceOptions(command, options->trace, options->log);

@@ -231,11 +231,16 @@ std::string WelcomeJson(const ServeOptions &options, const Served &served) {
 
 // ---- the command's life ------------------------------------------------------------------------------
 
-void Settle(const ServeOptions &options) {
+void Settle(ServeOptions &options) {
     if (options.empty && !options.run.board.empty())
         throw InputError("--empty contradicts --board");
-    if (!options.empty && options.run.board.empty())
+    if (options.empty)
+        return;
+    if (options.run.board.empty())
+        options.run.board = EnvironmentValue(kBoardVariable);
+    if (options.run.board.empty())
         throw InputError("serve: which board? --board FILE, or --empty");
+    options.run.profile = SettledProfile(options.run.profile, options.run.board);
 }
 
 // What --run runs; ends with this object at the latest.
@@ -324,10 +329,12 @@ void AddServeCommand(Command &program) {
     Command command =
         program.AddCommand("serve", "Put a board's set behind a real BMC simulator, with readings");
     const auto options = std::make_shared<ServeOptions>();
-    command.AddOption("-b,--board", options->run.board, "Board description (TOML)").Takes("FILE");
-    command.AddOption("-p,--profile", options->run.profile, "Customer profile: " + AvailableProfiles())
-        .Takes("NAME")
-        .ShowsDefault();
+    command
+        .AddOption("-b,--board", options->run.board,
+                   "Board description (TOML); default: OXA_BOARD, unless --empty is given")
+        .Takes("FILE");
+    AddProfileOption(command, options->run.profile,
+                     "Customer profile: " + AvailableProfiles() + "; default: the board's");
     command.AddFlag("--empty", options->empty,
                     "An empty repository, for add, remove and scenario with --bmc");
     command.AddOption("--port", options->port, "UDP port on 127.0.0.1; 0: one that is free")

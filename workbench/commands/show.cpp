@@ -105,7 +105,8 @@ std::string RenderSensor(const StaticSet &set, const Found &found, bool colour) 
     const Sensor &sensor = *found.sensor;
     std::string out = Paint(found.decoded.name, Style::kBold, colour) + ": " + KindText(found.decoded.kind) +
                       " record of " + std::to_string(RecordSize(sensor.record)) + " bytes, sensor " +
-                      std::to_string(sensor.ordinal) + " of " + std::to_string(set.sensors.size()) + "\n\n";
+                      std::to_string(sensor.ordinal) + " of " + std::to_string(set.sensors.size()) +
+                      ", profile " + set.profile->name + "\n\n";
     out += "Record\n" + RenderFields(ExplainRecord(sensor, found.decoded), sensor.record, colour);
     out += "\nDevice-table entry\n" + RenderFields(ExplainEntry(sensor), sensor.entry, colour);
     return out;

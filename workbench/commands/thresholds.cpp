@@ -81,14 +81,12 @@ std::string RenderJson(const std::string &file, const ThresholdImage &image) {
 // ---- the command line ------------------------------------------------------------------------------
 
 void AddRecordOptions(Command &command, RecordOptions &records, bool board_required) {
-    command.AddOption("-b,--board", records.board, "Board description (TOML) whose records are looked at")
-        .Required(board_required)
-        .Takes("FILE");
-    command
-        .AddOption(
-            "-p,--profile", records.profile,
-            "Customer profile of the machine; default: the one that FILE was saved under, else default")
-        .Takes("NAME");
+    AddBoardOption(command, records.board, "Board description (TOML) whose records are looked at")
+        .Required(board_required);
+    AddProfileOption(
+        command, records.profile,
+        "Customer profile of the machine; default: the board's, else the one that FILE was saved "
+        "under, else default");
     command
         .AddOption(
             "--description", records.descriptions,

@@ -235,8 +235,7 @@ std::string RenderJson(const Preflight &run) {
 int PreflightThresholds(const ThresholdsPreflightOptions &options) {
     const FileBytes bytes = ReadExistingThresholdFile(options.file);
     Preflight run{options, 0, ParseThresholdImage(options.file, bytes), {}, false, {}};
-    run.custom_id =
-        options.records.profile.empty() ? run.image.custom_id : ProfileId(options.records.profile);
+    run.custom_id = SettledMachine(options.records, run.image);
     run.records = CollectRecords(options.records, options.file, run.custom_id);
     if (StartWithThresholds(run.custom_id, bytes))
         Judge(run);

@@ -154,7 +154,7 @@ void MakeEntry(const ThresholdsSetOptions &options, Plan &plan) {
     plan.entry.name = options.sensor;
     if (plan.record) {
         if (!options.mask.empty())
-            throw InputError("--mask and --board contradict each other: the record has a mask, " +
+            throw InputError("--mask and --board (or OXA_BOARD) contradict each other: the record has a mask, " +
                              MaskText(plan.record->Mask()));
         RefuseMissingThresholds(options, *plan.record);
         StartFromRecord(old, plan);
@@ -173,8 +173,7 @@ void SettleProfile(const ThresholdsSetOptions &options, Plan &plan) {
     plan.file = ReadThresholdFile(options.file);
     if (plan.file)
         plan.image = ParseThresholdImage(options.file, *plan.file);
-    plan.custom_id =
-        options.records.profile.empty() ? plan.image.custom_id : ProfileId(options.records.profile);
+    plan.custom_id = SettledMachine(options.records, plan.image);
     if (plan.file && plan.custom_id != plan.image.custom_id)
         throw InputError(options.file + ": saved under " + SavedUnder(plan.image.custom_id) +
                          "; a machine of " + SavedUnder(plan.custom_id) +

@@ -3,11 +3,18 @@
 
 namespace workbench {
 
+Option AddBoardOption(Command &command, std::string &board, const std::string &about) {
+    return command.AddOption("-b,--board", board, about).Takes("FILE").FromEnvironment(kBoardVariable);
+}
+
+Option AddProfileOption(Command &command, std::string &profile, const std::string &about) {
+    return command.AddOption("-p,--profile", profile, about).Takes("NAME").FromEnvironment(kProfileVariable);
+}
+
 void AddRunOptions(Command &command, RunOptions &run, const std::string &more) {
-    command.AddOption("-b,--board", run.board, "Board description (TOML)").Required().Takes("FILE");
-    command.AddOption("-p,--profile", run.profile, "Customer profile: " + AvailableProfiles() + more)
-        .Takes("NAME")
-        .ShowsDefault();
+    AddBoardOption(command, run.board, "Board description (TOML)").Required();
+    AddProfileOption(command, run.profile,
+                     "Customer profile: " + AvailableProfiles() + more + "; default: the board's");
     AddTraceOptions(command, run.trace, run.log);
     command.Footer(
         "Exit status: 0 done; 1 the library built no usable set; 2 wrong input (nothing is written).\n"

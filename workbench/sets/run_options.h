@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The options of every command that builds one set: --board, --profile, --trace, --log.
+// Which machine a command is about: --board, else OXA_BOARD; --profile, else OXA_PROFILE, else the board's own, else
+// default.  And the options of every command that builds one set: these two, --trace, --log.
 #ifndef OXA_WORKBENCH_SETS_RUN_OPTIONS_H
 #define OXA_WORKBENCH_SETS_RUN_OPTIONS_H
 
@@ -8,6 +9,12 @@
 #include "sets/static_set.h"
 
 namespace workbench {
+
+constexpr char kBoardVariable[] = "OXA_BOARD";
+constexpr char kProfileVariable[] = "OXA_PROFILE";
+
+Option AddBoardOption(Command &command, std::string &board, const std::string &about);
+Option AddProfileOption(Command &command, std::string &profile, const std::string &about);
 
 // `more` is added to the list of profiles.
 void AddRunOptions(Command &command, RunOptions &run, const std::string &more = "");

@@ -131,8 +131,23 @@ std::string ProfileName(uint32_t id) {
     return "profile " + std::to_string(id);
 }
 
+std::string SettledProfile(const std::string &given, const std::string &board) {
+    if (!given.empty())
+        return given;
+    try {
+        const uint32_t id = sim::LoadBoardFile(board).custom_id;
+        const std::string name = ProfileName(id);
+        if (!IsProfileName(name))
+            throw InputError(board + ": custom_id " + std::to_string(id) +
+                             " is no profile's; --profile tells which is meant: " + AvailableProfiles());
+        return name;
+    } catch (const sim::BoardError &error) {
+        throw InputError(OneLine(error.what()));
+    }
+}
+
 StaticSet BuildStaticSet(const RunOptions &options) {
-    const Profile &profile = FindProfile(options.profile);
+    const Profile &profile = FindProfile(SettledProfile(options.profile, options.board));
     StartBoard(options, profile);
     sim::StaticArrays &arrays = sim::CallerArrays(kCapacity);
     arrays.count = kCountNotWritten;

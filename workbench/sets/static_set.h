@@ -34,11 +34,15 @@ std::string AvailableProfiles(); // "default, ..."
 uint32_t ProfileId(const std::string &name);
 std::string ProfileName(uint32_t id); // "ferrisk", or "profile 99"
 
+// The profile that was given (option or environment), else the one that the board file names, else default.
+// InputError for a board file that cannot be used.
+std::string SettledProfile(const std::string &given, const std::string &board);
+
 struct RunOptions {
     std::string board;
-    std::string profile = "default";
-    bool trace = false; // everything that crossed the platform border, on standard error
-    bool log = false;   // the library's log lines only
+    std::string profile; // empty: the board's own
+    bool trace = false;  // everything that crossed the platform border, on standard error
+    bool log = false;    // the library's log lines only
 };
 
 struct Sensor {

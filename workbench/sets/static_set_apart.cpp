@@ -50,7 +50,9 @@ StaticSet ParseAnswer(const RunOptions &options, const std::string &answer) {
 
 } // namespace
 
-StaticSet BuildStaticSetApart(const RunOptions &options) {
+StaticSet BuildStaticSetApart(const RunOptions &given) {
+    RunOptions options = given;
+    options.profile = SettledProfile(given.profile, given.board);
     FindProfile(options.profile); // a wrong name needs no process
     const Apart answer = RunApart([&](const Say &say) { say(ChildAnswer(options)); });
     return ParseAnswer(options,

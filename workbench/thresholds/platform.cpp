@@ -106,6 +106,14 @@ std::string OfferedRecord::InUnits(uint8_t raw) const {
     return FormatNumber(*value) + (decoded.reading->unit.empty() ? "" : " " + decoded.reading->unit);
 }
 
+// Most boards name no profile, which reads as default: the image knows better then.
+uint32_t SettledMachine(const RecordOptions &options, const ThresholdImage &image) {
+    if (!options.profile.empty())
+        return ProfileId(options.profile);
+    const uint32_t board = options.board.empty() ? 0 : LoadBoardFor(options.board, "").custom_id;
+    return board != 0 ? board : image.custom_id;
+}
+
 std::vector<OfferedRecord> CollectRecords(const RecordOptions &options, const std::string &file,
                                           uint32_t custom_id) {
     const Profile &profile = ProfileOf(file, custom_id);

@@ -17,7 +17,7 @@ namespace workbench {
 // Where records come from that stored thresholds are held against.
 struct RecordOptions {
     std::string board;
-    std::string profile;                   // as given; empty: the file's
+    std::string profile;                   // as given; may be empty
     std::vector<std::string> descriptions; // TOML files of sensors that are added at run time
     bool trace = false, log = false;
 };
@@ -37,6 +37,9 @@ struct OfferedRecord {
     std::string InUnits(uint8_t raw) const;
     std::optional<double> Value(uint8_t raw) const; // nullopt: the record has no reading
 };
+
+// Id of the profile that was given, else the board's own, else the one that the image was saved under.
+uint32_t SettledMachine(const RecordOptions &options, const ThresholdImage &image);
 
 // The static set of the board and what the library makes of the descriptions, without stored thresholds, on a
 // machine of the profile that the file is for.
