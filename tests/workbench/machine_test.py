@@ -7,6 +7,7 @@ import shutil
 
 from support import BASE, SENSORS, SOURCE, Workbench, main
 
+POST = "00 00 02 00 00 00 00 20 00 04 0F 00 6F 80 FA 00"  # of addPOSTErrorSel
 KESTRIN = 'custom_id = "kestrin"\n'
 CAN_SERVE = shutil.which("ipmi_sim") and os.path.exists(
     os.path.join(os.path.dirname(SENSORS), "oxa_ipmi_sim_plugin.so"))
@@ -130,6 +131,25 @@ class Tests(Workbench):
         path = self.path("t.dat")
         self.out("thresholds", "set", path, "--sensor", "X", "--uc", "9", "-p", "pellago")
         self.assertIn("profile pellago: ", self.run_raw("thresholds", "preflight", path, "-b", self.plain).stdout.decode())
+
+    def test_a_profile_is_named_in_any_case_or_by_its_number(self):
+        for name in ("KESTRIN", "Kestrin", "1"):
+            for command, (words, wanted) in self.static_commands().items():
+                with self.subTest(command=command, name=name):
+                    self.assertRegex(self.ran(*words, "--board", self.plain, "--profile", name),
+                                     wanted.format("kestrin"))
+            self.assertRegex(self.ran("list", "--board", self.plain, OXA_PROFILE=name), "profile kestrin, board")
+            self.assertIn("0 removed", self.ran("diff", f"{name}@{self.plain}", "kestrin@" + self.plain))
+            self.assertEqual(self.ran("decode-sel", "-p", name, POST), self.ran("decode-sel", "-p", "kestrin", POST))
+        self.assertRegex(self.ran("list", "--board", self.plain, "--profile", "ALL"), r"\n9 profiles,")
+        self.assertRegex(self.ran("check", "--profile", "20"), "; profile sablin\n")
+
+    def test_an_unknown_profile_gets_the_nearest_in_every_command(self):
+        for words, _ in self.static_commands().values():
+            line = self.refused(2, *words, "--board", self.plain, "--profile", "kestrn")
+            self.assertRegex(line, "^oxa-sensors: unknown profile 'kestrn'; available: .*; did you mean kestrin[?]$")
+        line = self.refused(2, "diff", "kestrn@" + self.plain, "default@" + self.plain)
+        self.assertRegex(line, "unknown profile 'kestrn'; available: .*; did you mean kestrin[?]$")
 
 
 if __name__ == "__main__":

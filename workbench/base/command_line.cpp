@@ -219,6 +219,11 @@ Option &Option::Between(unsigned least, unsigned most) {
     return *this;
 }
 
+Option &Option::Becomes(std::function<std::string(const std::string &)> change) {
+    option_->transform([change = std::move(change)](std::string text) { return change(text); }, "");
+    return *this;
+}
+
 Option &Option::Values(int count) {
     option_->expected(count);
     return *this;

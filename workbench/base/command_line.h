@@ -28,8 +28,9 @@ public:
     Option &InGroup(const std::string &title);
     Option &OneOf(const std::vector<std::string> &words);
     Option &Between(unsigned least, unsigned most);
-    Option &Values(int count); // that many after one mention
-    Option &OneValueEach();    // several mentions, a value after each
+    Option &Becomes(std::function<std::string(const std::string &)> change); // its value, before it is taken
+    Option &Values(int count);                                               // that many after one mention
+    Option &OneValueEach(); // several mentions, a value after each
     bool Given() const;
 
 private:

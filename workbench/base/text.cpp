@@ -108,6 +108,10 @@ std::string Join(const std::vector<std::string> &parts, const std::string &separ
     return out;
 }
 
+bool SameName(const std::string &a, const std::string &b) {
+    return Lower(a) == Lower(b);
+}
+
 bool HasWildcard(const std::string &pattern) {
     return pattern.find_first_of("*?[") != std::string::npos;
 }

@@ -24,6 +24,7 @@ double Rounded(double value); // without the digits that binary fractions add: 2
 std::vector<std::string> Wrap(const std::string &text, size_t width); // at blanks
 std::string Join(const std::vector<std::string> &parts, const std::string &separator);
 
+bool SameName(const std::string &a, const std::string &b); // upper and lower case alike
 bool HasWildcard(const std::string &pattern);
 bool MatchesGlob(const std::string &name,
                  const std::string &pattern); // shell glob, upper and lower case alike

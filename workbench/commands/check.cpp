@@ -62,11 +62,7 @@ std::vector<std::string> BoardsOf(const CheckOptions &options) {
 std::vector<const Profile *> ProfilesOf(const CheckOptions &options) {
     if (options.run.profile == "all")
         return AllProfiles();
-    for (const Profile *profile : AllProfiles())
-        if (options.run.profile == profile->name)
-            return {profile};
-    throw InputError("unknown profile '" + options.run.profile + "'; available: all, " + AvailableProfiles() +
-                     ", sablin");
+    return {&NamedProfile(options.run.profile)};
 }
 
 // One line for a finding, however many boards have it; the text is the first one's.

@@ -256,15 +256,10 @@ Json RecordJson(const DecodedRecord &decoded) {
     return out;
 }
 
-void CheckProfile(const std::string &name) {
-    if (!name.empty() && !IsProfileName(name))
-        throw InputError("unknown profile '" + name + "'; available: " + AvailableProfiles());
-}
-
 void RunDecode(const DecodeOptions &options) {
-    CheckProfile(options.profile);
+    const std::string profile = options.profile.empty() ? "" : NamedProfile(options.profile).name;
     std::vector<DecodedRecord> all;
-    DecodeAll(ReadInputs(options.inputs), options.profile, all);
+    DecodeAll(ReadInputs(options.inputs), profile, all);
     const auto found = std::count_if(all.begin(), all.end(),
                                      [](const DecodedRecord &decoded) { return !decoded.answers.empty(); });
     if (options.json) {

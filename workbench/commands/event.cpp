@@ -81,7 +81,7 @@ void StartPlatform(const EventOptions &options) {
     sim::Board board = options.board.empty() ? sim::Board{} : LoadBoardFor(options.board, "");
     const auto faults = options.board.empty() ? std::vector<sim::Fault>{} : LoadFaultsOf(options.board);
     if (!options.profile.empty())
-        board.custom_id = ProfileId(options.profile);
+        board.custom_id = NamedProfile(options.profile).id;
     StartWith(std::move(board), faults, {});
 }
 

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "base/errors.h"
 #include "base/input.h"
@@ -81,8 +82,7 @@ void ReadJson(const std::string &path, const std::string &text, SensorSource &so
     const std::string whole = path + ": ";
     const Json &told = PartOf(json, "profile", Json::value_t::object, whole);
     const std::string profile = PartOf(told, "name", Json::value_t::string, whole);
-    if (IsProfileName(profile))
-        source.profile = &FindProfile(profile);
+    source.profile = ProfileNamed(profile);
     source.has_entries = true;
     for (const Json &item : PartOf(json, "sensors", Json::value_t::array, whole)) {
         const std::string where = Where(path, source.sensors.size() + 1);
@@ -116,7 +116,8 @@ SensorSource FromFile(const std::string &path) {
     return source;
 }
 
-SensorSource FromBoard(const std::string &profile, const std::string &board, const RunOptions &run) {
+SensorSource FromBoard(const std::string &given, const std::string &board, const RunOptions &run) {
+    const std::string profile = NamedProfile(given).name;
     if (board.empty())
         throw InputError("'" + profile + "' needs a board: --board FILE, or " + profile + "@FILE");
     RunOptions options = run;
@@ -129,7 +130,7 @@ SensorSource FromBoard(const std::string &profile, const std::string &board, con
 SensorSource LoadUndecoded(const std::string &text, const RunOptions &run) {
     const size_t at = text.find('@');
     const std::string profile = text.substr(0, at);
-    if (!IsProfileName(profile))
+    if (ProfileNamed(profile) == nullptr && (at == std::string::npos || access(text.c_str(), F_OK) == 0))
         return FromFile(text);
     return FromBoard(profile, at == std::string::npos ? run.board : text.substr(at + 1), run);
 }

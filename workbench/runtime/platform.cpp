@@ -41,7 +41,7 @@ sim::Board LoadBoardFor(const std::string &path, const std::string &profile) {
     try {
         sim::Board board = sim::LoadBoardFile(path);
         if (!profile.empty())
-            board.custom_id = ProfileId(profile);
+            board.custom_id = NamedProfile(profile).id;
         return board;
     } catch (const sim::BoardError &error) {
         throw InputError(OneLine(error.what()));

@@ -1,14 +1,29 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "sets/run_options.h"
 
+#include "base/text.h"
+
 namespace workbench {
+namespace {
+
+// "Kestrin" and "1" are kestrin; what is unknown is refused where it is known which profiles will do.
+std::string UsualName(const std::string &given) {
+    constexpr const char *kAll = "all";
+    const Profile *profile = ProfileNamed(given);
+    return profile != nullptr ? profile->name : SameName(given, kAll) ? kAll : given;
+}
+
+} // namespace
 
 Option AddBoardOption(Command &command, std::string &board, const std::string &about) {
     return command.AddOption("-b,--board", board, about).Takes("FILE").FromEnvironment(kBoardVariable);
 }
 
 Option AddProfileOption(Command &command, std::string &profile, const std::string &about) {
-    return command.AddOption("-p,--profile", profile, about).Takes("NAME").FromEnvironment(kProfileVariable);
+    return command.AddOption("-p,--profile", profile, about)
+        .Takes("NAME")
+        .FromEnvironment(kProfileVariable)
+        .Becomes(UsualName);
 }
 
 void AddRunOptions(Command &command, RunOptions &run, const std::string &more) {

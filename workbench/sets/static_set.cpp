@@ -75,23 +75,31 @@ void PrintPlatformTrace(bool trace, bool log) {
             std::fprintf(stderr, "%s\n", OneLine(sim::Format(event)).c_str());
 }
 
-const Profile &FindProfile(const std::string &name) {
-    for (const Profile &profile : Profiles()) {
-        if (name != profile.name)
-            continue;
-        if (profile.driver == nullptr)
-            throw InputError("profile '" + name +
-                             "' has no static driver (its sensors are added at run time); available: " +
-                             AvailableProfiles());
-        return profile;
-    }
-    throw InputError("unknown profile '" + name + "'; available: " + AvailableProfiles());
+const Profile *ProfileNamed(const std::string &name) {
+    for (const Profile &profile : Profiles())
+        if (SameName(name, profile.name) || name == std::to_string(profile.id))
+            return &profile;
+    return nullptr;
 }
 
-bool IsProfileName(const std::string &name) {
-    return std::any_of(
-        Profiles().begin(), Profiles().end(),
-        [&name](const Profile &profile) { return name == profile.name; });
+const Profile &NamedProfile(const std::string &name) {
+    if (const Profile *profile = ProfileNamed(name))
+        return *profile;
+    std::vector<std::string> names;
+    for (const Profile &profile : Profiles())
+        names.push_back(profile.name);
+    const std::vector<std::string> nearest = NearestNames(name, names, 1);
+    throw InputError("unknown profile '" + name + "'; available: " + Join(names, ", ") +
+                     (nearest.empty() ? "" : "; did you mean " + nearest[0] + "?"));
+}
+
+const Profile &FindProfile(const std::string &name) {
+    const Profile &profile = NamedProfile(name);
+    if (profile.driver == nullptr)
+        throw InputError(
+            "profile '" + std::string(profile.name) +
+            "' has no static driver (its sensors are added at run time); available: " + AvailableProfiles());
+    return profile;
 }
 
 std::vector<const Profile *> AllProfiles() {
@@ -114,16 +122,6 @@ std::string AvailableProfiles() {
     return Join(names, ", ");
 }
 
-uint32_t ProfileId(const std::string &name) {
-    std::vector<std::string> names;
-    for (const Profile *profile : AllProfiles()) {
-        if (name == profile->name)
-            return profile->id;
-        names.push_back(profile->name);
-    }
-    throw InputError("unknown profile '" + name + "'; available: " + Join(names, ", "));
-}
-
 std::string ProfileName(uint32_t id) {
     for (const Profile *profile : AllProfiles())
         if (profile->id == id)
@@ -136,11 +134,10 @@ std::string SettledProfile(const std::string &given, const std::string &board) {
         return given;
     try {
         const uint32_t id = sim::LoadBoardFile(board).custom_id;
-        const std::string name = ProfileName(id);
-        if (!IsProfileName(name))
-            throw InputError(board + ": custom_id " + std::to_string(id) +
-                             " is no profile's; --profile tells which is meant: " + AvailableProfiles());
-        return name;
+        if (const Profile *profile = ProfileNamed(std::to_string(id)))
+            return profile->name;
+        throw InputError(board + ": custom_id " + std::to_string(id) +
+                         " is no profile's; --profile tells which is meant: " + AvailableProfiles());
     } catch (const sim::BoardError &error) {
         throw InputError(OneLine(error.what()));
     }

@@ -23,15 +23,14 @@ struct Profile {
     StaticDriver driver; // null: the library has none for this customer
 };
 
-const Profile &
-FindProfile(const std::string &name);              // InputError for an unknown one and for one without driver
-bool IsProfileName(const std::string &name);       // with driver or without
-std::vector<const Profile *> ProfilesWithDriver(); // in the order of their ids
+// A profile is named in any case, or by the number that the firmware gives it (custom id).
+const Profile *ProfileNamed(const std::string &name); // with driver or without; null for an unknown one
+const Profile &NamedProfile(const std::string &name); // the same; InputError for an unknown one
+const Profile &FindProfile(const std::string &name);  // InputError for one without driver too
+std::vector<const Profile *> ProfilesWithDriver();    // in the order of their ids
 std::vector<const Profile *> AllProfiles();
 std::string AvailableProfiles(); // "default, ..."
 
-// Id of a profile by name, those without driver too; InputError with the available ones.
-uint32_t ProfileId(const std::string &name);
 std::string ProfileName(uint32_t id); // "ferrisk", or "profile 99"
 
 // The profile that was given (option or environment), else the one that the board file names, else default.

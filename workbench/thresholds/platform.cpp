@@ -109,7 +109,7 @@ std::string OfferedRecord::InUnits(uint8_t raw) const {
 // Most boards name no profile, which reads as default: the image knows better then.
 uint32_t SettledMachine(const RecordOptions &options, const ThresholdImage &image) {
     if (!options.profile.empty())
-        return ProfileId(options.profile);
+        return NamedProfile(options.profile).id;
     const uint32_t board = options.board.empty() ? 0 : LoadBoardFor(options.board, "").custom_id;
     return board != 0 ? board : image.custom_id;
 }
