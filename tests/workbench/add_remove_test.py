@@ -247,7 +247,7 @@ class Tests(Workbench):
     def test_list_without_a_description_only_lists(self):
         self.assertEqual(self.call("add", "--list"), "Repository: 0 records (0 full, 0 compact, 0 FRU locators), profile default\n")
         text = self.call("add", "--list", "--class", "psu-fru", "--slot", "2")
-        self.assertIn("Repository: 1 record (0 full, 0 compact, 1 FRU locator)\nID  NAME", text)
+        self.assertIn("Repository: 1 record (0 full, 0 compact, 1 FRU locator), profile default\nID  NAME", text)
 
     def test_nothing_is_left_behind_without_a_root(self):
         self.run_raw("add", "--board", TWO_SOCKET, *GPU, env={"TMPDIR": self.folder.name})

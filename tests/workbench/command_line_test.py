@@ -3,6 +3,7 @@
 import glob
 import os
 import pty
+import re
 import subprocess
 
 from support import BASE, SENSORS, SOURCE, Workbench, main
@@ -43,6 +44,44 @@ class Tests(Workbench):
         text = self.out("export", "--help")
         for option in COMMON + ["--format", "raw", "csv", "--output", "--keep-ids", "--number"]:
             self.assertIn(option, text)
+
+    def test_version_names_the_librarys_version_and_the_commit(self):
+        with open(os.path.join(SOURCE, "CMakeLists.txt"), encoding="utf-8") as file:
+            version = re.search(r"project\(\S+ VERSION (\S+)", file.read())[1]
+        git = subprocess.run(["git", "-C", SOURCE, "rev-parse", "--short=12", "HEAD"], capture_output=True, check=False)
+        commit = git.stdout.decode().strip() if os.path.exists(os.path.join(SOURCE, ".git")) else "unknown"
+        self.assertRegex(self.out("--version"),
+                         rf"^oxa-sensors {re.escape(version)} \(commit {commit}( with changes)?\)\n$")
+
+    def commit_header(self, folder, *settings):
+        """What a build from this folder would say."""
+        header = os.path.join(self.folder.name, "version_text.h")
+        subprocess.run(["cmake", "-D", f"SOURCE={folder}", "-D", "VERSION=1.2.3", "-D", f"HEADER={header}", *settings,
+                        "-P", os.path.join(SOURCE, "workbench", "base", "commit.cmake")], check=True)
+        with open(header, encoding="utf-8") as file:
+            return file.read(), os.stat(header).st_mtime_ns
+
+    def test_a_tree_without_git_has_an_unknown_commit_also_within_another_tree(self):
+        subprocess.run(["git", "init", "-q", self.folder.name], check=True)
+        inner = os.path.join(self.folder.name, "unpacked")
+        os.mkdir(inner)
+        self.assertIn('OXA_COMMIT "unknown"', self.commit_header(inner)[0])
+        self.assertIn('OXA_COMMIT "4711"', self.commit_header(inner, "-D", "COMMIT=4711")[0])
+
+    def test_the_commit_is_written_anew_only_when_it_is_another(self):
+        tree = os.path.join(self.folder.name, "tree")
+        git = ["git", "-C", tree, "-c", "user.name=n", "-c", "user.email=e@x"]
+        subprocess.run(["git", "init", "-q", tree], check=True)
+        with open(os.path.join(tree, "a"), "w", encoding="ascii") as file:
+            file.write("1")
+        subprocess.run([*git, "add", "a"], check=True)
+        subprocess.run([*git, "commit", "-qm", "a"], check=True)
+        first = self.commit_header(tree)
+        self.assertEqual(first, self.commit_header(tree))
+        self.assertRegex(first[0], r'OXA_VERSION "1\.2\.3"\n#define OXA_COMMIT "[0-9a-f]{12}"')
+        with open(os.path.join(tree, "a"), "w", encoding="ascii") as file:
+            file.write("23")
+        self.assertIn(" with changes", self.commit_header(tree)[0])
 
     def test_no_command_is_refused_with_the_commands(self):
         self.assertIn("list, show, export, ", self.refused(2))

@@ -12,6 +12,7 @@
 #include "base/errors.h"
 #include "base/output.h"
 #include "base/text.h"
+#include "base/version.h"
 
 namespace workbench {
 namespace {
@@ -290,7 +291,7 @@ std::string EnvironmentValue(const char *variable) {
 int RunCommandLine(int argc, char **argv, const std::function<void(Command &program)> &describe) {
     CLI::App app{"Builds a board's sensor records on a simulated platform and shows them decoded",
                  "oxa-sensors"};
-    app.set_version_flag("--version", "oxa-sensors " OXA_VERSION)->disable_flag_override();
+    app.set_version_flag("--version", kVersionText)->disable_flag_override();
     app.get_help_ptr()->disable_flag_override();
     Command program(&app);
     program.NeedsCommand();
