@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // oxa-sensors: what the library builds for a board, decoded.
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <string_view>
+#include <unistd.h>
 
 #include "base/errors.h"
+#include "base/json.h"
+#include "base/output.h"
 #include "commands/commands.h"
 
 namespace {
@@ -29,8 +34,15 @@ void AddCommands(Command &program) {
     AddThresholdsCommand(program);
 }
 
-int Fail(const std::exception &error, int status) {
-    std::fprintf(stderr, "oxa-sensors: %s\n", error.what());
+// Whether the line asks for JSON, also when the rest of it cannot be understood.
+bool WantsJson(int argc, char **argv) {
+    return std::find(argv + 1, argv + argc, std::string_view("--json")) != argv + argc;
+}
+
+int Fail(const std::string &text, int status, bool json) {
+    std::fprintf(stderr, "oxa-sensors: %s\n", text.c_str());
+    if (json && !AnythingPrinted())
+        WriteAll(STDOUT_FILENO, ErrorDocument(text, status)); // nobody is left to hear that it failed
     return status;
 }
 
@@ -38,16 +50,16 @@ int Fail(const std::exception &error, int status) {
 
 int main(int argc, char **argv) {
     std::signal(SIGPIPE, SIG_IGN); // a closed pipe is seen where it is written to
+    const bool json = argc > 0 && WantsJson(argc, argv);
     try {
         return RunCommandLine(argc, argv, AddCommands);
     } catch (const ExitStatus &end) {
         return end.status;
     } catch (const InputError &error) {
-        return Fail(error, kBadInput);
+        return Fail(error.what(), kBadInput, json);
     } catch (const SetError &error) {
-        return Fail(error, kNoSet);
+        return Fail(error.what(), kNoSet, json);
     } catch (const std::exception &error) {
-        std::fprintf(stderr, "oxa-sensors: unexpected: %s\n", error.what());
-        return kNoSet;
+        return Fail(std::string("unexpected: ") + error.what(), kNoSet, json);
     }
 }

@@ -26,7 +26,7 @@ class Tests(BmcTest):
         told = json.loads(self.story("--json"))
         self.assertEqual((told["as_expected"], told["differences"]), (True, []))
         # the record file of the second story holds the id of a record of the first
-        own = [r["id"] for r in told["repository"]]
+        own = [r["record_id"] for r in told["repository"]]
         path = self.path("thief.toml")
         with open(path, "w", encoding="utf-8") as file:
             file.write('board = "board.toml"\n[[step]]\nremove = { slot = 2 }\nexpect = "removed"\n')

@@ -53,9 +53,9 @@ class Tests(Workbench):
         told = self.told("add", "-p", "ferrisk", *NVME, "--slot", "3", "--unr", "80", "--uc", "70", "--unc", "65")
         self.assertEqual((told["outcome"], told["code"]), ("added", 0))
         self.assertEqual(told["record"]["record"], plain(NVME3))
-        self.assertEqual(told["record"]["id"], 1)
+        self.assertEqual(told["record"]["record_id"], 1)
         self.assertEqual(told["record"]["name"], "NVME3_Temp")
-        self.assertEqual({k: v["value"] for k, v in told["record"]["thresholds"].items()},
+        self.assertEqual({k: v["value"] for k, v in told["record"]["thresholds"].items() if v},
                          {"unc": 65, "uc": 70, "unr": 80})
 
     def test_the_text_tells_name_kind_and_thresholds_in_units(self):
@@ -164,7 +164,7 @@ class Tests(Workbench):
     # ---- what stays between calls -------------------------------------------------------------------
 
     def names(self):
-        return [(r["id"], r["name"]) for r in self.told("add", *self.root(), "--list")["repository"]]
+        return [(r["record_id"], r["name"]) for r in self.told("add", *self.root(), "--list")["repository"]]
 
     def test_add_add_remove_list_works_over_processes(self):
         self.call("add", *self.root(), "--class", "psu-fru", "--slot", "1")

@@ -71,7 +71,8 @@ class Tests(Workbench):
 
     def test_the_boards_own_profile_is_the_default(self):
         board = self.board('[board]\ncustom_id = "vorana"\n')
-        self.assertEqual(self.json("event", "addPowerDropSEL", "1", "2", "3", "0", "-b", board)["custom_id"], 3)
+        self.assertEqual(self.json("event", "addPowerDropSEL", "1", "2", "3", "0", "-b", board)["profile"],
+                         {"name": "vorana", "id": 3})
 
     def test_a_builder_that_fails_ends_with_1_and_its_last_line(self):
         self.assertIn("result 0xFFFF; its last line: customId:0, only vorana support addPowerDropSEL",

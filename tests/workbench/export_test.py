@@ -201,7 +201,7 @@ class Tests(Workbench):
         self.assertIn("xml", self.refused(2, "export", "--board", BASE, "--format", "xml"))
 
     def test_json_beside_another_format_is_refused(self):
-        self.assertIn("contradicts", self.refused(2, "export", "--board", BASE, "--format", "csv", "--json"))
+        self.assertIn("contradicts", self.refused_in_json(2, "export", "--board", BASE, "--format", "csv"))
 
 
 if __name__ == "__main__":

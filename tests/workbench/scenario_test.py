@@ -32,7 +32,7 @@ class Tests(Workbench):
         return [o["outcome"] for s in self.run_story(*steps, **more)["steps"] for o in s["outcomes"]]
 
     def names(self, told):
-        return [(r["id"], r["name"]) for r in told["repository"]]
+        return [(r["record_id"], r["name"]) for r in told["repository"]]
 
     # ---- the day ------------------------------------------------------------------------------------
 
@@ -51,7 +51,7 @@ class Tests(Workbench):
         wanted += [(53, "PSU2_FRU"), (54, "GPU2_Temp"), (55, disk(23)[0]), (56, "NEO CARD"), (57, "NIC_TEMP_04")]
         told = self.json("scenario", DAY)
         self.assertEqual(self.names(told), wanted)
-        locators = {r["id"]: r["fru_id"] for r in told["repository"] if r["fru_id"] is not None}
+        locators = {r["record_id"]: r["fru_id"] for r in told["repository"] if r["fru_id"] is not None}
         self.assertEqual(locators, {48: 36, 50: 35, 53: 18, 56: 36})
         self.assertEqual([e["bytes"] for e in told["events"]], [
             "00 00 E0 00 00 00 03 04 00 04 0D 00 6F A1 00 13", "00 00 C0 00 00 00 00 0A 00 04 08 00 6F A1 02 11"])
@@ -105,7 +105,7 @@ class Tests(Workbench):
         told = self.run_story(save, step("restart = true"), add, step('restart = { profile = "default" }'), add)
         self.assertEqual([o["outcome"] for s in told["steps"] for o in s["outcomes"]],
                          ["saved", "thresholds-loaded", "added", "thresholds-discarded", "added"])
-        raws = [{k: v["raw"] for k, v in r["thresholds"].items()} for r in told["repository"]]
+        raws = [{k: v["raw"] for k, v in r["thresholds"].items() if v} for r in told["repository"]]
         self.assertEqual(raws, [{"unc": 60, "uc": 70, "unr": 80}, {"uc": 100}])
 
     def test_thresholds_that_cannot_be_written_are_told(self):

@@ -58,6 +58,15 @@ class Workbench(unittest.TestCase):
         self.assertTrue(lines[0].startswith("oxa-sensors: "), lines[0])
         return lines[0]
 
+    def refused_in_json(self, code, *words):
+        """The message of a run with --json that must fail: an object on standard output, a line on standard error."""
+        done = self.run_raw(*words, "--json")
+        data = json.loads(done.stdout)
+        self.assertEqual((done.returncode, list(data)), (code, ["format", "error"]), words)
+        self.assertEqual((data["format"], data["error"]["status"]), (1, code))
+        self.assertEqual(done.stderr.decode(), f"oxa-sensors: {data['error']['message']}\n")
+        return data["error"]["message"]
+
 
 def main():
     """Runs the tests; the last line says how many passed, for scripts/test to add up."""

@@ -59,15 +59,16 @@ class Tests(Workbench):
         self.write(image(7, entry("INPUT_TEMP", (60, 55, 50, 1, 2, 3), UNR | UC | UNC, (0xAB, 0xCD)),
                          entry("EXACTLY_16_CHARS", (1, 2, 3, 4, 5, 6), 0x1200 | LNR | LC | LNC)))
         data = self.json("thresholds", "show", self.file)
-        self.assertEqual((data["custom_id"], data["saved_under"], data["count"]), (7, "profile 7 (lumora)", 2))
+        self.assertEqual((data["saved_under"], data["count"]), ({"name": "lumora", "id": 7}, 2))
         first, second = data["entries"]
         self.assertEqual(first, {"name": "INPUT_TEMP", "mask": 0x38, "mask_text": "UNC, UC, UNR",
-                                 "thresholds": {"lnr": None, "lc": None, "lnc": None, "unc": 50, "uc": 55, "unr": 60},
+                                 "thresholds": {"lnr": None, "lc": None, "lnc": None, "unc": {"raw": 50}, "uc": {"raw": 55},
+                                                "unr": {"raw": 60}},
                                  "further": [0xAB, 0xCD], "note": None})
         self.assertEqual((second["name"], second["mask"], second["mask_text"]),
                          ("EXACTLY_16_CHARS", 0x1207, "LNR, LC, LNC, 0x1200"))
         self.assertEqual(second["thresholds"],
-                         {"lnr": 4, "lc": 5, "lnc": 6, "unc": None, "uc": None, "unr": None})
+                         {"lnr": {"raw": 4}, "lc": {"raw": 5}, "lnc": {"raw": 6}, "unc": None, "uc": None, "unr": None})
 
     def test_show_as_a_table(self):
         self.write(image(0, entry("INPUT_TEMP", (60, 55, 50, 1, 2, 3), UNR | UC | UNC, (0xAB, 0xCD)),
@@ -187,8 +188,9 @@ class Tests(Workbench):
 
     def test_set_json(self):
         data = self.json("thresholds", "set", self.file, "--sensor", "A", "--uc", "50")
-        self.assertEqual((data["index"], data["count"], data["created"], data["custom_id"]), (1, 1, True, 0))
-        self.assertEqual(data["entry"]["thresholds"]["uc"], 50)
+        self.assertEqual((data["index"], data["count"], data["created"], data["saved_under"]),
+                         (1, 1, True, {"name": "default", "id": 0}))
+        self.assertEqual(data["entry"]["thresholds"]["uc"], {"raw": 50})
         self.assertFalse(self.json("thresholds", "set", self.file, "--sensor", "A", "--uc", "51")["created"])
 
     def test_set_in_the_sensors_units(self):
@@ -201,7 +203,7 @@ class Tests(Workbench):
                                             entry(VOLTS, (255, 235, 230, 120, 124, 130), 0x3F)))
         self.set("--board", BASE, "--sensor", TEMP, "--unc", "40")  # 51 stays: same mask
         self.assertEqual(self.json("thresholds", "show", self.file)["entries"][0]["thresholds"],
-                         {"lnr": None, "lc": None, "lnc": None, "unc": 40, "uc": 51, "unr": 52})
+                         {"lnr": None, "lc": None, "lnc": None, "unc": {"raw": 40}, "uc": {"raw": 51}, "unr": {"raw": 52}})
 
     def test_set_of_negative_degrees_is_twos_complement(self):
         self.set("--board", BASE, "--sensor", TEMP, "--unc", "-3", "--uc", "-2", "--unr", "-1")
@@ -209,7 +211,7 @@ class Tests(Workbench):
 
     def test_set_raw_on_a_board(self):
         self.set("--board", BASE, "--sensor", VOLTS, "--raw", "--lc", "124")
-        self.assertEqual(self.json("thresholds", "show", self.file)["entries"][0]["thresholds"]["lc"], 124)
+        self.assertEqual(self.json("thresholds", "show", self.file)["entries"][0]["thresholds"]["lc"], {"raw": 124})
 
     def test_set_replaces_an_entry_of_another_mask_by_the_records(self):
         self.set("--sensor", TEMP, "--lc", "3", "--uc", "49")

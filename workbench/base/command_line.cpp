@@ -2,7 +2,6 @@
 #include "base/command_line.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <sstream>
@@ -123,11 +122,9 @@ std::string WhatIsWrong(const CLI::App &app, const Named &named, const CLI::Pars
 }
 
 // About the innermost command that was named.
-int FailUsage(const CLI::App &app, const CLI::ParseError &error) {
+[[noreturn]] void FailUsage(const CLI::App &app, const CLI::ParseError &error) {
     const Named named = InnermostNamed(app);
-    std::fprintf(stderr, "oxa-sensors: %s (see %s --help)\n", OneLine(WhatIsWrong(app, named, error)).c_str(),
-                 named.call.c_str());
-    return kBadInput;
+    throw InputError(OneLine(WhatIsWrong(app, named, error)) + " (see " + named.call + " --help)");
 }
 
 // Refuses a value in our words; the parser would put its own before those of its own kind of error.
@@ -305,7 +302,7 @@ int RunCommandLine(int argc, char **argv, const std::function<void(Command &prog
         PrintOut(text.str()); // std::cout would not tell that nothing was written
         return kOk;
     } catch (const CLI::ParseError &error) {
-        return FailUsage(app, error);
+        FailUsage(app, error);
     }
 }
 

@@ -62,8 +62,8 @@ private:
 // Value of a variable of the environment; empty when it is not set.
 std::string EnvironmentValue(const char *variable);
 
-// Lets `describe` add commands, reads the line and runs the command that it names.  Returns the exit status; usage
-// that cannot be understood is told in one line.  What the command throws comes out.
+// Lets `describe` add commands, reads the line and runs the command that it names.  Returns the exit status.  InputError
+// for usage that cannot be understood; what the command throws comes out.
 int RunCommandLine(int argc, char **argv, const std::function<void(Command &program)> &describe);
 
 } // namespace workbench

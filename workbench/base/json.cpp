@@ -8,7 +8,13 @@
 namespace workbench {
 
 std::string Dump(const Json &json) {
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    Json document{{"format", kJsonFormat}};
+    document.update(json);
+    return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+std::string ErrorDocument(const std::string &message, int status) {
+    return Dump({{"error", {{"message", message}, {"status", status}}}});
 }
 
 Json ParseJson(const std::string &path, const std::string &text) {

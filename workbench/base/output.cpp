@@ -13,6 +13,8 @@
 namespace workbench {
 namespace {
 
+bool g_printed = false;
+
 [[noreturn]] void Fail(const std::string &path, int error) {
     throw InputError(path + ": cannot write: " + std::strerror(error));
 }
@@ -57,7 +59,12 @@ bool WriteAll(int fd, const std::string &text) {
     return true;
 }
 
+bool AnythingPrinted() {
+    return g_printed;
+}
+
 void PrintOut(const std::string &text) {
+    g_printed = true;
     if (!WriteAll(STDOUT_FILENO, text) && errno != EPIPE)
         Fail("standard output", errno);
 }

@@ -14,6 +14,9 @@ bool WriteAll(int fd, const std::string &text);
 // Writes everything to standard output.  A reader that has gone away ("| head") is no error.
 void PrintOut(const std::string &text);
 
+// Whether anything was given to PrintOut.
+bool AnythingPrinted();
+
 // Puts the content at the path in one step: readers see the old file or the new one, never half of it.
 void WriteFileAtomically(const std::string &path, const std::string &content);
 

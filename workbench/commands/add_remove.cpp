@@ -16,6 +16,7 @@
 #include "runtime/calls.h"
 #include "runtime/platform.h"
 #include "sets/run_options.h"
+#include "sets/set_json.h"
 #include "sets/static_set.h"
 
 namespace workbench {
@@ -133,7 +134,7 @@ std::string Render(const CallOptions &options, const std::optional<Outcome> &out
 std::string RenderJson(const CallOptions &options, const std::optional<Outcome> &outcome,
                        const SpecificSensorParam &param) {
     Json out = {{"board", options.board},
-                {"profile", ProfileName(sim::CurrentBoard().custom_id)},
+                {"profile", ProfileJson(sim::CurrentBoard().custom_id)},
                 {"bmc", options.bmc.Given() ? Json(options.bmc.address) : Json(nullptr)}};
     if (outcome) {
         out["description"] = DescriptionJson(param);

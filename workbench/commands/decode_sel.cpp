@@ -249,7 +249,7 @@ Json RecordJson(const DecodedRecord &decoded) {
     const auto &bytes = record.bytes;
     Json out = {{"where", decoded.input.where},
                 {"bytes", BytesText(record)},
-                {"id", bytes[0] | bytes[1] << 8},
+                {"record_id", bytes[0] | bytes[1] << 8},
                 {"candidates", Json::array()}};
     for (const Answer &answer : decoded.answers)
         out["candidates"].push_back(AnswerJson(answer));

@@ -10,6 +10,7 @@
 #include "commands/commands.h"
 #include "compare/set_compare.h"
 #include "sets/run_options.h"
+#include "sets/set_json.h"
 
 namespace workbench {
 namespace {
@@ -184,7 +185,7 @@ std::string RenderText(const Sides &s) {
 
 Json SideJson(const SensorSource &side) {
     Json out{{"source", side.label}, {"count", side.sensors.size()}, {"device_table", side.has_entries}};
-    out["profile"] = side.profile != nullptr ? Json(side.profile->name) : Json(nullptr);
+    out["profile"] = side.profile != nullptr ? ProfileJson(side.profile->id) : Json(nullptr);
     return out;
 }
 

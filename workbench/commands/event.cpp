@@ -16,6 +16,7 @@
 #include "runtime/bmc_options.h"
 #include "runtime/platform.h"
 #include "sets/run_options.h"
+#include "sets/set_json.h"
 #include "sets/static_set.h"
 #include "simulator/simulator.h"
 
@@ -239,7 +240,7 @@ std::string RenderJson(const EventOptions &options, const Sent &sent) {
         arguments[ValueName(sent.builder->ptItem[n].eValue)] = sent.arguments[n];
     Json out = {{"builder", BuilderName(*sent.builder)},
                 {"arguments", arguments},
-                {"custom_id", sim::CurrentBoard().custom_id},
+                {"profile", ProfileJson(sim::CurrentBoard().custom_id)},
                 {"bmc", options.bmc.Given() ? Json(options.bmc.address) : Json(nullptr)},
                 {"result", 0},
                 {"record_ids", sent.ids},

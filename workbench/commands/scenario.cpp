@@ -14,6 +14,7 @@
 #include "runtime/bmc_options.h"
 #include "runtime/platform.h"
 #include "scenario/scenario.h"
+#include "sets/set_json.h"
 #include "sets/static_set.h"
 
 namespace workbench {
@@ -177,7 +178,7 @@ std::string RenderJson(const ScenarioOptions &options, const Scenario &scenario,
     Json out = {{"scenario", scenario.path},
                 {"name", scenario.name},
                 {"board", scenario.board_path},
-                {"profile", ProfileName(scenario.board.custom_id)},
+                {"profile", ProfileJson(scenario.board.custom_id)},
                 {"bmc", options.bmc.Given() ? Json(options.bmc.address) : Json(nullptr)},
                 {"as_expected", Good(end, final)},
                 {"steps", Json::array()},
@@ -203,7 +204,7 @@ std::string RenderJson(const ScenarioOptions &options, const Scenario &scenario,
         out["repository"].push_back(RecordJson(record));
     for (const BmcEvent &event : final.events)
         out["events"].push_back(
-            {{"id", event.id}, {"bytes", HexBytes(event.bytes)}, {"text", EventText(event)}});
+            {{"record_id", event.id}, {"bytes", HexBytes(event.bytes)}, {"standard", EventText(event)}});
     return Dump(out);
 }
 

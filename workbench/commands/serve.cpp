@@ -23,6 +23,7 @@
 #include "serve/fru.h"
 #include "serve/sensors.h"
 #include "sets/run_options.h"
+#include "sets/set_json.h"
 #include "sets/set_numbers.h"
 
 namespace workbench {
@@ -222,7 +223,7 @@ std::string WelcomeJson(const ServeOptions &options, const Served &served) {
                  {"user", "ipmiusr"},
                  {"password", "test"},
                  {"board", options.empty ? Json(nullptr) : Json(options.run.board)},
-                 {"profile", options.empty ? Json(nullptr) : Json(options.run.profile)},
+                 {"profile", options.empty ? Json(nullptr) : ProfileJson(ProfileId(options.run.profile))},
                  {"ipmitool", IpmiTool(served)},
                  {"ipmi_sensors", FreeIpmi(served, "ipmi-sensors")},
                  {"readings", served.readings()},

@@ -12,6 +12,7 @@
 #include "oxa/platform.h"
 #include "sets/run_options.h"
 #include "sets/sensor_table.h"
+#include "sets/set_json.h"
 
 namespace workbench {
 namespace {
@@ -65,8 +66,7 @@ std::string RenderText(const std::string &file, const ThresholdImage &image) {
 
 std::string RenderJson(const std::string &file, const ThresholdImage &image) {
     Json out{{"file", file},
-             {"custom_id", image.custom_id},
-             {"saved_under", SavedUnder(image.custom_id)},
+             {"saved_under", ProfileJson(image.custom_id)},
              {"count", image.entries.size()},
              {"entries", Json::array()}};
     for (size_t i = 0; i < image.entries.size(); ++i) {

@@ -9,6 +9,7 @@
 #include "base/table.h"
 #include "base/text.h"
 #include "commands/thresholds.h"
+#include "sets/set_json.h"
 
 namespace workbench {
 namespace {
@@ -210,9 +211,9 @@ Json OfferJson(const StoredThresholds &entry, const Offer &offer) {
 
 std::string RenderJson(const Preflight &run) {
     Json out{{"file", run.options.file},
-             {"saved_under", run.image.custom_id},
+             {"saved_under", ProfileJson(run.image.custom_id)},
              {"board", run.options.records.board},
-             {"profile", {{"name", ProfileName(run.custom_id)}, {"id", run.custom_id}}},
+             {"profile", ProfileJson(run.custom_id)},
              {"applies", Count(run, Status::kApplies)},
              {"refused", Count(run, Status::kRefused)},
              {"orphaned", Count(run, Status::kOrphaned)},

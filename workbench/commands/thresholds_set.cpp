@@ -9,6 +9,7 @@
 #include "base/output.h"
 #include "base/text.h"
 #include "commands/thresholds.h"
+#include "sets/set_json.h"
 
 namespace workbench {
 namespace {
@@ -154,8 +155,9 @@ void MakeEntry(const ThresholdsSetOptions &options, Plan &plan) {
     plan.entry.name = options.sensor;
     if (plan.record) {
         if (!options.mask.empty())
-            throw InputError("--mask and --board (or OXA_BOARD) contradict each other: the record has a mask, " +
-                             MaskText(plan.record->Mask()));
+            throw InputError(
+                "--mask and --board (or OXA_BOARD) contradict each other: the record has a mask, " +
+                MaskText(plan.record->Mask()));
         RefuseMissingThresholds(options, *plan.record);
         StartFromRecord(old, plan);
     } else {
@@ -235,7 +237,7 @@ void SetThresholds(const ThresholdsSetOptions &options) {
                         SavedUnder(image.custom_id) + ", entry " + std::to_string(index + 1) + " of " +
                         std::to_string(image.entries.size()) + " in " + options.file + "\n");
     Json out{{"file", options.file},
-             {"custom_id", image.custom_id},
+             {"saved_under", ProfileJson(image.custom_id)},
              {"index", index + 1},
              {"count", image.entries.size()},
              {"created", !plan.file.has_value()}};

@@ -344,7 +344,7 @@ Json OutcomeJson(const Outcome &outcome) {
             {"code", outcome.code},
             {"why", outcome.why},
             {"record", outcome.record ? RecordJson(*outcome.record) : Json(nullptr)},
-            {"event", outcome.event.empty() ? Json(nullptr) : Json(outcome.event)},
+            {"event", outcome.event.empty() ? Json(nullptr) : Json{{"bytes", outcome.event}}},
             {"recorded", outcome.recorded},
             {"log", outcome.log}};
 }
@@ -357,10 +357,10 @@ std::string OutcomeLine(const Json &outcome) {
     if (code != 0)
         out += ", result " + Hex(code, 4);
     if (!outcome.at("record").is_null())
-        out += ": record " + std::to_string(outcome["record"]["id"].get<unsigned>()) + ", " +
+        out += ": record " + std::to_string(outcome["record"]["record_id"].get<unsigned>()) + ", " +
                outcome["record"]["text"].get<std::string>();
     else if (!outcome.at("event").is_null())
-        out += ": " + outcome["event"].get<std::string>();
+        out += ": " + outcome["event"]["bytes"].get<std::string>();
     if (!why.empty())
         out += ": " + why;
     return out;

@@ -8,6 +8,7 @@
 #include "base/errors.h"
 #include "base/text.h"
 #include "sets/sensor_table.h"
+#include "sets/set_json.h"
 
 namespace workbench {
 namespace {
@@ -147,27 +148,17 @@ std::string RecordTable(const std::vector<RecordView> &views, bool colour) {
 }
 
 Json RecordJson(const RecordView &view) {
-    Json out = {
-        {"id", view.id},
+    return {
+        {"record_id", view.id},
         {"name", view.name},
         {"kind", KindText(view)},
         {"entity",
          {{"id", view.entity_id}, {"instance", view.entity_instance}, {"text", EntityText(view.entity_id)}}},
         {"text", RecordText(view)},
         {"fru_id", view.IsLocator() ? Json(view.fru_id) : Json(nullptr)},
-        {"thresholds", nullptr},
+        {"thresholds", view.decoded ? ThresholdsJson(*view.decoded) : Json(nullptr)},
         {"record", HexBytes(view.bytes)},
         {"bytes_behind", view.extra}};
-    if (!SetThresholds(view).empty()) {
-        out["thresholds"] = Json::object();
-        for (const Threshold *threshold : SetThresholds(view)) {
-            std::string key = threshold->key;
-            std::transform(key.begin(), key.end(), key.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-            out["thresholds"][key] = {{"raw", threshold->raw}, {"value", Rounded(threshold->value)}};
-        }
-    }
-    return out;
 }
 
 std::string CountText(const std::vector<RecordView> &views) {

@@ -80,9 +80,9 @@ private:
     void JudgeThreshold(const std::string &subject, const Json &outcome, const std::string &key,
                         uint8_t raw) {
         const Json &record = outcome.at("record");
-        const bool has =
-            !record.is_null() && !record.at("thresholds").is_null() && record.at("thresholds").contains(key);
-        const std::string is = has ? record["thresholds"][key]["raw"].dump() : "none";
+        const bool may = !record.is_null() && !record.at("thresholds").is_null();
+        const Json threshold = may ? record["thresholds"].at(key) : Json();
+        const std::string is = threshold.is_null() ? "none" : threshold["raw"].dump();
         if (is != std::to_string(raw))
             Differ(subject, "threshold " + key + " " + is, std::to_string(raw));
     }
@@ -128,7 +128,7 @@ std::string GroupText(std::span<const Json> group) {
     if (first.at("code") != 0)
         out += ", result " + Hex(first.at("code"), 4);
     if (!first.at("record").is_null())
-        out += ": records " + FirstToLast(first["record"], last["record"], "id") + ", " +
+        out += ": records " + FirstToLast(first["record"], last["record"], "record_id") + ", " +
                FirstToLast(first["record"], last["record"], "name");
     if (const std::string why = Text(first, "why"); !why.empty())
         out += ": " + why;

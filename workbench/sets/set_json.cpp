@@ -35,19 +35,6 @@ Json ReadingJson(const Decoded &d) {
             {"maximum", Rounded(r.maximum)}};
 }
 
-// All six; null where the readable mask says that there is none.
-Json ThresholdsJson(const Decoded &d) {
-    if (d.thresholds.empty())
-        return nullptr;
-    Json out;
-    for (const Threshold &t : d.thresholds)
-        if (t.readable)
-            out[Lower(t.key)] = {{"raw", t.raw}, {"value", Rounded(t.value)}, {"settable", t.settable}};
-        else
-            out[Lower(t.key)] = nullptr;
-    return out;
-}
-
 Json HysteresisJson(const Decoded &d, uint8_t raw) {
     Json out{{"raw", raw}};
     out["value"] = d.reading ? Json(Rounded(raw * d.reading->factor)) : Json(nullptr);
@@ -69,11 +56,27 @@ Json DeviceJson(const Entry &entry) {
 
 } // namespace
 
+Json ThresholdsJson(const Decoded &d) {
+    if (d.thresholds.empty())
+        return nullptr;
+    Json out;
+    for (const Threshold &t : d.thresholds)
+        if (t.readable)
+            out[Lower(t.key)] = {{"raw", t.raw}, {"value", Rounded(t.value)}, {"settable", t.settable}};
+        else
+            out[Lower(t.key)] = nullptr;
+    return out;
+}
+
+Json ProfileJson(uint32_t id) {
+    return {{"name", ProfileName(id)}, {"id", id}};
+}
+
 Json SetJson(const StaticSet &set) {
     const auto full = std::count_if(set.sensors.begin(), set.sensors.end(),
                                     [](const Sensor &s) { return s.record[SDR_RECORD_TYPE] == 0x01; });
     return {{"board", set.board},
-            {"profile", {{"name", set.profile->name}, {"id", set.profile->id}}},
+            {"profile", ProfileJson(set.profile->id)},
             {"count", set.sensors.size()},
             {"full", full},
             {"compact", set.sensors.size() - static_cast<size_t>(full)}};

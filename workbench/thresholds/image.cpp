@@ -162,7 +162,7 @@ std::string SavedUnder(uint32_t custom_id) {
 Json StoredJson(const StoredThresholds &entry) {
     Json thresholds;
     for (const ThresholdPlace &place : kThresholdPlaces)
-        thresholds[place.option] = entry.Has(place) ? Json(entry.six[place.index]) : Json(nullptr);
+        thresholds[place.option] = entry.Has(place) ? Json{{"raw", entry.six[place.index]}} : Json(nullptr);
     return {{"name", entry.name},
             {"mask", entry.mask},
             {"mask_text", MaskText(entry.mask)},
