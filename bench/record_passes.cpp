@@ -192,7 +192,7 @@ void RunPass(const bench::Profile &profile, bench::RecordedPass &pass, bench::St
 
 bench::Recording Record() {
     bench::Recording recording;
-    sim::Start(sim::LoadBoardFile(kBoard));
+    sim::Start(sim::LoadBoard(kBoard).board);
     AskBoard(recording.answers);
     AskProcessorsAndMemory(recording.answers);
     AskPowerAndFans(recording.answers);

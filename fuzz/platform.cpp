@@ -74,7 +74,7 @@ const std::vector<sim::Board> &Boards() {
         std::vector<sim::Board> boards;
         for (const auto &file : std::filesystem::directory_iterator(OXA_SOURCE_DIR "/boards"))
             if (file.path().extension() == ".toml" && file.path().stem() != "fullest")
-                boards.push_back(sim::LoadBoardFile(file.path().string()));
+                boards.push_back(sim::LoadBoard(file.path().string()).board);
         std::sort(boards.begin(), boards.end(), [](const auto &a, const auto &b) { return a.name < b.name; });
         return boards;
     }();

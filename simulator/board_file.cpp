@@ -1,73 +1,58 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulator/board_file.h"
 
-#include <cerrno>
-#include <cstring>
+#include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "simulator/board_file_sections.h"
+#include "simulator/board_file_toml.h"
 
 namespace sim {
 namespace {
 
 using rules::Draft;
-using rules::Fail;
-using rules::Where;
 
-std::string ReadWhole(const std::string &path) {
-    const Where where{.path = path, .section = "", .key = ""};
-    const std::string right = "give the path of a board file such as boards/two_socket_2u.toml";
-    std::error_code error;
-    if (std::filesystem::is_directory(path, error))
-        Fail(where, 0, "cannot be read (it is a directory)", right);
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    if (!file)
-        Fail(where, 0, std::string("cannot be read (") + std::strerror(errno) + ")", right);
-    text << file.rdbuf();
-    return text.str();
+std::string AllMistakes(const std::vector<Mistake> &mistakes) {
+    std::string text;
+    for (size_t i = 0; i < std::min(mistakes.size(), kMostMistakes); ++i)
+        text += (i == 0 ? "" : "\n") + mistakes[i].Text();
+    if (mistakes.size() > kMostMistakes)
+        text += "\n" + mistakes.front().path + ": more than " + std::to_string(kMostMistakes) +
+                " mistakes; the others are told when these are gone";
+    return text;
 }
 
-toml::table Parse(const std::string &text, const Where &where) {
-    try {
-        return toml::parse(text, where.path);
-    } catch (const toml::parse_error &error) {
-        const std::string wrong(error.description());
-        const bool again = wrong.find("redefine") != wrong.npos;
-        Fail(where, error.source().begin.line, "broken TOML: " + wrong,
-             again ? "give every key and every table once"
-                   : "write key = value, [table] and [[table]] lines");
-    }
-}
-
-Draft Load(const std::string &text, const std::string &shown_path) {
-    const Where file{.path = shown_path, .section = "", .key = ""};
-    const toml::table table = Parse(text, file);
-    Draft draft;
-    draft.board.name = std::filesystem::path(shown_path).stem().string();
-    rules::ReadTable(file, table, rules::FileRules(draft));
-    return draft;
+BoardFile FromTable(const toml::table &table, const std::string &shown_path) {
+    Draft draft = rules::ReadBoard(table, shown_path);
+    return {std::move(draft.board), std::move(draft.faults)};
 }
 
 } // namespace
 
-Board LoadBoardFile(const std::string &path) {
-    return Load(ReadWhole(path), path).board;
+std::string Mistake::Text() const {
+    std::string text = path;
+    if (place.line != 0)
+        text += ":" + std::to_string(place.line) + ":" + std::to_string(place.column);
+    return text + ": " + wrong + "; " + right;
 }
 
-Board LoadBoardText(const std::string &text, const std::string &shown_path) {
-    return Load(text, shown_path).board;
+BoardError::BoardError(std::vector<Mistake> mistakes)
+    : std::runtime_error(AllMistakes(mistakes)), mistakes_(std::move(mistakes)) {}
+
+BoardFile LoadBoard(const std::string &path) {
+    return FromTable(LoadToml(path, rules::kBoardExample), path);
 }
 
-std::vector<Fault> LoadBoardFaults(const std::string &path) {
-    return Load(ReadWhole(path), path).faults;
+BoardFile LoadBoardText(const std::string &text, const std::string &shown_path) {
+    return FromTable(ParseToml(text, shown_path), shown_path);
 }
 
-std::vector<Fault> LoadBoardFaultsText(const std::string &text, const std::string &shown_path) {
-    return Load(text, shown_path).faults;
+rules::Draft rules::ReadBoard(const toml::table &table, const std::string &shown_path) {
+    const Where file{.path = shown_path, .section = "", .key = ""};
+    Draft draft;
+    draft.board.name = std::filesystem::path(shown_path).stem().string();
+    ReadTable(file, table, FileRules(draft));
+    return draft;
 }
 
 std::vector<BoardKey> BoardKeys() {

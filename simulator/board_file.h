@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Reads a board description (TOML) into a Board.  Anything wrong in the file is a BoardError whose text is
-// one line: "boards/x.toml:12: unknown key 'cuont' in [dimms]; did you mean 'count'?".  A fault of the file
-// as a whole (it cannot be read) is told for line 0.  boards/README.md documents the keys.
+// Reads a board description (TOML) into a Board.  Everything wrong in the file is told by one BoardError, a line for
+// each mistake: "boards/x.toml:12:1: unknown key 'cuont' in [dimms]; did you mean 'count'?".  boards/README.md documents
+// the keys.
 #ifndef OXA_SIMULATOR_BOARD_FILE_H
 #define OXA_SIMULATOR_BOARD_FILE_H
 
@@ -16,16 +16,39 @@
 
 namespace sim {
 
-struct BoardError : std::runtime_error {
-    using std::runtime_error::runtime_error;
+struct Place { // in a file, counted from 1; line 0: the file as a whole
+    uint32_t line = 0, column = 0;
 };
 
-Board LoadBoardFile(const std::string &path);
-Board LoadBoardText(const std::string &text, const std::string &shown_path); // for tests
+struct Mistake {
+    std::string path;
+    Place place;
+    std::string wrong, right; // what is wrong, what would be right
 
-// The [[fault]] tables of the same file: what a teaching board lets go wrong.
-std::vector<Fault> LoadBoardFaults(const std::string &path);
-std::vector<Fault> LoadBoardFaultsText(const std::string &text, const std::string &shown_path);
+    std::string Text() const; // one line
+};
+
+constexpr size_t kMostMistakes = 20; // that are told of a file
+
+class BoardError : public std::runtime_error {
+public:
+    explicit BoardError(std::vector<Mistake> mistakes);
+    const std::vector<Mistake> &Mistakes() const { // in the order of the file
+        return mistakes_;
+    }
+
+private:
+    std::vector<Mistake> mistakes_;
+};
+
+struct BoardFile {
+    Board board;
+    std::vector<Fault> faults; // the [[fault]] tables: what a teaching board lets go wrong
+};
+
+// Reads the file once: it may be a pipe.
+BoardFile LoadBoard(const std::string &path);
+BoardFile LoadBoardText(const std::string &text, const std::string &shown_path);
 
 // The name of a DIMM that has none of its own: channel letter and slot in the channel, two slots to a
 // channel: "A0", "A1", "B0", ... "Z1", "AA0", ...

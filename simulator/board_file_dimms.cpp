@@ -107,11 +107,11 @@ Rules DimmRules(Draft &draft) {
 void NameDimms(Draft &draft, const Where &where, const toml::table &table) {
     const DimmNaming &naming = draft.dimm_naming;
     std::vector<std::string> &names = draft.board.dimms.names;
-    const uint32_t line = LineOf(table, "names");
+    const Place place = PlaceOf(table, "names");
     const Where at = where.At("names");
     names = naming.names;
     if (names.size() > draft.board.dimms.count)
-        Fail(where, line, at.Label() + " names " + std::to_string(names.size()) + " DIMMs",
+        Fail(where, place, at.Label() + " names " + std::to_string(names.size()) + " DIMMs",
              "'count' is " + std::to_string(draft.board.dimms.count));
     for (auto dimm = static_cast<uint32_t>(names.size()); dimm < draft.board.dimms.count; ++dimm)
         names.push_back(naming.pattern.empty() ? DefaultDimmName(dimm)
@@ -120,7 +120,7 @@ void NameDimms(Draft &draft, const Where &where, const toml::table &table) {
     std::sort(sorted.begin(), sorted.end());
     const auto twice = std::adjacent_find(sorted.begin(), sorted.end());
     if (twice != sorted.end())
-        Fail(where, line, at.Label() + " gives the name \"" + *twice + "\" twice",
+        Fail(where, place, at.Label() + " gives the name \"" + *twice + "\" twice",
              "every DIMM needs a name of its own");
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <tuple>
 
 namespace sim::rules {
 
@@ -28,20 +29,54 @@ Where Where::Inside(bool list) const {
     return {path, section.empty() ? key : section + "." + key, list, ""};
 }
 
-uint32_t LineOf(const toml::node &node) {
-    return node.source().begin.line;
+Place PlaceOf(const toml::node &node) {
+    return {node.source().begin.line, node.source().begin.column};
 }
 
-uint32_t LineOf(const toml::table &table, std::string_view key) {
+Place PlaceOf(const toml::table &table, std::string_view key) {
     const auto entry = table.find(key);
-    return entry == table.end() ? LineOf(table) : entry->first.source().begin.line;
+    if (entry == table.end())
+        return PlaceOf(table);
+    return {entry->first.source().begin.line, entry->first.source().begin.column};
 }
 
-void Fail(const Where &where, uint32_t line, const std::string &wrong, const std::string &right) {
-    std::string text = where.path + ":" + std::to_string(line) + ": " + wrong + "; " + right;
+static std::string WithoutControls(std::string text) {
     std::replace_if(
         text.begin(), text.end(), [](unsigned char c) { return std::iscntrl(c) != 0; }, ' ');
-    throw BoardError(text);
+    return text;
+}
+
+Mistake MakeMistake(const Where &where, const Place &place, std::string wrong, std::string right) {
+    return {WithoutControls(where.path), place, WithoutControls(std::move(wrong)),
+            WithoutControls(std::move(right))};
+}
+
+void Fail(const Where &where, const Place &place, const std::string &wrong, const std::string &right) {
+    throw BoardError({MakeMistake(where, place, wrong, right)});
+}
+
+void Mistakes::Add(const BoardError &error) {
+    all_.insert(all_.end(), error.Mistakes().begin(), error.Mistakes().end());
+    if (all_.size() > kMostMistakes)
+        ThrowIfAny();
+}
+
+void Mistakes::ThrowIfAny() {
+    if (all_.empty())
+        return;
+    std::stable_sort(all_.begin(), all_.end(), [](const Mistake &a, const Mistake &b) {
+        return std::tie(a.path, a.place.line, a.place.column) <
+               std::tie(b.path, b.place.line, b.place.column);
+    });
+    throw BoardError(std::exchange(all_, {}));
+}
+
+// A text in quotes; a long one is cut, and says so.
+static std::string Quoted(const std::string &text) {
+    constexpr size_t kMost = 200;
+    if (text.size() <= kMost)
+        return "\"" + text + "\"";
+    return "\"" + text.substr(0, kMost) + "...\" (" + std::to_string(text.size()) + " characters)";
 }
 
 static std::string Describe(const toml::node &node) {
@@ -49,7 +84,7 @@ static std::string Describe(const toml::node &node) {
     case toml::node_type::integer:
         return std::to_string(node.as_integer()->get());
     case toml::node_type::string:
-        return "the text \"" + node.as_string()->get() + "\"";
+        return "the text " + Quoted(node.as_string()->get());
     case toml::node_type::boolean:
         return node.as_boolean()->get() ? "true" : "false";
     case toml::node_type::floating_point:
@@ -64,7 +99,7 @@ static std::string Describe(const toml::node &node) {
 }
 
 void Mismatch(const Where &where, const toml::node &node, const std::string &expected) {
-    Fail(where, LineOf(node), where.Label() + " is " + Describe(node), "it must be " + expected);
+    Fail(where, PlaceOf(node), where.Label() + " is " + Describe(node), "it must be " + expected);
 }
 
 // Edits (insert, drop, change, swap neighbours) that turn one word into the other, letter case aside.
@@ -164,6 +199,8 @@ Reader<std::vector<bool>> Flags() {
             }};
 }
 
+constexpr int64_t kMaxFile = 1 << 20; // bytes
+
 static std::optional<std::vector<uint8_t>> HexBytes(std::string_view text) {
     std::vector<uint8_t> bytes;
     for (size_t i = 0; i < text.size();) {
@@ -182,7 +219,6 @@ static std::optional<std::vector<uint8_t>> HexBytes(std::string_view text) {
 
 // { hex = "01 FF" } or { size = 64, fill = 0xEE }
 static std::optional<std::vector<uint8_t>> TableBytes(const toml::table &table) {
-    constexpr int64_t kMaxFile = 1 << 20;
     if (const auto *hex = table["hex"].as_string(); hex != nullptr && table.size() == 1)
         return HexBytes(hex->get());
     const auto size = table["size"].value_exact<int64_t>();
@@ -207,6 +243,48 @@ static std::optional<std::vector<uint8_t>> ListedBytes(const toml::array &list) 
     return bytes;
 }
 
+// "0G": which pair of digits is none.
+static void ExplainHex(const Where &where, const toml::node &node) {
+    const std::string &text = node.as_string()->get();
+    const std::string right = "write two digits 0-9 or A-F for each byte, as in { hex = \"01 FF\" }";
+    for (size_t i = 0; i < text.size();) {
+        const std::string pair = text.substr(i, 2);
+        const bool gap = text[i] == ' ' || text[i] == '\n';
+        if (!gap && (pair.size() < 2 || !HexBytes(pair)))
+            Fail(where, PlaceOf(node),
+                 where.Label() + " has a hex text with " + Quoted(pair) + " at character " +
+                     std::to_string(i + 1),
+                 right);
+        i += gap ? 1 : 2;
+    }
+}
+
+static void ExplainTable(const Where &where, const toml::table &table) {
+    for (const auto &[key, node] : table) {
+        const Where at = where.At(where.key + "." + std::string(key.str()));
+        if (key != "hex" && key != "size" && key != "fill")
+            Fail(at, PlaceOf(table, key.str()), "unknown key " + at.Label(),
+                 "write { hex = \"01 FF\" } or { size = 64, fill = 0 }");
+        if (key == "hex" && node.is_string())
+            ExplainHex(where, node);
+        if (key == "size")
+            Number<uint32_t>(0, kMaxFile).Get(at, node);
+        if (key == "fill")
+            Number<uint8_t>().Get(at, node);
+    }
+}
+
+// What is wrong within a content of the right form.
+static void ExplainBytes(const Where &where, const toml::node &node) {
+    if (const auto *table = node.as_table())
+        ExplainTable(where, *table);
+    if (const auto *list = node.as_array())
+        for (const toml::node &element : *list)
+            if (!Number<uint8_t>().parse(element))
+                Fail(where, PlaceOf(element), where.Label() + " holds " + Describe(element),
+                     "it must be " + Number<uint8_t>().expected);
+}
+
 Reader<std::vector<uint8_t>> Bytes() {
     return {"a text, a list of numbers 0 to 255, { hex = \"01 FF\" } or { size = 64, fill = 0 }",
             [](const toml::node &node) -> std::optional<std::vector<uint8_t>> {
@@ -217,7 +295,8 @@ Reader<std::vector<uint8_t>> Bytes() {
                 if (const auto *table = node.as_table())
                     return TableBytes(*table);
                 return std::nullopt;
-            }};
+            },
+            ExplainBytes};
 }
 
 // ---- lists of numbers
@@ -251,12 +330,12 @@ std::vector<uint8_t> ReadNumberList(const Where &where, const toml::node &node, 
     for (const toml::node &element : *list) {
         const auto range = Range(element);
         if (!range)
-            Fail(where, LineOf(element), where.Label() + " holds " + Describe(element),
+            Fail(where, PlaceOf(element), where.Label() + " holds " + Describe(element),
                  "it must be " + NumberListText(noun));
         for (int64_t n = range->first; n <= range->second; ++n) {
             const auto number = static_cast<uint8_t>(n);
             if (number != repeatable && std::count(numbers.begin(), numbers.end(), number) != 0)
-                Fail(where, LineOf(element),
+                Fail(where, PlaceOf(element),
                      where.Label() + " holds " + noun + " " + std::to_string(n) + " twice",
                      "list every " + noun + " once");
             numbers.push_back(number);
@@ -301,23 +380,30 @@ void ReadTable(const Where &section, const toml::table &table, const Rules &rule
     std::vector<std::string> known;
     for (const Rule &rule : rules)
         known.push_back(rule.key);
-    for (const auto &entry : InFileOrder(table)) {
-        const std::string &key = entry.first;
+    bool misspelled = false; // a key that is missing may be there under another name
+    const auto read_key = [&](const std::string &key, const toml::node &node) {
         const auto rule =
             std::find_if(rules.begin(), rules.end(), [&](const Rule &r) { return r.key == key; });
+        misspelled = misspelled || rule == rules.end();
         if (rule == rules.end()) {
             std::string all = "known keys are";
             for (const std::string &name : known)
                 all += " '" + name + "'";
-            Fail(section, LineOf(table, key), "unknown key '" + key + "' in " + section.Header(),
+            Fail(section, PlaceOf(table, key), "unknown key '" + key + "' in " + section.Header(),
                  Suggestion(key, known, all));
         }
-        rule->read(section.At(key), *entry.second);
-    }
+        rule->read(section.At(key), node);
+    };
+    Mistakes mistakes;
+    for (const auto &entry : InFileOrder(table))
+        mistakes.Try([&] { read_key(entry.first, *entry.second); });
     for (const Rule &rule : rules)
-        if (rule.required && !table.contains(rule.key))
-            Fail(section, LineOf(table), section.Header() + " has no key '" + rule.key + "'",
-                 "it must be " + rule.expected);
+        mistakes.Try([&] {
+            if (rule.required && !misspelled && !table.contains(rule.key))
+                Fail(section, PlaceOf(table), section.Header() + " has no key '" + rule.key + "'",
+                     "it must be " + rule.expected);
+        });
+    mistakes.ThrowIfAny();
 }
 
 Rule Section(const std::string &key, Rules rules, Finish finish) {

@@ -34,10 +34,34 @@ struct Where {
     Where Inside(bool list = false) const; // the section that the key opens
 };
 
-uint32_t LineOf(const toml::node &node);
-uint32_t LineOf(const toml::table &table, std::string_view key); // of the key, else of the table
-[[noreturn]] void Fail(const Where &where, uint32_t line, const std::string &wrong, const std::string &right);
+Place PlaceOf(const toml::node &node);
+Place PlaceOf(const toml::table &table, std::string_view key); // of the key, else of the table
+Mistake MakeMistake(const Where &where, const Place &place, std::string wrong, std::string right);
+[[noreturn]] void Fail(const Where &where, const Place &place, const std::string &wrong,
+                       const std::string &right);
 [[noreturn]] void Mismatch(const Where &where, const toml::node &node, const std::string &expected);
+
+// Gathers what is wrong in several places of a file, so that one run tells all of it.
+class Mistakes {
+public:
+    // Goes on after a BoardError, but not beyond what is told.
+    template <class Read> void Try(Read read) {
+        try {
+            read();
+        } catch (const BoardError &error) {
+            Add(error);
+        }
+    }
+    void Add(const BoardError &error);
+    bool None() const {
+        return all_.empty();
+    }
+    void ThrowIfAny(); // in the order of the file
+
+private:
+    std::vector<Mistake> all_;
+};
+
 // "did you mean 'count'?" when a known word is near, else `otherwise`.
 std::string Suggestion(std::string_view word, const std::vector<std::string> &known,
                        const std::string &otherwise);
@@ -49,9 +73,13 @@ std::string RangeText(int64_t min, int64_t max);           // "a number 0 to 255
 template <class T> struct Reader {
     std::string expected;
     std::function<std::optional<T>(const toml::node &)> parse;
+    std::function<void(const Where &, const toml::node &)>
+        explain{}; // fails where more can be said of a value
 
     T Get(const Where &where, const toml::node &node) const {
         std::optional<T> value = parse(node);
+        if (!value && explain)
+            explain(where, node);
         if (!value)
             Mismatch(where, node, expected);
         return std::move(*value);
@@ -183,12 +211,15 @@ Rule List(const std::string &key, std::vector<T> &target, Rules (*element_rules)
         const auto *list = node.as_array();
         if (list == nullptr || list->size() > most)
             Mismatch(where, node, expected);
-        for (const toml::node &element : *list) {
-            if (!element.is_table())
-                Mismatch(where, element, expected);
-            target.emplace_back();
-            ReadTable(inside, *element.as_table(), element_rules(target.back()));
-        }
+        Mistakes mistakes;
+        for (const toml::node &element : *list)
+            mistakes.Try([&] {
+                if (!element.is_table())
+                    Mismatch(where, element, expected);
+                target.emplace_back();
+                ReadTable(inside, *element.as_table(), element_rules(target.back()));
+            });
+        mistakes.ThrowIfAny();
     };
     return {.key = key, .expected = "tables", .read = read, .inside = element_rules(sample)};
 }
@@ -200,18 +231,22 @@ void ReadKeyed(const Where &where, const toml::node &node, std::map<K, V> &targe
                const std::function<V(const Where &, const toml::node &)> &read_value) {
     const Where inside = where.Inside();
     const toml::table &table = NeedTable(where, node);
-    for (const auto &[text, value] : InFileOrder(table)) {
+    const auto read_entry = [&](const std::string &text, const toml::node &value) {
         const std::optional<K> key = key_reader.parse(text);
-        const uint32_t line = LineOf(table, text);
+        const Place place = PlaceOf(table, text);
         if (!key)
-            Fail(inside, line, "unknown key '" + text + "' in " + inside.Header(),
+            Fail(inside, place, "unknown key '" + text + "' in " + inside.Header(),
                  Suggestion(text, key_reader.known, "a key must be " + key_reader.expected));
         if (target.count(*key) != 0)
-            Fail(inside, line,
+            Fail(inside, place,
                  "key '" + text + "' in " + inside.Header() + " names the same thing as an earlier one",
                  "give every key once");
-        target.emplace(*key, read_value(inside.At(text), *value));
-    }
+        target.emplace(*key, read_value(inside.At(text), value));
+    };
+    Mistakes mistakes;
+    for (const auto &entry : InFileOrder(table))
+        mistakes.Try([&] { read_entry(entry.first, *entry.second); });
+    mistakes.ThrowIfAny();
 }
 
 template <class K, class V>

@@ -183,7 +183,7 @@ Rules FanRules(Fans &fans) {
 
 void CheckFans(const Fans &fans, const Where &where, const toml::table &table) {
     if (fans.silk.size() > fans.count)
-        Fail(where, LineOf(table, "silk"),
+        Fail(where, PlaceOf(table, "silk"),
              where.At("silk").Label() + " numbers " + std::to_string(fans.silk.size()) + " fans",
              "'count' is " + std::to_string(fans.count));
 }
@@ -218,7 +218,7 @@ void CheckBackplanes(const Disks &disks, const Where &where, const toml::table &
         const uint32_t end = backplane.start_slot + uint32_t{backplane.disk_count};
         for (uint32_t slot = backplane.start_slot; slot < end; ++slot) {
             if (std::count(taken.begin(), taken.end(), slot) != 0)
-                Fail(where, LineOf(*table.get_as<toml::array>("backplane")->get(i)),
+                Fail(where, PlaceOf(*table.get_as<toml::array>("backplane")->get(i)),
                      "slot " + std::to_string(slot) + " is on an earlier [[disks.backplane]] too",
                      "backplanes must not overlap");
             taken.push_back(slot);
@@ -254,7 +254,7 @@ void JoinPcieSlots(Draft &draft, const Where &where, const toml::table &table) {
     for (size_t i = 0; i < draft.pcie_slots.size(); ++i) {
         const PcieSlot &slot = draft.pcie_slots[i];
         if (std::count(described.begin(), described.end(), slot.slot) != 0)
-            Fail(where, LineOf(*table.get_as<toml::array>("slot")->get(i)),
+            Fail(where, PlaceOf(*table.get_as<toml::array>("slot")->get(i)),
                  "slot " + std::to_string(slot.slot) + " has an earlier [[pcie.slot]] too",
                  "describe every slot once");
         described.push_back(slot.slot);
@@ -278,7 +278,7 @@ Rule CardBitmap(const std::string &key, uint32_t &target) {
             }
             for (uint8_t card : ReadNumberList(where, node, "card", std::nullopt)) {
                 if (card > 31)
-                    Fail(where, LineOf(node), where.Label() + " holds card " + std::to_string(card),
+                    Fail(where, PlaceOf(node), where.Label() + " holds card " + std::to_string(card),
                          "it must be " + expected);
                 target |= uint32_t{1} << card;
             }
@@ -357,7 +357,7 @@ Rule FaultedCall(std::string &target) {
             if (call.nature != Nature::kVoid && call.nature != Nature::kLine)
                 known.emplace_back(call.name);
         if (std::count(known.begin(), known.end(), name) == 0)
-            Fail(where, LineOf(node), "unknown call '" + name + "' in " + where.Header(),
+            Fail(where, PlaceOf(node), "unknown call '" + name + "' in " + where.Header(),
                  Suggestion(name, known, "it must be " + expected + " such as '" + known.front() + "'"));
         target = name;
     };

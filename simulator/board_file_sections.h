@@ -28,6 +28,9 @@ struct Draft {
     std::vector<PcieSlot> pcie_slots;      // [[pcie.slot]]
 };
 
+inline constexpr const char *kBoardExample = "a board file such as boards/two_socket_2u.toml";
+
+Draft ReadBoard(const toml::table &table, const std::string &shown_path); // BoardError
 Rules FileRules(Draft &draft);
 Rules DimmRules(Draft &draft);
 void NameDimms(Draft &draft, const Where &where, const toml::table &table);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <sstream>
 #include <string_view>
 #include <unistd.h>
 
@@ -39,8 +40,11 @@ bool WantsJson(int argc, char **argv) {
     return std::find(argv + 1, argv + argc, std::string_view("--json")) != argv + argc;
 }
 
+// An error that tells of several mistakes has a line for each.
 int Fail(const std::string &text, int status, bool json) {
-    std::fprintf(stderr, "oxa-sensors: %s\n", text.c_str());
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        std::fprintf(stderr, "oxa-sensors: %s\n", line.c_str());
     if (json && !AnythingPrinted())
         WriteAll(STDOUT_FILENO, ErrorDocument(text, status)); // nobody is left to hear that it failed
     return status;

@@ -24,7 +24,7 @@ using testing::SizeIs;
 namespace {
 
 sim::Board Load(const std::string &text) {
-    return sim::LoadBoardText(text, "boards/test.toml");
+    return sim::LoadBoardText(text, "boards/test.toml").board;
 }
 
 std::string ReadText(const std::string &path) {
@@ -74,7 +74,7 @@ TEST(BoardSection, WordsStandForNumbers) {
 }
 
 TEST(BoardSection, AnAbsentNameIsTheFileName) {
-    EXPECT_EQ(sim::LoadBoardText("", "a/b/small.toml").name, "small");
+    EXPECT_EQ(sim::LoadBoardText("", "a/b/small.toml").board.name, "small");
 }
 
 TEST(CpusSection, EveryKeyReachesItsField) {
@@ -356,7 +356,7 @@ TEST(FilesSection, ContentIsTextListHexOrFill) {
 }
 
 TEST(FaultList, EveryKeyReachesItsField) {
-    const std::vector<sim::Fault> faults = sim::LoadBoardFaultsText(R"(
+    const std::vector<sim::Fault> faults = sim::LoadBoardText(R"(
 [[fault]]
 call = "HalFanService.GetFanSilkByIndex"
 occurrence = 2
@@ -371,7 +371,8 @@ errno_value = 13
 [[fault]]
 call = "HAL_GetPsuMaxCount"
 )",
-                                                                    "x.toml");
+                                                              "x.toml")
+                                               .faults;
     ASSERT_THAT(faults, SizeIs(2));
     EXPECT_EQ(faults[0].call, "HalFanService.GetFanSilkByIndex");
     EXPECT_EQ(faults[0].occurrence, 2u);
@@ -454,7 +455,7 @@ TEST(EmptyFile, IsABoardWithEveryDefault) {
     EXPECT_FALSE(board.sensor_numbers.power_fault);
     EXPECT_THAT(board.gpus, IsEmpty());
     EXPECT_THAT(board.files, IsEmpty());
-    EXPECT_THAT(sim::LoadBoardFaultsText("", "x.toml"), IsEmpty());
+    EXPECT_THAT(sim::LoadBoardText("", "x.toml").faults, IsEmpty());
 }
 
 TEST(ShippedBoards, AllLoadAndBeginByTellingWhatTheyTeach) {
@@ -467,10 +468,10 @@ TEST(ShippedBoards, AllLoadAndBeginByTellingWhatTheyTeach) {
 }
 
 TEST(ShippedBoards, TheFailingOnesCarryTheirFault) {
-    const auto psu = sim::LoadBoardFaults(tests::BoardPath("guards-psu_count_fails"));
+    const auto psu = sim::LoadBoard(tests::BoardPath("guards-psu_count_fails")).faults;
     ASSERT_THAT(psu, SizeIs(1));
     EXPECT_EQ(psu[0].call, "HAL_GetPsuMaxCount");
-    const auto board_id = sim::LoadBoardFaults(tests::BoardPath("guards-board_id_fails"));
+    const auto board_id = sim::LoadBoard(tests::BoardPath("guards-board_id_fails")).faults;
     ASSERT_THAT(board_id, SizeIs(1));
     EXPECT_EQ(board_id[0].call, "get_default_board_id");
     EXPECT_EQ(board_id[0].result, -1);

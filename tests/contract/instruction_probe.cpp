@@ -104,7 +104,7 @@ int main(int argc, char **argv) {
     std::string records_path;
     bool events = false;
     bool adds = false;
-    sim::Start(sim::LoadBoardFile(argv[1]));
+    sim::Start(sim::LoadBoard(argv[1]).board);
     for (int i = 2; i + 1 < argc; i += 2) {
         if (!std::strcmp(argv[i], "--store"))
             sim::WriteFile(kStore, Contents(argv[i + 1]));

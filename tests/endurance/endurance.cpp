@@ -74,7 +74,7 @@ void Run(const endurance::Options &options) {
     const std::string root = sim::Root() + "/root";
     const auto journal = std::make_unique<endurance::Journal>();
     const auto repository = std::make_unique<endurance::Repository>();
-    const sim::Board board = sim::LoadBoardFile(OXA_SOURCE_DIR "/boards/two_socket_2u.toml");
+    const sim::Board board = sim::LoadBoard(OXA_SOURCE_DIR "/boards/two_socket_2u.toml").board;
     endurance::Caller caller(options.seed, board, 0, root, *journal, *repository);
     const double began = Seconds();
     const uint64_t check = std::max<uint64_t>(options.steps / 1000, 1);

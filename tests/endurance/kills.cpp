@@ -237,7 +237,7 @@ constexpr const char *kMustBeSeen[] = {
 
 void Run(const endurance::Options &options, const std::string &root) {
     Shared &shared = MakeShared();
-    const sim::Board board = sim::LoadBoardFile(OXA_SOURCE_DIR "/boards/base_48.toml");
+    const sim::Board board = sim::LoadBoard(OXA_SOURCE_DIR "/boards/base_48.toml").board;
     Tally tally;
     uint64_t killed = 0, lives = 0;
     const uint64_t most = options.kills * 3;

@@ -28,7 +28,8 @@ const std::vector<LoadedBoard> &Boards() {
             if (file.path().extension() != ".toml")
                 continue;
             const std::string path = file.path().string();
-            boards.push_back({file.path().stem(), sim::LoadBoardFile(path), sim::LoadBoardFaults(path)});
+            sim::BoardFile loaded = sim::LoadBoard(path);
+            boards.push_back({file.path().stem(), std::move(loaded.board), std::move(loaded.faults)});
         }
         std::sort(boards.begin(), boards.end(), [](const auto &a, const auto &b) { return a.name < b.name; });
         return boards;

@@ -38,13 +38,14 @@ inline std::string BoardPath(std::string name) {
 }
 
 inline sim::Board LoadBoard(const std::string &name) {
-    return sim::LoadBoardFile(BoardPath(name));
+    return sim::LoadBoard(BoardPath(name)).board;
 }
 
 // The board with the calls that its file lets fail.
 inline void StartBoard(const std::string &name) {
-    sim::Start(LoadBoard(name));
-    for (const sim::Fault &fault : sim::LoadBoardFaults(BoardPath(name)))
+    const sim::BoardFile file = sim::LoadBoard(BoardPath(name));
+    sim::Start(file.board);
+    for (const sim::Fault &fault : file.faults)
         sim::AddFault(fault);
 }
 

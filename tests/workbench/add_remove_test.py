@@ -272,7 +272,7 @@ class Tests(Workbench):
     def wrong_description(self, text, line):
         words = self.description(text)
         told = self.refused(2, "add", "--board", BASE, *words)
-        self.assertTrue(told.startswith(f"oxa-sensors: {words[1]}:{line}: "), told)
+        self.assertTrue(told.startswith(f"oxa-sensors: {words[1]}:{line}:"), told)
         return told
 
     def test_an_unknown_key_is_told_with_file_line_and_the_nearest(self):
@@ -308,7 +308,7 @@ class Tests(Workbench):
 
     def test_a_file_that_cannot_be_read_is_told(self):
         line = self.refused(2, "add", "--board", BASE, "--description", "/nowhere/x.toml")
-        self.assertTrue(line.startswith("oxa-sensors: /nowhere/x.toml:0: cannot be read (No such file"), line)
+        self.assertTrue(line.startswith("oxa-sensors: /nowhere/x.toml: cannot be read (No such file"), line)
         self.assertIn("is a directory", self.refused(2, "add", "--board", BASE, "--description", self.folder.name))
 
     def test_a_file_without_class_is_told(self):
@@ -353,7 +353,7 @@ class Tests(Workbench):
         self.assertIn(", ferrisk, sablin;", line)  # without a static driver, with run-time sensors
         path = self.board("[cpus]\ncuont = 2\n")
         self.assertTrue(self.refused(2, "remove", "--board", path, "--slot",
-                                     "1").startswith(f"oxa-sensors: {path}:2: "))
+                                     "1").startswith(f"oxa-sensors: {path}:2:"))
 
     def test_an_address_is_checked(self):
         for address, why in (("127.0.0.1:x", "'x' is no port"), ("127.0.0.1:0", "'0' is no port"),

@@ -165,20 +165,20 @@ class Tests(Workbench):
     def test_an_unknown_key_is_told_with_file_and_line(self):
         path = self.board("[board]\nid = 0x5481\n\n[cpus]\ncuont = 2\n")
         line = self.refused(2, "list", "--board", path)
-        self.assertTrue(line.startswith(f"oxa-sensors: {path}:5: "), line)
+        self.assertTrue(line.startswith(f"oxa-sensors: {path}:5:1: "), line)
         self.assertIn("count", line)
 
     def test_a_wrong_type_is_told_with_file_and_line(self):
         path = self.board("[board]\nid = 0x5481\n[cpus]\ncount = \"two\"\n")
-        self.assertTrue(self.refused(2, "show", "ME", "--board", path).startswith(f"oxa-sensors: {path}:4: "))
+        self.assertTrue(self.refused(2, "show", "ME", "--board", path).startswith(f"oxa-sensors: {path}:4:"))
 
     def test_a_number_out_of_range_is_told_with_file_and_line(self):
         path = self.board("[cpus]\ncount = 256\n")
-        self.assertTrue(self.refused(2, "export", "--board", path).startswith(f"oxa-sensors: {path}:2: "))
+        self.assertTrue(self.refused(2, "export", "--board", path).startswith(f"oxa-sensors: {path}:2:"))
 
     def test_broken_toml_is_told_with_file_and_line(self):
         path = self.board("[board]\nid = = 1\n")
-        self.assertTrue(self.refused(2, "list", "--board", path).startswith(f"oxa-sensors: {path}:2: "))
+        self.assertTrue(self.refused(2, "list", "--board", path).startswith(f"oxa-sensors: {path}:2:"))
 
     def test_an_unknown_profile_gets_the_available_ones(self):
         line = self.refused(2, "list", "--board", BASE, "--profile", "defualt")

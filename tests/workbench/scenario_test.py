@@ -258,7 +258,7 @@ class Tests(Workbench):
     def wrong(self, line, *steps, **more):
         path = self.story(*steps, **more)
         told = self.refused(2, "scenario", path)
-        self.assertTrue(told.startswith(f"oxa-sensors: {path}:{line}: "), told)
+        self.assertTrue(told.startswith(f"oxa-sensors: {path}:{line}:"), told)
         return told
 
     def test_unknown_keys_get_the_nearest(self):
@@ -337,20 +337,23 @@ class Tests(Workbench):
     def test_the_head_of_a_story_is_checked(self):
         path = self.board(step("restart = true"), "story.toml")
         self.assertIn("the file has no key 'board'", self.refused(2, "scenario", path))
+        self.story()
         path = self.board('board = "board.toml"\n', "story.toml")
         self.assertIn("the file has no key 'step'", self.refused(2, "scenario", path))
         self.assertIn("'profile' in the file is the text \"feris\"; it must be a number 0 to 4294967295 or",
                       self.wrong(2, step("restart = true"), profile="feris"))
         self.assertIn("'step' in the file is 3", self.wrong(3, "step = 3\n"))
         path = self.board('board = "nowhere.toml"\n' + step("restart = true"), "story.toml")
-        self.assertIn("nowhere.toml:0: cannot be read", self.refused(2, "scenario", path))
+        told = self.refused(2, "scenario", path)
+        self.assertTrue(told.startswith(f"oxa-sensors: {path}:1:9: 'board' in the file: "), told)
+        self.assertIn("nowhere.toml cannot be read (No such file", told)
 
     def test_a_wrong_board_is_told_with_its_own_line(self):
         path = self.story(step("restart = true"), board="[cpus]\ncuont = 1\n")
-        self.assertIn(self.path("board.toml") + ":2: unknown key 'cuont'", self.refused(2, "scenario", path))
+        self.assertIn(self.path("board.toml") + ":2:1: unknown key 'cuont'", self.refused(2, "scenario", path))
 
     def test_a_story_that_cannot_be_read_is_told(self):
-        self.assertIn("/nowhere/x.toml:0: cannot be read (No such file", self.refused(2, "scenario", "/nowhere/x.toml"))
+        self.assertIn("/nowhere/x.toml: cannot be read (No such file", self.refused(2, "scenario", "/nowhere/x.toml"))
         self.assertIn("broken TOML", self.wrong(4, step("add = = 3")))
         self.assertIn("FILE is required", self.refused(2, "scenario"))
 

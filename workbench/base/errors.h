@@ -10,7 +10,7 @@ namespace workbench {
 
 enum ExitCode { kOk = 0, kNoSet = 1, kBadInput = 2 };
 
-// What the user gave cannot be used: a board file, a name, an option, an output path.  Exit 2.
+// What the user gave cannot be used: a board file, a name, an option, an output path.  A line for each mistake.  Exit 2.
 struct InputError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };

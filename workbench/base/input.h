@@ -9,8 +9,7 @@
 
 namespace workbench {
 
-// All of a stream.  InputError, naming it, when it has more than 64 MB: no record, log or list is that long, and a device
-// or a pipe may have no end.
+// All of a stream.  InputError, naming it, when it is longer than any input may be (simulator/input.h).
 std::string ReadAllOf(std::istream &stream, const std::string &name);
 
 } // namespace workbench

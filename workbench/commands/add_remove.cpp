@@ -15,6 +15,7 @@
 #include "runtime/bmc_options.h"
 #include "runtime/calls.h"
 #include "runtime/platform.h"
+#include "sets/board.h"
 #include "sets/run_options.h"
 #include "sets/set_json.h"
 #include "sets/static_set.h"
@@ -70,7 +71,7 @@ void SetRoot(const CallOptions &options) {
 // The first call on a root directory lays the board's files down, later ones find what the library made of them.
 void StartPlatform(const CallOptions &options, const std::optional<sim::Bmc> &bmc) {
     sim::Board board = LoadBoardFor(options.board, options.profile);
-    const std::vector<sim::Fault> faults = LoadFaultsOf(options.board);
+    const std::vector<sim::Fault> &faults = BoardOf(options.board).faults;
     RepositoryState repository;
     if (!options.root.empty()) {
         SetRoot(options);

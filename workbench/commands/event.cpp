@@ -15,6 +15,7 @@
 #include "explain/explain.h"
 #include "runtime/bmc_options.h"
 #include "runtime/platform.h"
+#include "sets/board.h"
 #include "sets/run_options.h"
 #include "sets/set_json.h"
 #include "sets/static_set.h"
@@ -80,7 +81,7 @@ std::string ListBuildersJson(const std::vector<std::string> &names) {
 // A board of which nothing is told has no sensor directory: lookups fail.
 void StartPlatform(const EventOptions &options) {
     sim::Board board = options.board.empty() ? sim::Board{} : LoadBoardFor(options.board, "");
-    const auto faults = options.board.empty() ? std::vector<sim::Fault>{} : LoadFaultsOf(options.board);
+    const auto faults = options.board.empty() ? std::vector<sim::Fault>{} : BoardOf(options.board).faults;
     if (!options.profile.empty())
         board.custom_id = NamedProfile(options.profile).id;
     StartWith(std::move(board), faults, {});

@@ -54,7 +54,7 @@ sim::rules::Rule Worded(const std::string &key, std::optional<T> &target, std::s
                 return;
             }
         }
-        sim::rules::Fail(where, sim::rules::LineOf(node),
+        sim::rules::Fail(where, sim::rules::PlaceOf(node),
                          where.Label() + " is the text \"" + text->get() + "\"",
                          sim::rules::Suggestion(text->get(), known, "it must be " + expected));
     };
@@ -157,16 +157,14 @@ void SetFromWord(DescriptionDraft &draft, const std::string &key, const std::str
             AsNode(
                 word, [&](const toml::node &node) { rule.read({}, node); });
         } catch (const sim::BoardError &error) {
-            const std::string text = error.what(); // "path:line: label is ...; what is right"
-            const size_t right = text.rfind("; ");
-            throw InputError(option + " " + word + ": " + text.substr(right + 2));
+            throw InputError(option + " " + word + ": " + error.Mistakes().front().right);
         }
     }
 }
 
 DescriptionDraft LoadDescription(const std::string &path) {
     return AsInput([&] {
-        const toml::table table = LoadToml(path, "description.toml with class = \"temperature\"");
+        const toml::table table = sim::LoadToml(path, "a file such as description.toml with class = \"temperature\"");
         DescriptionDraft draft;
         sim::rules::ReadTable({.path = path, .section = "", .key = ""}, table, DescriptionRules(draft));
         return draft;

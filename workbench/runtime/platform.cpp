@@ -8,10 +8,9 @@
 #include "base/errors.h"
 #include "base/input.h"
 #include "base/output.h"
-#include "base/text.h"
 #include "runtime/records.h"
+#include "sets/board.h"
 #include "sets/static_set.h"
-#include "simulator/board_file.h"
 
 namespace workbench {
 namespace {
@@ -38,22 +37,10 @@ size_t SizeAt(const std::string &path, const std::string &bytes, size_t at, size
 } // namespace
 
 sim::Board LoadBoardFor(const std::string &path, const std::string &profile) {
-    try {
-        sim::Board board = sim::LoadBoardFile(path);
-        if (!profile.empty())
-            board.custom_id = NamedProfile(profile).id;
-        return board;
-    } catch (const sim::BoardError &error) {
-        throw InputError(OneLine(error.what()));
-    }
-}
-
-std::vector<sim::Fault> LoadFaultsOf(const std::string &path) {
-    try {
-        return sim::LoadBoardFaults(path);
-    } catch (const sim::BoardError &error) {
-        throw InputError(OneLine(error.what()));
-    }
+    sim::Board board = BoardOf(path).board;
+    if (!profile.empty())
+        board.custom_id = NamedProfile(profile).id;
+    return board;
 }
 
 void StartWith(sim::Board board, const std::vector<sim::Fault> &faults, const RepositoryState &repository) {

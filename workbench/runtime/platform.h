@@ -13,10 +13,8 @@
 
 namespace workbench {
 
-// Board of a file, for the profile (empty: the board's own), without its files when they are there already.
-// InputError.
+// Board of a file, for the profile (empty: the board's own).  InputError.
 sim::Board LoadBoardFor(const std::string &path, const std::string &profile);
-std::vector<sim::Fault> LoadFaultsOf(const std::string &path);
 
 struct RepositoryState {
     std::vector<sim::RepositoryRecord> records;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // TOML files of the commands about run time, read with the rules that board files are read with: a wrong key or
-// value is one line with file, line and the nearest known key.  Only description*.cpp and scenario/ include
+// value is one line with file, line, column and the nearest known key.  Only description*.cpp and scenario/ include
 // this.
 #ifndef OXA_WORKBENCH_RUNTIME_TOML_FILE_H
 #define OXA_WORKBENCH_RUNTIME_TOML_FILE_H
@@ -9,20 +9,17 @@
 #include <string>
 
 #include "base/errors.h"
-#include "base/text.h"
 #include "simulator/board_file_sections.h"
+#include "simulator/board_file_toml.h"
 
 namespace workbench {
-
-// sim::BoardError when the file cannot be read or is no TOML; `example` is one that can.
-toml::table LoadToml(const std::string &path, const std::string &example);
 
 // The reader's errors as InputError.
 template <class Function> auto AsInput(Function read) {
     try {
         return read();
     } catch (const sim::BoardError &error) {
-        throw InputError(OneLine(error.what()));
+        throw InputError(error.what());
     }
 }
 

@@ -16,19 +16,20 @@ namespace workbench {
 namespace {
 
 using namespace sim::rules;
+using sim::Place;
 
-constexpr const char *kExample = "scenarios/day.toml";
+constexpr const char *kExample = "a story such as scenarios/day.toml";
 
 // ---- one description for every slot ----------------------------------------------------------------
 
-std::vector<SpecificSensorParam> SpellOut(const StepDraft &draft, const Where &where, uint32_t line) {
+std::vector<SpecificSensorParam> SpellOut(const StepDraft &draft, const Where &where, const Place &place) {
     std::vector<SpecificSensorParam> out;
     const bool adds = draft.action == "add";
     const auto add_one = [&](DescriptionDraft description) {
         if (!description.sensor_class && !adds)
             description.sensor_class = kPsuFruClass; // nothing else can be removed
         if (!description.sensor_class)
-            Fail(where, line, where.At(draft.action).Label() + " has no key 'class'",
+            Fail(where, place, where.At(draft.action).Label() + " has no key 'class'",
                  "say which sensor class is added");
         out.push_back(Finish(description));
     };
@@ -40,7 +41,7 @@ std::vector<SpecificSensorParam> SpellOut(const StepDraft &draft, const Where &w
     for (const uint8_t slot : *draft.slots)
         for (DescriptionDraft description : descriptions) {
             if (description.slot)
-                Fail(where, line, where.At(draft.action).Label() + " gives a slot beside 'slots'",
+                Fail(where, place, where.At(draft.action).Label() + " gives a slot beside 'slots'",
                      "give one of them");
             description.slot = slot;
             add_one(description);
@@ -51,17 +52,17 @@ std::vector<SpecificSensorParam> SpellOut(const StepDraft &draft, const Where &w
 // ---- one step --------------------------------------------------------------------------------------
 
 // A rule that could never act is refused by the platform; it is asked here, where the line is known.
-void TryFaults(const std::vector<sim::Fault> &faults, const Where &where, uint32_t line) {
+void TryFaults(const std::vector<sim::Fault> &faults, const Where &where, const Place &place) {
     for (const sim::Fault &fault : faults)
         try {
             sim::AddFault(fault);
         } catch (const std::invalid_argument &error) {
-            Fail(where, line, error.what(), "give a rule that can act");
+            Fail(where, place, error.what(), "give a rule that can act");
         }
     sim::ClearFaults();
 }
 
-std::vector<EventCall> ReadEvents(const StepDraft &draft, const Where &where, uint32_t line) {
+std::vector<EventCall> ReadEvents(const StepDraft &draft, const Where &where, const Place &place) {
     std::vector<EventCall> out;
     for (const std::string &text : draft.events) {
         std::istringstream stream(text);
@@ -74,24 +75,24 @@ std::vector<EventCall> ReadEvents(const StepDraft &draft, const Where &where, ui
                 words.erase(words.begin());
             out.push_back({BuilderName(builder), ParseArguments(builder, words)});
         } catch (const InputError &error) {
-            Fail(where, line, where.At("event").Label() + " is no call of a builder", error.what());
+            Fail(where, place, where.At("event").Label() + " is no call of a builder", error.what());
         }
     }
     return out;
 }
 
-void CheckExpectation(const StepDraft &draft, const Step &step, const Where &where, uint32_t line) {
+void CheckExpectation(const StepDraft &draft, const Step &step, const Where &where, const Place &place) {
     if (!step.expect)
         return;
     const std::vector<std::string> known = OutcomeWords(draft.action);
     for (const std::string &word : step.expect->words)
         if (std::find(known.begin(), known.end(), word) == known.end())
-            Fail(where, line, "unknown outcome '" + word + "' in " + where.At("expect").Label(),
+            Fail(where, place, "unknown outcome '" + word + "' in " + where.At("expect").Label(),
                  Suggestion(word, known, draft.action + " comes to " + Join(known, ", ")));
     const size_t outcomes =
         std::max({step.params.size(), step.events.size(), step.thresholds.size(), size_t{1}}) * step.repeat;
     if (step.expect->words.size() > 1 && step.expect->words.size() != outcomes)
-        Fail(where, line,
+        Fail(where, place,
              where.At("expect").Label() + " lists " + std::to_string(step.expect->words.size()) + " outcomes",
              "the step has " + std::to_string(outcomes));
 }
@@ -104,7 +105,7 @@ std::string ActionOf(const toml::table &table, const Where &where) {
             std::find(all.begin(), all.end(), key) != all.end())
             found.push_back(key);
     if (found.size() != 1)
-        Fail(where, found.size() < 2 ? LineOf(table) : LineOf(table, found[1]),
+        Fail(where, found.size() < 2 ? PlaceOf(table) : PlaceOf(table, found[1]),
              where.Header() + (found.empty() ? " says nothing that happens"
                                              : " has both '" + found[0] + "' and '" + found[1] + "'"),
              "give one of " + Join(ActionKeys(), ", "));
@@ -121,7 +122,7 @@ void CheckKeys(const toml::table &table, const StepDraft &draft, const Where &wh
     };
     for (const auto &[key, fits] : limited)
         if (table.contains(key) && !fits)
-            Fail(where, LineOf(table, key),
+            Fail(where, PlaceOf(table, key),
                  "'" + std::string(key) + "' in " + where.Header() + " does not go with '" + draft.action +
                      "'",
                  "leave it out");
@@ -130,20 +131,22 @@ void CheckKeys(const toml::table &table, const StepDraft &draft, const Where &wh
 // The story so far, while it is read.
 struct StorySoFar {
     Scenario &scenario;
-    toml::table board; // as changed
+    toml::table board;       // as changed
+    bool board_known = true; // false after a mistake in it or in a change
     uint32_t custom_id = 0;
     bool record = true;
 };
 
-sim::Board BoardNow(const StorySoFar &reading, const Where &where, uint32_t line) {
+sim::Board BoardNow(const StorySoFar &reading, const Where &where, const Place &place) {
     Draft draft;
     draft.board.name = reading.scenario.board.name;
     try {
         ReadTable({.path = reading.scenario.board_path, .section = "", .key = ""}, reading.board,
                   FileRules(draft));
     } catch (const sim::BoardError &error) {
-        const std::string text = error.what(); // the place in it means nothing: the table has two sources
-        Fail(where, line, "the board cannot become this (" + text.substr(text.find(": ") + 2) + ")",
+        const sim::Mistake &first =
+            error.Mistakes().front(); // its place means nothing: the table has two sources
+        Fail(where, place, "the board cannot become this (" + first.wrong + "; " + first.right + ")",
              "change what goes together in one step");
     }
     draft.board.custom_id = reading.custom_id;
@@ -156,62 +159,85 @@ Step ReadStep(StorySoFar &reading, const Where &where, const toml::table &table)
     ReadTable(where, table, StepRules(draft));
     draft.action = ActionOf(table, where);
     CheckKeys(table, draft, where);
-    const uint32_t line = LineOf(table, draft.action);
+    const Place place = PlaceOf(table, draft.action);
     Step step;
-    step.line = LineOf(table);
+    step.line = PlaceOf(table).line;
     step.name = draft.name;
     step.action = draft.action;
     step.repeat = draft.repeat;
     step.record = draft.record.value_or(reading.record);
-    step.params = SpellOut(draft, where, line);
+    step.params = SpellOut(draft, where, place);
     step.faults = draft.fault_draft.faults;
-    TryFaults(step.faults, where, line);
-    step.events = ReadEvents(draft, where, line);
+    TryFaults(step.faults, where, place);
+    step.events = ReadEvents(draft, where, place);
     step.thresholds = Settled(draft.thresholds);
     step.expect = draft.expect;
-    CheckExpectation(draft, step, where, table.contains("expect") ? LineOf(table, "expect") : line);
+    CheckExpectation(draft, step, where, table.contains("expect") ? PlaceOf(table, "expect") : place);
     if (draft.change != nullptr) {
         Merge(reading.board, *draft.change);
         step.files = draft.change_draft.board.files;
     }
     if (draft.profile)
         reading.custom_id = *draft.profile;
-    if (step.action == "change" || step.action == "restart")
-        step.board = BoardNow(reading, where, line);
+    if (reading.board_known && (step.action == "change" || step.action == "restart"))
+        step.board = BoardNow(reading, where, place);
     return step;
 }
 
-void LoadBoard(StorySoFar &reading, const ScenarioDraft &draft) {
+// What is wrong with the file as a whole is the story's mistake, what is wrong in it its own.
+toml::table OpenBoard(const std::string &path, const Where &where, const Place &place) {
+    try {
+        return sim::LoadToml(path, kBoardExample);
+    } catch (const sim::BoardError &error) {
+        const sim::Mistake &first = error.Mistakes().front();
+        if (first.place.line != 0)
+            throw;
+        Fail(where, place, where.Label() + ": " + path + " " + first.wrong,
+             first.right + ", seen from the folder of the story");
+    }
+}
+
+void LoadBoard(StorySoFar &reading, const ScenarioDraft &draft, const Where &where, const toml::table &file) {
     Scenario &scenario = reading.scenario;
     const std::filesystem::path folder = std::filesystem::path(scenario.path).parent_path();
     scenario.board_path = (folder / draft.board).lexically_normal().string();
-    scenario.board = LoadBoardFor(scenario.board_path, "");
-    scenario.board_faults = LoadFaultsOf(scenario.board_path);
+    reading.record = draft.record;
+    reading.board = OpenBoard(scenario.board_path, where, PlaceOf(*file.get("board")));
+    Draft read = ReadBoard(reading.board, scenario.board_path);
+    scenario.board = std::move(read.board);
+    scenario.board_faults = std::move(read.faults);
     if (draft.profile)
         scenario.board.custom_id = *draft.profile;
-    reading.board = LoadToml(scenario.board_path, "boards/two_socket_2u.toml");
     reading.board.erase("fault"); // kept apart: they are in force in every life
     reading.custom_id = scenario.board.custom_id;
-    reading.record = draft.record;
+}
+
+// All that can be read is, so that one run tells every mistake.
+void ReadStory(const Where &top, toml::table &file, Scenario &scenario) {
+    Mistakes mistakes;
+    ScenarioDraft draft;
+    StorySoFar reading{scenario, {}, true, 0, true};
+    mistakes.Try([&] { ReadTable(top, file, ScenarioRules(draft)); });
+    scenario.name = draft.name;
+    if (!draft.board.empty())
+        mistakes.Try([&] { LoadBoard(reading, draft, top.At("board"), file); });
+    const Where where = top.At("step").Inside(true);
+    for (const toml::table *step : draft.steps) {
+        reading.board_known = reading.board_known && mistakes.None();
+        mistakes.Try([&] { scenario.steps.push_back(ReadStep(reading, where, *step)); });
+    }
+    mistakes.ThrowIfAny();
 }
 
 } // namespace
 
 Scenario LoadScenario(const std::string &path) {
     return AsInput([&] {
-        toml::table file = LoadToml(path, kExample);
+        toml::table file = sim::LoadToml(path, kExample);
         ListSingleTables(file);
         Scenario scenario;
         scenario.path = path;
-        const Where top{.path = path, .section = "", .key = ""};
-        ScenarioDraft draft;
-        ReadTable(top, file, ScenarioRules(draft));
-        scenario.name = draft.name;
-        StorySoFar reading{scenario, {}, 0, true};
-        LoadBoard(reading, draft);
-        const Where where = top.At("step").Inside(true);
-        for (const toml::table *step : draft.steps)
-            scenario.steps.push_back(ReadStep(reading, where, *step));
+        ReadStory({.path = path, .section = "", .key = ""}, file, scenario);
         return scenario;
     });
 }

@@ -61,10 +61,10 @@ Rule Change(StepDraft &draft) {
         const toml::table &table = NeedTable(where, node);
         ReadTable(where.Inside(), table, FileRules(draft.change_draft));
         if (table.contains("fault"))
-            Fail(where, LineOf(table, "fault"), "a change sets no faults", "give a step with 'fault'");
+            Fail(where, PlaceOf(table, "fault"), "a change sets no faults", "give a step with 'fault'");
         const auto *board = table.get_as<toml::table>("board");
         if (board != nullptr && board->contains("custom_id"))
-            Fail(where, LineOf(*board, "custom_id"), "a running machine does not change its profile",
+            Fail(where, PlaceOf(*board, "custom_id"), "a running machine does not change its profile",
                  "give a step with restart = { profile = \"...\" }");
         draft.change = &table;
     };

@@ -9,7 +9,7 @@
 #include "base/errors.h"
 #include "base/text.h"
 #include "library/profiles/catalogue.h"
-#include "simulator/board_file.h"
+#include "sets/board.h"
 #include "simulator/simulator.h"
 
 namespace workbench {
@@ -55,16 +55,12 @@ StaticSet CollectSensors(const RunOptions &options, const Profile &profile, cons
 
 // Puts the board and what it lets go wrong under the library.
 void StartBoard(const RunOptions &options, const Profile &profile) {
-    try {
-        sim::Board board = sim::LoadBoardFile(options.board);
-        const auto faults = sim::LoadBoardFaults(options.board);
-        board.custom_id = profile.id; // the machine belongs to the customer whose driver runs
-        sim::Start(std::move(board));
-        for (const sim::Fault &fault : faults)
-            sim::AddFault(fault);
-    } catch (const sim::BoardError &error) {
-        throw InputError(OneLine(error.what()));
-    }
+    const sim::BoardFile &file = BoardOf(options.board);
+    sim::Board board = file.board;
+    board.custom_id = profile.id; // the machine belongs to the customer whose driver runs
+    sim::Start(std::move(board));
+    for (const sim::Fault &fault : file.faults)
+        sim::AddFault(fault);
 }
 
 } // namespace

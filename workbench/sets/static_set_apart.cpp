@@ -7,6 +7,7 @@
 
 #include "base/apart.h"
 #include "base/errors.h"
+#include "sets/board.h"
 #include "sets/static_set.h"
 
 namespace workbench {
@@ -54,6 +55,7 @@ StaticSet BuildStaticSetApart(const RunOptions &given) {
     RunOptions options = given;
     options.profile = SettledProfile(given.profile, given.board);
     FindProfile(options.profile); // a wrong name needs no process
+    BoardOf(options.board);       // read here, for every process to come
     const Apart answer = RunApart([&](const Say &say) { say(ChildAnswer(options)); });
     return ParseAnswer(options,
                        WIFEXITED(answer.status) && WEXITSTATUS(answer.status) == 0 ? answer.said : "");

@@ -9,6 +9,7 @@
 #include "oxa/thresholds.h"
 #include "runtime/description.h"
 #include "runtime/platform.h"
+#include "sets/board.h"
 #include "simulator/simulator.h"
 
 namespace workbench {
@@ -71,7 +72,7 @@ void AddRunTimeSensors(const RecordOptions &options, const Profile &profile, con
         return;
     sim::Board board = LoadBoardFor(options.board, profile.name);
     board.thresholds.clear();
-    StartWith(std::move(board), LoadFaultsOf(options.board), {});
+    StartWith(std::move(board), BoardOf(options.board).faults, {});
     for (const std::string &path : options.descriptions) {
         out.push_back(Generate(path, decoder));
         PrintPlatformTrace(options.trace, options.log);
