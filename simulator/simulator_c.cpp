@@ -6,6 +6,7 @@
 #include <array>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "library/profiles/catalogue.h"
@@ -86,8 +87,8 @@ OxaSimulator *oxa_simulator_open(const char *pcBoardFile) try {
         throw std::invalid_argument("no board file");
     if (g_open)
         throw std::logic_error("another board is open");
-    auto *const simulator =
-        new OxaSimulator{sim::LoadBoardFile(pcBoardFile), sim::LoadBoardFaults(pcBoardFile), {}, {}};
+    sim::BoardFile file = sim::LoadBoard(pcBoardFile);
+    auto *const simulator = new OxaSimulator{std::move(file.board), std::move(file.faults), {}, {}};
     g_open = true;
     StartBoard(*simulator);
     return simulator;
