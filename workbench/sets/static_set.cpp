@@ -128,15 +128,11 @@ std::string ProfileName(uint32_t id) {
 std::string SettledProfile(const std::string &given, const std::string &board) {
     if (!given.empty())
         return given;
-    try {
-        const uint32_t id = sim::LoadBoardFile(board).custom_id;
-        if (const Profile *profile = ProfileNamed(std::to_string(id)))
-            return profile->name;
-        throw InputError(board + ": custom_id " + std::to_string(id) +
-                         " is no profile's; --profile tells which is meant: " + AvailableProfiles());
-    } catch (const sim::BoardError &error) {
-        throw InputError(OneLine(error.what()));
-    }
+    const uint32_t id = BoardOf(board).board.custom_id;
+    if (const Profile *profile = ProfileNamed(std::to_string(id)))
+        return profile->name;
+    throw InputError(board + ": custom_id " + std::to_string(id) +
+                     " is no profile's; --profile tells which is meant: " + AvailableProfiles());
 }
 
 StaticSet BuildStaticSet(const RunOptions &options) {
