@@ -223,7 +223,7 @@ std::string WelcomeJson(const ServeOptions &options, const Served &served) {
                  {"user", "ipmiusr"},
                  {"password", "test"},
                  {"board", options.empty ? Json(nullptr) : Json(options.run.board)},
-                 {"profile", options.empty ? Json(nullptr) : ProfileJson(ProfileId(options.run.profile))},
+                 {"profile", options.empty ? Json(nullptr) : ProfileJson(NamedProfile(options.run.profile).id)},
                  {"ipmitool", IpmiTool(served)},
                  {"ipmi_sensors", FreeIpmi(served, "ipmi-sensors")},
                  {"readings", served.readings()},
