@@ -282,10 +282,11 @@ std::optional<size_t> LastBytes(State &state, size_t size);
 // ---- files under the root -----------------------------------------------------------------------
 
 void CloseDescriptor(int descriptor);
-void CloseStream(FILE *stream);
+void CloseStream(FILE *stream, const std::string &library_path);
 void MakeParents(const std::string &real_path);
 std::optional<std::vector<uint8_t>> ReadWhole(const std::string &real_path, int &error); // error: errno
-bool WriteWhole(const std::string &real_path, const std::vector<uint8_t> &bytes);
+bool WriteWhole(const std::string &real_path, const std::vector<uint8_t> &bytes);        // errno
+void NoteStorageTrouble(const std::string &real_path, int error); // kept when it is one of the storage
 // Without a lock, for the functions of the C library that the simulator stands in front of.
 bool IsLibraryDescriptor(int descriptor);
 void MarkLibraryDescriptor(int descriptor, bool ours);

@@ -59,7 +59,10 @@ FILE *OpenStream(const char *path, const char *mode) {
     const std::string real_path = RealPath(path);
     if (*mode != 'r')
         MakeParents(real_path);
-    return std::fopen(real_path.c_str(), mode);
+    FILE *const stream = std::fopen(real_path.c_str(), mode);
+    if (stream == nullptr)
+        NoteStorageTrouble(real_path, errno);
+    return stream;
 }
 
 size_t Length(Call &call, const char *text, size_t most) {
@@ -144,9 +147,9 @@ int oxa_fclose_s(FILE *ptFile) {
         call.state().Violate("oxa_fclose_s: the stream is not open");
         return call.Return<int>(kBoundBroken);
     }
-    call.state().streams.erase(ptFile); // also when the call fails
+    const std::string path = call.state().streams.extract(ptFile).mapped(); // also when the call fails
     MarkLibraryStream(ptFile, false);
-    CloseStream(ptFile);
+    CloseStream(ptFile, path);
     return call.Return<int>(call.Fails() ? kBoundBroken : 0);
 }
 

@@ -115,6 +115,8 @@ size_t fwrite(const void *buffer, size_t size, size_t count, FILE *stream) {
     const size_t done = memory::On() ? memory::WriteStream(stream, buffer, size, count)
                                      : WriteLocked(buffer, size, count, stream);
     call.SetErrno(errno);
+    if (done != count)
+        NoteStorageTrouble(RealPath(call.state().streams[stream]), errno);
     return call.Return(done);
 }
 

@@ -24,7 +24,23 @@ int Open(const char *path, int flags, mode_t mode) {
     const std::string real_path = RealPath(path);
     if ((flags & O_CREAT) != 0)
         MakeParents(real_path);
-    return open(real_path.c_str(), flags | O_CLOEXEC, mode);
+    const int descriptor = open(real_path.c_str(), flags | O_CLOEXEC, mode);
+    if (descriptor < 0)
+        NoteStorageTrouble(real_path, errno);
+    return descriptor;
+}
+
+// All of it or -1 with errno; a system that takes a part says only of the rest why.
+ssize_t WriteAll(int descriptor, const void *bytes, size_t size) {
+    if (memory::On())
+        return memory::Write(descriptor, bytes, size);
+    for (size_t done = 0; done < size;) {
+        const ssize_t put = write(descriptor, static_cast<const char *>(bytes) + done, size - done);
+        if (put <= 0)
+            return -1;
+        done += static_cast<size_t>(put);
+    }
+    return static_cast<ssize_t>(size);
 }
 
 // -1 with errno.
@@ -111,9 +127,11 @@ int32_t sigwrap_write(int32_t sdwFd, const void *pvBuf, uint32_t dwLen) {
         [[maybe_unused]] const ssize_t part = write(sdwFd, pvBuf, *last);
         Die();
     }
-    const ssize_t put = memory::On() ? memory::Write(sdwFd, pvBuf, dwLen) : write(sdwFd, pvBuf, dwLen);
+    const ssize_t put = WriteAll(sdwFd, pvBuf, dwLen);
     if (put < 0 || static_cast<size_t>(put) != dwLen) {
-        call.SetErrno(put < 0 ? errno : ENOSPC);
+        const int error = put < 0 ? errno : ENOSPC;
+        NoteStorageTrouble(RealPath(call.state().descriptors[sdwFd]), error);
+        call.SetErrno(error);
         return call.Return<int32_t>(-1);
     }
     return call.Return<int32_t>(0);

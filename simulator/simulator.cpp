@@ -154,6 +154,7 @@ Call::~Call() {
 // ---- set-up -------------------------------------------------------------------------------------
 
 void CloseEverything(State &state); // simulator_files.cpp
+void MakeRoot();
 
 void Start(Board board) {
     State &state = TheState();
@@ -178,6 +179,7 @@ void Start(Board board) {
         state.next_session = 1;
         state.guarded = Guarded{};
     }
+    MakeRoot();
     for (const auto &[path, bytes] : state.board.files)
         WriteFile(path, bytes);
 }

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,14 @@ namespace sim {
 
 // ---- set-up -------------------------------------------------------------------------------------
 
+// The platform has no place for the library's files: no folder can be made, the disk is full.  The text names the path
+// and the cause.
+struct StorageError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
 // Forgets faults, trace, violations, repository and event log, and takes over the board; board.files are
-// written under the root directory.  The library's own state is not touched (it has no reset): one test, one
+// written under the root directory, which is there afterwards; StorageError.  The library's own state is not touched (it has no reset): one test, one
 // process.
 void Start(Board board);
 
@@ -41,9 +48,13 @@ std::string RealPath(const std::string &library_path);
 // Call it before everything else.  Where a file ends up in the file system (RealPath) means nothing then.
 void KeepFilesInMemory();
 void RemoveMemoryFiles();
-std::vector<uint8_t> ReadFile(const std::string &library_path); // empty when absent
-void WriteFile(const std::string &library_path, const std::vector<uint8_t> &bytes);
+std::vector<uint8_t> ReadFile(const std::string &library_path);                     // empty when absent
+void WriteFile(const std::string &library_path, const std::vector<uint8_t> &bytes); // StorageError
+std::vector<std::string> LibraryPaths(); // the files that the library itself writes
 bool FileExists(const std::string &library_path);
+// StorageError when the system itself refused a write of the library in this process ("cannot write <path>: No space left
+// on device"): what came of the library's calls tells of the disk then.
+void CheckStorage();
 
 // ---- faults -------------------------------------------------------------------------------------
 

@@ -45,7 +45,9 @@ void MakeFreshRoot(RootDirectory &root) {
     std::string path =
         std::string(parent != nullptr && *parent != '\0' ? parent : "/tmp") + "/oxa-sim-XXXXXX";
     if (mkdtemp(path.data()) == nullptr)
-        throw std::runtime_error("no root directory for the simulated platform: " + path);
+        throw StorageError("TMPDIR: no folder can be made in " +
+                           std::filesystem::path(path).parent_path().string() + " (" + std::strerror(errno) +
+                           ")");
     root.path = path;
     root.made_here = true;
     root.owner = getpid();
@@ -73,12 +75,25 @@ std::string Root() {
     return root.path;
 }
 
+// While an exception can still get out: a platform call has the library above it.
+void MakeRoot() {
+    if (!memory::On())
+        Root();
+}
+
+// "/var/x": nothing in it needs looking at.  Nearly every path is such, and paths are asked for at every file call.
+static bool IsPlain(const std::string &path) {
+    return path.starts_with("/") && path.find("//") == path.npos && path.find("/.") == path.npos;
+}
+
 std::string RealPath(const std::string &library_path) {
     if (memory::On())
         return library_path;
     const std::string root = Root();
-    if (root == "/" || library_path.starts_with(root + "/"))
+    if (root == "/" || (library_path.starts_with(root) && library_path.substr(root.size()).starts_with("/")))
         return library_path;
+    if (IsPlain(library_path))
+        return root + library_path;
     // "/../x" stays inside: a normal absolute path never climbs above "/"
     return root + (std::filesystem::path("/") / library_path).lexically_normal().string();
 }
@@ -118,16 +133,54 @@ bool WriteWhole(const std::string &real_path, const std::vector<uint8_t> &bytes)
     MakeParents(real_path);
     const int descriptor =
         open(real_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0664);
-    if (descriptor < 0)
-        return false;
     size_t done = 0;
-    while (done < bytes.size()) {
+    while (descriptor >= 0 && done < bytes.size()) {
         const ssize_t put = write(descriptor, bytes.data() + done, bytes.size() - done);
         if (put <= 0)
             break;
         done += static_cast<size_t>(put);
     }
-    return close(descriptor) == 0 && done == bytes.size();
+    int error = descriptor < 0 || done < bytes.size() ? errno : 0;
+    if (descriptor >= 0 && close(descriptor) != 0 && error == 0)
+        error = errno;
+    NoteStorageTrouble(real_path, error);
+    errno = error;
+    return error == 0;
+}
+
+namespace {
+
+struct Trouble {
+    std::mutex mutex;
+    std::string text;
+};
+
+Trouble &TheTrouble() {
+    static Trouble *const trouble = new Trouble;
+    return *trouble;
+}
+
+std::string CannotWrite(const std::string &real_path, int error) {
+    return "cannot write " + real_path + ": " + std::strerror(error);
+}
+
+} // namespace
+
+void NoteStorageTrouble(const std::string &real_path, int error) {
+    if (error != ENOSPC && error != EDQUOT && error != EFBIG && error != EIO && error != EROFS)
+        return; // any other is about the file, and the library's matter
+    Trouble &trouble = TheTrouble();
+    const std::lock_guard lock(trouble.mutex);
+    if (trouble.text.empty())
+        trouble.text = CannotWrite(real_path, error);
+    errno = error;
+}
+
+void CheckStorage() {
+    Trouble &trouble = TheTrouble();
+    const std::lock_guard lock(trouble.mutex);
+    if (!trouble.text.empty())
+        throw StorageError(trouble.text);
 }
 
 std::vector<uint8_t> ReadFile(const std::string &library_path) {
@@ -137,7 +190,7 @@ std::vector<uint8_t> ReadFile(const std::string &library_path) {
 
 void WriteFile(const std::string &library_path, const std::vector<uint8_t> &bytes) {
     if (!WriteWhole(RealPath(library_path), bytes))
-        throw std::runtime_error("cannot write " + RealPath(library_path));
+        throw StorageError(CannotWrite(RealPath(library_path), errno));
 }
 
 bool FileExists(const std::string &library_path) {
@@ -195,6 +248,10 @@ void MarkLibraryStream(FILE *stream, bool ours) {
     }
 }
 
+std::vector<std::string> LibraryPaths() {
+    return {std::begin(kLibraryPaths), std::end(kLibraryPaths)};
+}
+
 bool IsLibraryPath(const char *path) {
     return path != nullptr &&
            std::find(std::begin(kLibraryPaths), std::end(kLibraryPaths), path) != std::end(kLibraryPaths);
@@ -216,11 +273,11 @@ void CloseDescriptor(int descriptor) {
         close(descriptor);
 }
 
-void CloseStream(FILE *stream) {
+void CloseStream(FILE *stream, const std::string &library_path) {
     if (memory::On())
         memory::CloseStream(stream);
-    else
-        std::fclose(stream);
+    else if (std::fclose(stream) != 0) // what fwrite had kept back
+        NoteStorageTrouble(RealPath(library_path), errno);
 }
 
 void CloseEverything(State &state) {
@@ -230,7 +287,7 @@ void CloseEverything(State &state) {
     }
     for (const auto &[stream, path] : state.streams) {
         MarkLibraryStream(stream, false);
-        CloseStream(stream);
+        CloseStream(stream, path);
     }
     state.descriptors.clear();
     state.streams.clear();

@@ -12,6 +12,7 @@
 #include "base/json.h"
 #include "base/output.h"
 #include "commands/commands.h"
+#include "simulator/simulator.h"
 
 namespace {
 
@@ -54,11 +55,14 @@ int Fail(const std::string &text, int status, bool json) {
 
 int main(int argc, char **argv) {
     std::signal(SIGPIPE, SIG_IGN); // a closed pipe is seen where it is written to
+    std::signal(SIGXFSZ, SIG_IGN); // and so is the limit of a file's size
     const bool json = argc > 0 && WantsJson(argc, argv);
     try {
         return RunCommandLine(argc, argv, AddCommands);
     } catch (const ExitStatus &end) {
         return end.status;
+    } catch (const sim::StorageError &error) {
+        return Fail(error.what(), kBadInput, json);
     } catch (const InputError &error) {
         return Fail(error.what(), kBadInput, json);
     } catch (const SetError &error) {

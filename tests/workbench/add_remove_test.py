@@ -320,6 +320,13 @@ class Tests(Workbench):
         self.assertIn("no sensor class: give --class", self.refused(2, "add", "--board", BASE, "--slot", "3"))
         self.assertIn("no sensor class: give --class", self.refused(2, "add", "--board", BASE))
 
+    def test_remove_asks_which_power_supply(self):
+        told = "no power supply: give --slot or a --description with the key 'slot'"
+        self.assertIn(told, self.refused(2, "remove", "--board", BASE))
+        self.assertIn(told, self.refused(2, "remove", "--board", BASE, "--class", "psu-fru"))
+        self.assertIn(told, self.refused(2, "remove", "--board", BASE, *self.description('class = "psu-fru"\n')))
+        self.assertEqual(self.outcome("remove", "--device-type", "2"), ("nothing-to-remove", 0))
+
     def test_numbers_out_of_range_are_told_with_their_option(self):
         for option in ("device-type", "slot", "sub-type", "index", "seq", "second-port", "unr", "uc", "unc", "lnc",
                        "lc",

@@ -295,6 +295,7 @@ class Tests(Workbench):
         self.assertIn("it must be a slot number", self.wrong(4, step("slots = 256", f"add = {{ {TEMP} }}")))
         self.assertIn("holds slot 1 twice", self.wrong(4, step("slots = [1, 1]", f"add = {{ {TEMP} }}")))
         self.assertIn("gives a slot beside 'slots'", self.wrong(5, step("slots = 1", f"add = {{ {GPU} }}")))
+        self.assertIn("'remove' in [[step]] has no key 'slot'; say which power", self.wrong(4, step("remove = { }")))
         self.assertIn("has no key 'class'", self.wrong(4, step("add = { slot = 1 }")))
         self.assertIn("'repeat' in [[step]] is 0", self.wrong(4, step("repeat = 0", f"add = {{ {GPU} }}")))
         self.assertIn("'restart' in [[step]] is false; it must be true or", self.wrong(4, step("restart = false")))

@@ -2,7 +2,6 @@
 //
 // oxa-sensors add and remove: one call of the library for one sensor description.
 #include <algorithm>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -15,6 +14,7 @@
 #include "runtime/bmc_options.h"
 #include "runtime/calls.h"
 #include "runtime/platform.h"
+#include "runtime/root.h"
 #include "sets/board.h"
 #include "sets/run_options.h"
 #include "sets/set_json.h"
@@ -44,6 +44,8 @@ DescriptionDraft Described(const CallOptions &options) {
             SetFromWord(draft, key.key, found->second);
     if (!options.adds && !draft.sensor_class)
         draft.sensor_class = kPsuFruClass; // nothing else can be removed
+    if (!options.adds && !NamesWhatGoes(draft))
+        throw InputError("no power supply: give --slot or a --description with the key 'slot'");
     return draft;
 }
 
@@ -53,44 +55,20 @@ bool OnlyLists(const CallOptions &options) {
 
 // ---- the platform ----------------------------------------------------------------------------------
 
-// The record file holds ids of one repository: a folder belongs to that in memory or to a BMC's.
-void SetRoot(const CallOptions &options) {
-    try {
-        sim::SetRoot(options.root);
-    } catch (const std::filesystem::filesystem_error &error) {
-        throw InputError("--root " + options.root + ": " + error.code().message());
-    }
-    const std::string other = RepositoryPath(sim::Root(), !options.bmc.Given());
-    std::error_code ignored;
-    if (std::filesystem::exists(other, ignored))
-        throw InputError("--root " + options.root + " was used " +
-                         (options.bmc.Given() ? "without" : "with") +
-                         " --bmc; its record ids are of that repository");
-}
-
 // The first call on a root directory lays the board's files down, later ones find what the library made of them.
-void StartPlatform(const CallOptions &options, const std::optional<sim::Bmc> &bmc) {
+void StartPlatform(const CallOptions &options, std::optional<Root> &root) {
+    const std::optional<sim::Bmc> bmc = ChosenBmc(options.bmc);
     sim::Board board = LoadBoardFor(options.board, options.profile);
-    const std::vector<sim::Fault> &faults = BoardOf(options.board).faults;
     RepositoryState repository;
-    if (!options.root.empty()) {
-        SetRoot(options);
-        const std::string path = RepositoryPath(sim::Root(), options.bmc.Given());
-        std::error_code ignored;
-        if (std::filesystem::exists(path, ignored)) {
-            board.files.clear();
-            repository = LoadRepository(path); // of a BMC: empty
-        }
+    if (root && root->Used()) {
+        board.files.clear();
+        repository = root->Repository();
     }
+    if (root)
+        root->Remember(board);
     if (bmc)
         sim::UseBmc(*bmc);
-    StartWith(std::move(board), faults, repository);
-}
-
-void KeepState(const CallOptions &options) {
-    if (!options.root.empty())
-        SaveRepository(RepositoryPath(sim::Root(), options.bmc.Given()),
-                       options.bmc.Given() ? RepositoryState{} : CurrentRepository());
+    StartWith(std::move(board), BoardOf(options.board).faults, repository);
 }
 
 // ---- the result ------------------------------------------------------------------------------------
@@ -153,22 +131,40 @@ bool Good(const Outcome &outcome) {
     return outcome.word == OutcomeWords(outcome.action).front();
 }
 
-void RunCall(const CallOptions &options) {
-    const std::optional<sim::Bmc> bmc = ChosenBmc(options.bmc);
-    if (options.list && bmc)
-        throw InputError("--list shows the repository in memory, not the BMC's (ipmitool ... sdr elist all)");
-    SpecificSensorParam param{};
-    if (!OnlyLists(options))
-        param = Finish(Described(options));
-    StartPlatform(options, bmc);
+std::optional<Outcome> Call(const CallOptions &options, const SpecificSensorParam &param,
+                            std::optional<Root> &root) {
+    StartPlatform(options, root);
     StartLibrary();
     std::optional<Outcome> outcome;
     if (!OnlyLists(options))
         outcome = options.adds ? AddSensor(param, options.record) : RemoveSensor(param);
     PrintPlatformTrace(options.trace, options.log);
+    sim::CheckStorage();
     if (const auto violations = sim::Violations(); !violations.empty())
         throw SetError("the call broke a rule: " + OneLine(Join(violations, "; ")));
-    KeepState(options);
+    if (root)
+        root->Save(CurrentRepository());
+    return outcome;
+}
+
+void RunCall(const CallOptions &options) {
+    if (options.list && ChosenBmc(options.bmc))
+        throw InputError("--list shows the repository in memory, not the BMC's (ipmitool ... sdr elist all)");
+    SpecificSensorParam param{};
+    if (!OnlyLists(options))
+        param = Finish(Described(options));
+    LoadBoardFor(options.board, options.profile); // what is wrong there is told before a folder is made
+    std::optional<Root> root;
+    if (!options.root.empty())
+        root.emplace(options.root, options.bmc.Given());
+    std::optional<Outcome> outcome;
+    try {
+        outcome = Call(options, param, root);
+    } catch (const std::exception &) {
+        if (root)
+            root->PutBack();
+        throw;
+    }
     PrintOut(options.json ? RenderJson(options, outcome, param) : Render(options, outcome));
     if (outcome && !Good(*outcome))
         throw ExitStatus(1);

@@ -110,6 +110,7 @@ Sent SendEvent(const EventOptions &options, const BuilderView &builder) {
     for (uint32_t n = 0; n < options.count && result == OXA_OK; ++n)
         result = CallBuilder(builder, sent.arguments);
     PrintPlatformTrace(options.trace, options.log);
+    sim::CheckStorage();
     sent.ids = sim::EventRecordIds();
     if (result != OXA_OK)
         throw SetError(CallText(builder, sent.arguments) + ": result " + Hex(result, 4) +

@@ -171,6 +171,10 @@ DescriptionDraft LoadDescription(const std::string &path) {
     });
 }
 
+bool NamesWhatGoes(const DescriptionDraft &draft) {
+    return draft.sensor_class != kPsuFruClass || draft.slot || draft.device_type;
+}
+
 SpecificSensorParam Finish(const DescriptionDraft &draft) {
     if (!draft.sensor_class)
         throw InputError("no sensor class: give --class or a --description with the key 'class'");

@@ -41,6 +41,8 @@ DescriptionDraft LoadDescription(const std::string &path); // InputError with fi
 SpecificSensorParam Finish(const DescriptionDraft &draft);
 
 constexpr uint32_t kPsuFruClass = 0xFF0A;
+// A power supply goes by its number, which has no default.
+bool NamesWhatGoes(const DescriptionDraft &draft);
 bool IsFruClass(uint32_t sensor_class);
 
 std::string ClassText(uint32_t sensor_class); // "temperature (0x0100)"

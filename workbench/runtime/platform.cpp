@@ -55,10 +55,6 @@ RepositoryState CurrentRepository() {
     return {sim::Repository(), sim::NextRecordId()};
 }
 
-std::string RepositoryPath(const std::string &root, bool at_bmc) {
-    return root + (at_bmc ? "/repository.bmc" : "/repository.sdr");
-}
-
 RepositoryState LoadRepository(const std::string &path) {
     std::error_code ignored;
     std::ifstream file;

@@ -25,9 +25,7 @@ struct RepositoryState {
 void StartWith(sim::Board board, const std::vector<sim::Fault> &faults, const RepositoryState &repository);
 RepositoryState CurrentRepository();
 
-// The workbench's file under a root directory: records back to back with their ids, as export writes them; or an
-// empty one that says that the repository is a BMC's.
-std::string RepositoryPath(const std::string &root, bool at_bmc);
+// Records back to back with their ids, as export writes them.
 RepositoryState LoadRepository(const std::string &path); // InputError
 void SaveRepository(const std::string &path, const RepositoryState &repository);
 

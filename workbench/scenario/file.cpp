@@ -31,6 +31,9 @@ std::vector<SpecificSensorParam> SpellOut(const StepDraft &draft, const Where &w
         if (!description.sensor_class)
             Fail(where, place, where.At(draft.action).Label() + " has no key 'class'",
                  "say which sensor class is added");
+        if (!adds && !NamesWhatGoes(description))
+            Fail(where, place, where.At(draft.action).Label() + " has no key 'slot'",
+                 "say which power supply is removed");
         out.push_back(Finish(description));
     };
     const std::vector<DescriptionDraft> &descriptions = adds ? draft.add : draft.remove;

@@ -195,7 +195,10 @@ void LiveHere(const Scenario &scenario, const Stretch &stretch, const Carry &car
             StartLibrary();
         for (size_t number = stretch.begin; number < stretch.end; ++number)
             say(OneLineJson(StepJson(number, life.Run(number))));
+        sim::CheckStorage();
         say(OneLineJson({{"carry", CarryJson(life.End())}, {"violations", sim::Violations()}}));
+    } catch (const sim::StorageError &error) {
+        say(OneLineJson({{"storage", error.what()}}));
     } catch (const std::exception &error) {
         say(OneLineJson({{"error", error.what()}}));
     }
@@ -229,6 +232,8 @@ Carry TakeLife(const Scenario &scenario, const Stretch &stretch, const Apart &an
     std::optional<Carry> carry;
     for (const std::string &line : WholeLines(answer.said)) {
         const Json json = Json::parse(line);
+        if (json.contains("storage"))
+            throw sim::StorageError(scenario.path + ": " + json["storage"].get<std::string>());
         if (json.contains("error"))
             throw SetError(StepText(scenario, told) + ": " + OneLine(json["error"].get<std::string>()));
         if (json.contains("carry")) {

@@ -142,6 +142,7 @@ StaticSet BuildStaticSet(const RunOptions &options) {
     arrays.count = kCountNotWritten;
     profile.driver(arrays.slots, arrays.entries, &arrays.count);
     PrintPlatformTrace(options.trace, options.log);
+    sim::CheckStorage();
     if (arrays.count == kCountNotWritten)
         throw SetError(options.board + ": the pass ended without a count; " + LastLogLine());
     if (const auto violations = sim::Violations(); !violations.empty())

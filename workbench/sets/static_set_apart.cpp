@@ -9,6 +9,7 @@
 #include "base/errors.h"
 #include "sets/board.h"
 #include "sets/static_set.h"
+#include "simulator/simulator.h"
 
 namespace workbench {
 namespace {
@@ -25,6 +26,8 @@ std::string ChildAnswer(const RunOptions &options) {
         }
         return out;
     } catch (const InputError &error) {
+        return kInputError + std::string(error.what());
+    } catch (const sim::StorageError &error) {
         return kInputError + std::string(error.what());
     } catch (const std::exception &error) {
         return kSetError + std::string(error.what());

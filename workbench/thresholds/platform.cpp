@@ -157,6 +157,7 @@ FileBytes SaveOnPlatform(const StoredThresholds &entry) {
     std::memcpy(info + entry.six.size(), entry.further.data(), entry.further.size());
     const size_t mark = sim::Logs().size();
     SaveSdrThresholdInfoInFile(NameField(entry.name).c_str(), info, entry.mask);
+    sim::CheckStorage();
     if (sim::Logs().size() > mark)
         throw InputError("the library refuses to save " + entry.name + ": " + LastLine());
     return sim::ReadFile(kThresholdPath);
