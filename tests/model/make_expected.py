@@ -41,6 +41,9 @@ def main():
         wrong = [f"missing or stale: {path.relative_to(EXPECTED)}" for path, text in files.items()
                  if not path.exists() or path.read_text() != text]
         wrong += [f"left over: {path.relative_to(EXPECTED)}" for path in sorted(present - set(files))]
+        if wrong:
+            wrong.append("a board was added, removed or changed, or the model was: run tests/model/make_expected.py "
+                         "and look at what it changed (docs/adding-a-board.md)")
         print("\n".join(wrong or [f"{len(files)} files are as the model says"]))
         sys.exit(1 if wrong or not files else 0)
     for path in present - set(files):
