@@ -43,7 +43,8 @@ private:
 
 struct BoardFile {
     Board board;
-    std::vector<Fault> faults; // the [[fault]] tables: what a teaching board lets go wrong
+    std::vector<Mistake> notes; // what may be so, but can have no effect
+    std::vector<Fault> faults;  // the [[fault]] tables: what a teaching board lets go wrong
 };
 
 // Reads the file once: it may be a pipe.

@@ -226,6 +226,50 @@ void CheckBackplanes(const Disks &disks, const Where &where, const toml::table &
     }
 }
 
+bool IsOnBackplane(const Disks &disks, uint8_t slot) {
+    return std::any_of(
+        disks.backplanes.begin(), disks.backplanes.end(),
+        [slot](const Backplane &b) { return slot >= b.start_slot && slot < b.start_slot + b.disk_count; });
+}
+
+// What a list that is cut or counted otherwise holds is not known here.
+void NoteNvmeSlots(Draft &draft, const Where &where, const toml::table &table) {
+    const Disks &disks = draft.board.disks;
+    if (disks.reported_count || disks.written_bytes)
+        return;
+    std::vector<uint8_t> lost = disks.nvme_slots;
+    std::erase_if(lost, [&](uint8_t slot) { return IsOnBackplane(disks, slot); });
+    if (!lost.empty())
+        draft.notes.push_back(
+            MakeMistake(where, PlaceOf(table, "nvme_slots"),
+                        where.At("nvme_slots").Label() + " holds slot " + std::to_string(lost.front()) +
+                            (lost.size() == 1 ? "" : " and " + std::to_string(lost.size() - 1) + " more") +
+                            ", which no [[disks.backplane]] has",
+                        "nothing asks for the disk there"));
+}
+
+// "front" is a place like any other to the firmware.
+void NoteLocations(Draft &draft, const Where &where, const toml::table &table) {
+    const std::vector<Backplane> &backplanes = draft.board.disks.backplanes;
+    const Where at = where.At("backplane").Inside(true).At("location");
+    for (size_t i = 0; i < backplanes.size(); ++i) {
+        std::string lower = backplanes[i].location;
+        std::transform(lower.begin(), lower.end(), lower.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+        if (lower == "front" && backplanes[i].location != "Front")
+            draft.notes.push_back(MakeMistake(
+                at, PlaceOf(*table.get_as<toml::array>("backplane")->get_as<toml::table>(i), "location"),
+                at.Label() + " is \"" + backplanes[i].location + "\", which is not \"Front\"",
+                "its disks are not in front"));
+    }
+}
+
+void CheckDisks(Draft &draft, const Where &where, const toml::table &table) {
+    CheckBackplanes(draft.board.disks, where, table);
+    NoteNvmeSlots(draft, where, table);
+    NoteLocations(draft, where, table);
+}
+
 Rules PcieSlotRules(PcieSlot &slot) {
     return {
         Required(Value("slot", slot.slot)),    Value("location", slot.location, NumberOr(kPcieLocations)),
@@ -265,6 +309,29 @@ void JoinPcieSlots(Draft &draft, const Where &where, const toml::table &table) {
         else
             *plain = slot;
     }
+}
+
+// The number of a front slot comes from its silk text.
+bool NamesFrontSlot(const std::string &silk) {
+    constexpr std::string_view kFront = "F-Slot";
+    return silk.starts_with(kFront) && silk.find_first_not_of("0123456789", kFront.size()) == silk.npos;
+}
+
+void NoteFrontSlots(Draft &draft, const Where &where, const toml::table &table) {
+    for (size_t i = 0; i < draft.pcie_slots.size(); ++i) {
+        const PcieSlot &slot = draft.pcie_slots[i];
+        const toml::table &entry = *table.get_as<toml::array>("slot")->get_as<toml::table>(i);
+        if (slot.location == 1 && !NamesFrontSlot(slot.silk))
+            draft.notes.push_back(MakeMistake(where, PlaceOf(entry, "location"),
+                                              "slot " + std::to_string(slot.slot) +
+                                                  " is in front, but its 'silk' is not \"F-Slot\" and digits",
+                                              "its sensors keep the names and the number of a rear slot"));
+    }
+}
+
+void CheckPcie(Draft &draft, const Where &where, const toml::table &table) {
+    JoinPcieSlots(draft, where, table);
+    NoteFrontSlots(draft, where, table);
 }
 
 // A bitmap, or the list of the cards that are there.
@@ -396,8 +463,8 @@ Rules FileRules(Draft &draft) {
         Section("dimms", DimmRules(draft), After(NameDimms, draft)),
         Section("psus", PsuRules(board.psus)),
         Section("fans", FanRules(board.fans), After(CheckFans, board.fans)),
-        Section("disks", DiskRules(board.disks), After(CheckBackplanes, board.disks)),
-        Section("pcie", PcieRules(draft), After(JoinPcieSlots, draft)),
+        Section("disks", DiskRules(board.disks), After(CheckDisks, draft)),
+        Section("pcie", PcieRules(draft), After(CheckPcie, draft)),
         Section("ocp", OcpRules(board.ocp)),
         Section("switch_board", SwitchBoardRules(board.switch_board)),
         List("gpu", board.gpus, GpuRules, 255),

@@ -22,6 +22,7 @@ struct DimmNaming {
 // What a file says, before conveniences are spelled out.
 struct Draft {
     Board board;
+    std::vector<Mistake> notes;
     std::vector<Fault> faults;
     DimmNaming dimm_naming;
     std::vector<uint8_t> plain_pcie_slots; // pcie.slots

@@ -10,6 +10,7 @@
 
 #include "base/errors.h"
 #include "base/json.h"
+#include "base/notes.h"
 #include "base/output.h"
 #include "commands/commands.h"
 #include "simulator/simulator.h"
@@ -57,6 +58,8 @@ int main(int argc, char **argv) {
     std::signal(SIGPIPE, SIG_IGN); // a closed pipe is seen where it is written to
     std::signal(SIGXFSZ, SIG_IGN); // and so is the limit of a file's size
     const bool json = argc > 0 && WantsJson(argc, argv);
+    if (json)
+        KeepNotesBack();
     try {
         return RunCommandLine(argc, argv, AddCommands);
     } catch (const ExitStatus &end) {

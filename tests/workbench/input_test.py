@@ -83,6 +83,65 @@ class Tests(Workbench):
         self.assertEqual(len(told), 1, told)
         self.assertTrue(told[0].startswith(f"{story}:3:"), told)
 
+    # ---- notes --------------------------------------------------------------------------------------
+
+    FACTS = ('[[disks.backplane]]\nlocation = "front"\ndisk_count = 4\n[disks]\nnvme_slots = [3, 4, 5]\n'
+             '[[pcie.slot]]\nslot = 1\nlocation = "front"\n'
+             '[[pcie.slot]]\nslot = 2\nlocation = "front"\nsilk = "F-Slot2"\n')
+
+    def notes_of(self, path):
+        return [f"oxa-sensors: note: {path}:{line}" for line in (
+            '2:1: \'location\' in [[disks.backplane]] is "front", which is not "Front"; its disks are not in front',
+            "5:1: 'nvme_slots' in [disks] holds slot 4 and 1 more, which no [[disks.backplane]] has; nothing asks for "
+            "the disk there",
+            '8:1: slot 1 is in front, but its \'silk\' is not "F-Slot" and digits; its sensors keep the names and the '
+            'number of a rear slot')]
+
+    def test_facts_of_a_board_that_can_have_no_effect_are_noted_once(self):
+        path = self.board(self.FACTS)
+        for words in (("list",), ("list", "--profile", "all"), ("show", "ME"), ("check",),
+                      ("add", "--class", "fan", "--device-type", "fan-plain", "--slot", "1")):
+            with self.subTest(words):
+                done = self.run_raw(*words, "--board", path)
+                self.assertEqual(sorted(done.stderr.decode().splitlines()), self.notes_of(path))
+                self.assertNotEqual(done.returncode, 2)
+
+    def test_no_note_stands_beside_what_a_program_reads(self):
+        path = self.board(self.FACTS)
+        for words in (("list", "--json"), ("export",), ("export", "--format", "csv"), ("check", "--json")):
+            with self.subTest(words):
+                self.assertEqual(self.run_raw(*words, "--board", path).stderr, b"")
+
+    def test_the_board_of_a_story_is_noted_too(self):
+        path = self.board(self.FACTS)
+        story = self.board('board = "x.toml"\n[[step]]\nrestart = true\n', "story.toml")
+        self.assertEqual(sorted(self.run_raw("scenario", story).stderr.decode().splitlines()), self.notes_of(path))
+
+    def test_limits_that_do_not_rise_are_noted(self):
+        add = ("add", "--board", TWO_SOCKET, "--class", "temperature", "--device-type", "gpu", "--slot", "1")
+        for limits, note in ((("--uc", "90", "--unr", "80"), "UC 90 is above UNR 80"),
+                             (("--lc", "5", "--unr", "80", "--lnr", "7"), "LNR 7 is above LC 5"),
+                             (("--uc", "80", "--unr", "90"), ""),
+                             (("--uc", "80", "--unr", "80"), ""),
+                             (("--lc", "0xF6", "--uc", "80"), ""),  # -10 and 80
+                             (("--uc", "100", "--unr", "200"), "")):  # without a sign
+            with self.subTest(limits):
+                done = self.run_raw(*add, *limits)
+                self.assertEqual(done.returncode, 0)
+                told = f"oxa-sensors: note: the limits do not rise: {note}\n" if note else ""
+                self.assertEqual(done.stderr.decode(), told)
+                self.assertEqual(self.run_raw(*add, *limits, "--json").stderr, b"")
+
+    # ---- names --------------------------------------------------------------------------------------
+
+    def test_the_name_of_a_board_is_shown_beside_its_file(self):
+        path = self.board('[board]\nname = "rack 7"\n')
+        self.assertTrue(self.out("list", "--board", path).endswith(f'board {path} ("rack 7")\n'))
+        self.assertIn(f'{path} ("rack 7")\n', self.out("list", "--board", path, "--profile", "all"))
+        self.assertTrue(self.out("show", "ME", "--board", path).splitlines()[0].endswith(', board ("rack 7")'))
+        story = self.board('board = "x.toml"\n[[step]]\nrestart = true\n', "story.toml")
+        self.assertIn(f'board {path} ("rack 7"), profile default', self.out("scenario", story))
+
     def test_a_text_with_a_semicolon_is_told_whole(self):
         self.assertEqual(self.mistakes("add", "--board", TWO_SOCKET, "--class", "fan", "--bitmap", "a; b"),
                          ['--bitmap a; b: it must be a number 0 to 65535 or thresholds such as "uc,unr"'])

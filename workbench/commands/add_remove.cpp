@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "base/errors.h"
+#include "base/notes.h"
 #include "base/output.h"
 #include "base/table.h"
 #include "base/text.h"
@@ -131,6 +132,34 @@ bool Good(const Outcome &outcome) {
     return outcome.word == OutcomeWords(outcome.action).front();
 }
 
+// "UC 90 is above UNR 80": the library takes limits as they come.  Bytes are compared as numbers with and without a sign,
+// since what is read decides; limits that rise as either are let through.
+std::string WhereLimitsFall(const SpecificSensorParam &param) {
+    const struct {
+        const char *name;
+        unsigned bit;
+        uint8_t raw;
+    } limits[] = {{"LNR", THRESH_BIT_LNR, param.ucLNR}, {"LC", THRESH_BIT_LC, param.ucLC},
+                  {"LNC", THRESH_BIT_LNC, param.ucLNC}, {"UNC", THRESH_BIT_UNC, param.ucUNC},
+                  {"UC", THRESH_BIT_UC, param.ucUC},    {"UNR", THRESH_BIT_UNR, param.ucUNR}};
+    std::string plain, with_sign;
+    auto last = std::end(limits);
+    for (auto limit = std::begin(limits); limit != std::end(limits); ++limit) {
+        if (!(param.wBitmap & limit->bit))
+            continue;
+        if (last != std::end(limits)) {
+            const std::string text = std::string(last->name) + " " + std::to_string(last->raw) +
+                                     " is above " + limit->name + " " + std::to_string(limit->raw);
+            if (last->raw > limit->raw && plain.empty())
+                plain = text;
+            if (static_cast<int8_t>(last->raw) > static_cast<int8_t>(limit->raw) && with_sign.empty())
+                with_sign = text;
+        }
+        last = limit;
+    }
+    return with_sign.empty() ? "" : plain;
+}
+
 std::optional<Outcome> Call(const CallOptions &options, const SpecificSensorParam &param,
                             std::optional<Root> &root) {
     StartPlatform(options, root);
@@ -153,6 +182,8 @@ void RunCall(const CallOptions &options) {
     SpecificSensorParam param{};
     if (!OnlyLists(options))
         param = Finish(Described(options));
+    if (const std::string where = WhereLimitsFall(param); !where.empty())
+        TellNote("the limits do not rise: " + where);
     LoadBoardFor(options.board, options.profile); // what is wrong there is told before a folder is made
     std::optional<Root> root;
     if (!options.root.empty())

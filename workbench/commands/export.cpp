@@ -5,6 +5,7 @@
 
 #include "base/errors.h"
 #include "base/json.h"
+#include "base/notes.h"
 #include "base/output.h"
 #include "base/text.h"
 #include "commands/commands.h"
@@ -150,6 +151,7 @@ void AddExportCommand(Command &program) {
     command.AddFlag("--number", options->number,
                     "Number the sensors 1 to 254, then on LUN 1 and LUN 3; default: 0, as built");
     command.Runs([options, format] {
+        KeepNotesBack();
         SettleFormat(*options, format.Given());
         Export(*options);
     });

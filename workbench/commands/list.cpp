@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "commands/commands.h"
 #include "commands/list_options.h"
+#include "sets/board.h"
 #include "sets/decode.h"
 #include "sets/run_options.h"
 #include "sets/sensor_table.h"
@@ -67,7 +68,7 @@ std::string Summary(const StaticSet &set, const std::vector<Line> &lines) {
     return std::to_string(lines.size()) + of +
            (lines.size() == 1 && of.empty() ? " sensor (" : " sensors (") + std::to_string(full) + " full, " +
            std::to_string(lines.size() - full) + " compact), profile " + set.profile->name + ", board " +
-           set.board + "\n";
+           BoardText(set.board) + "\n";
 }
 
 std::string RenderTable(const StaticSet &set, const std::vector<Line> &lines) {

@@ -10,6 +10,7 @@
 #include "base/table.h"
 #include "base/text.h"
 #include "commands/list_options.h"
+#include "sets/board.h"
 #include "sets/decode.h"
 #include "sets/groups.h"
 
@@ -79,7 +80,8 @@ std::string RenderTable(const ListOptions &options, const std::vector<ProfileCou
         table.Add(row);
     }
     return table.Render(ColourWanted()) + "\n" + std::to_string(all.size()) + " profiles, board " +
-           options.run.board + (options.filter.empty() ? "" : ", names like " + options.filter) + "\n";
+           BoardText(options.run.board) + (options.filter.empty() ? "" : ", names like " + options.filter) +
+           "\n";
 }
 
 std::string RenderJson(const ListOptions &options, const std::vector<ProfileCounts> &all) {

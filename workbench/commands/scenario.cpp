@@ -14,6 +14,7 @@
 #include "runtime/bmc_options.h"
 #include "runtime/platform.h"
 #include "scenario/scenario.h"
+#include "sets/board.h"
 #include "sets/set_json.h"
 #include "sets/static_set.h"
 
@@ -154,7 +155,8 @@ std::string Render(const ScenarioOptions &options, const Scenario &scenario, con
                    const Final &final) {
     const bool colour = ColourWanted();
     std::string out = (scenario.name.empty() ? scenario.path : scenario.name) + "\nboard " +
-                      scenario.board_path + ", profile " + ProfileName(scenario.board.custom_id) +
+                      scenario.board_path + NameBehind(scenario.board, scenario.board_path) + ", profile " +
+                      ProfileName(scenario.board.custom_id) +
                       (options.bmc.Given() ? ", BMC at " + options.bmc.address : "") + "\n\n";
     out += StepsText(scenario, end.steps, options.log, colour);
     out +=

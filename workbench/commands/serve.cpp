@@ -22,6 +22,7 @@
 #include "serve/bmc.h"
 #include "serve/fru.h"
 #include "serve/sensors.h"
+#include "sets/board.h"
 #include "sets/run_options.h"
 #include "sets/set_json.h"
 #include "sets/set_numbers.h"
@@ -199,7 +200,8 @@ std::string HowToPush(const Served &served) {
 std::string Welcome(const ServeOptions &options, const Served &served) {
     const std::string what = options.empty ? "An empty repository"
                                            : std::to_string(served.sensors.size()) + " sensors of " +
-                                                 options.run.board + ", profile " + options.run.profile + ",";
+                                                 BoardText(options.run.board) + ", profile " +
+                                                 options.run.profile + ",";
     std::string out = what + " on a BMC at 127.0.0.1 port " + std::to_string(served.port) +
                       (options.command.empty() ? "; Ctrl-C ends it.\n\n" : ".\n\n");
     for (const char *words : {" sdr elist all", " sel elist", " fru"})

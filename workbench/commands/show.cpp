@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "commands/commands.h"
 #include "explain/explain.h"
+#include "sets/board.h"
 #include "sets/decode.h"
 #include "sets/run_options.h"
 #include "sets/set_json.h"
@@ -103,10 +104,11 @@ std::string RenderFields(const std::vector<Field> &fields, std::span<const uint8
 
 std::string RenderSensor(const StaticSet &set, const Found &found, bool colour) {
     const Sensor &sensor = *found.sensor;
+    const std::string board = NameBehind(BoardOf(set.board).board, set.board);
     std::string out = Paint(found.decoded.name, Style::kBold, colour) + ": " + KindText(found.decoded.kind) +
                       " record of " + std::to_string(RecordSize(sensor.record)) + " bytes, sensor " +
                       std::to_string(sensor.ordinal) + " of " + std::to_string(set.sensors.size()) +
-                      ", profile " + set.profile->name + "\n\n";
+                      ", profile " + set.profile->name + (board.empty() ? "" : ", board" + board) + "\n\n";
     out += "Record\n" + RenderFields(ExplainRecord(sensor, found.decoded), sensor.record, colour);
     out += "\nDevice-table entry\n" + RenderFields(ExplainEntry(sensor), sensor.entry, colour);
     return out;

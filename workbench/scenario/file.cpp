@@ -6,6 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "base/notes.h"
 #include "base/text.h"
 #include "events/sel_calls.h"
 #include "runtime/description_rules.h"
@@ -207,6 +208,8 @@ void LoadBoard(StorySoFar &reading, const ScenarioDraft &draft, const Where &whe
     reading.record = draft.record;
     reading.board = OpenBoard(scenario.board_path, where, PlaceOf(*file.get("board")));
     Draft read = ReadBoard(reading.board, scenario.board_path);
+    for (const sim::Mistake &note : read.notes)
+        TellNote(note.Text());
     scenario.board = std::move(read.board);
     scenario.board_faults = std::move(read.faults);
     if (draft.profile)

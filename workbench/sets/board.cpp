@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "sets/board.h"
 
+#include <filesystem>
 #include <map>
 
 #include "base/errors.h"
+#include "base/notes.h"
 
 namespace workbench {
 
@@ -13,10 +15,22 @@ const sim::BoardFile &BoardOf(const std::string &path) {
     if (known != boards.end())
         return known->second;
     try {
-        return boards.emplace(path, sim::LoadBoard(path)).first->second;
+        const sim::BoardFile &read = boards.emplace(path, sim::LoadBoard(path)).first->second;
+        for (const sim::Mistake &note : read.notes)
+            TellNote(note.Text());
+        return read;
     } catch (const sim::BoardError &error) {
         throw InputError(error.what());
     }
+}
+
+std::string NameBehind(const sim::Board &board, const std::string &path) {
+    const bool own = !board.name.empty() && board.name != std::filesystem::path(path).stem();
+    return own ? " (\"" + board.name + "\")" : "";
+}
+
+std::string BoardText(const std::string &path) {
+    return path + NameBehind(BoardOf(path).board, path);
 }
 
 } // namespace workbench

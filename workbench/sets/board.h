@@ -14,5 +14,9 @@ namespace workbench {
 // it again.  InputError with a line for each mistake.
 const sim::BoardFile &BoardOf(const std::string &path);
 
+// The name that the file gives the board, to stand behind its path: ' ("rack 7")'.  Empty without one.
+std::string NameBehind(const sim::Board &board, const std::string &path);
+std::string BoardText(const std::string &path); // path and name
+
 } // namespace workbench
 #endif
