@@ -22,8 +22,7 @@ using namespace workbench;
 // In the order of --help.
 void AddCommands(Command &program) {
     program.Footer(
-        "Exit status: 0 done; 1 not done, or not as expected (COMMAND --help says what); 2 wrong input.\n"
-        "Colour is used on a terminal only; NO_COLOR switches it off.");
+        "Exit status: 0 done; 1 not done, or not as expected (COMMAND --help says what); 2 wrong input.");
     AddListCommand(program);
     AddShowCommand(program);
     AddExportCommand(program);

@@ -106,6 +106,27 @@ class Tests(Workbench):
         finding = self.found(data, True)["name-unique", "default", "CPU_PROCHOT"]
         self.assertEqual([os.path.basename(b) for b in finding["boards"]], ["a.toml", "b.toml"])
 
+    def test_broken_files_of_a_folder_are_told_and_the_others_are_checked(self):
+        shutil.copy(os.path.join(SOURCE, BASE), self.path("good.toml"))
+        self.board("cpu = 1\n", "a.toml")
+        self.board("[board\n", "z.toml")
+        done = self.run_raw("check", "--profile", "default", "--boards", self.folder.name)
+        self.assertEqual(done.returncode, 2)
+        lines = done.stderr.decode().splitlines()
+        self.assertEqual([line[:line.index(".toml:") + 7] for line in lines],
+                         [f"oxa-sensors: {self.path(name)}:1" for name in ("a.toml", "z.toml")])
+        self.assertIn(b"1 set and 1 name table checked", done.stdout)
+        data = json.loads(self.run_raw("check", "-p", "default", "--boards", self.folder.name, "--json").stdout)
+        self.assertEqual((data["sets"], len(data["unreadable"])), (1, 2))
+        self.assertTrue(data["findings"])
+
+    def test_long_work_is_told_on_a_terminal_only_and_leaves_no_trace(self):
+        for name in range(10):
+            shutil.copy(os.path.join(SOURCE, FULLEST), self.path(f"{name}.toml"))
+        words = ("check", "--boards", self.folder.name)
+        told = self.on_terminal(*words, stream="stderr").decode()
+        self.assertRegex(told, r"^(\r\x1b\[Kchecking \d+ of 90 sets)+\r\x1b\[K$")
+
     def test_verbose_has_full_scale_and_step_of_every_analog_sensor(self):
         data = self.check(0, "--profile", "default", "--board", BASE, "--verbose")
         scales = {s["name"]: (s["minimum"], s["maximum"], s["step"], s["unit"]) for s in data["scales"]}

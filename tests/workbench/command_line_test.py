@@ -2,7 +2,6 @@
 """Exit codes, error lines, help, colour, pipes."""
 import glob
 import os
-import pty
 import re
 import subprocess
 
@@ -245,37 +244,41 @@ class Tests(Workbench):
         self.assertEqual(done.returncode, 2)
         self.assertIn(b"No space left", done.stderr)
 
-    def on_terminal(self, **environment):
-        ours, theirs = pty.openpty()
-        env = {k: v for k, v in os.environ.items() if k != "NO_COLOR"}
-        env.update({"TERM": "xterm"}, **environment)
-        child = subprocess.Popen([SENSORS, "list", "--board", BASE, "--filter", "CPU_V*"], stdout=theirs,
-                                 stderr=subprocess.PIPE, cwd=SOURCE, env=env)
-        os.close(theirs)
-        out = b""
-        try:
-            while chunk := os.read(ours, 4096):
-                out += chunk
-        except OSError:  # the other end is closed
-            pass
-        os.close(ours)
-        child.communicate(timeout=60)
-        self.assertEqual(child.returncode, 0)
+    def on_a_terminal(self, *words, **environment):
+        out = self.on_terminal("list", "--board", BASE, "--filter", "CPU_V*", *words, **environment)
         self.assertIn(b"CPU_VOLTS_00", out)
         return out
 
     def test_a_terminal_gets_colour(self):
-        self.assertIn(b"\033[", self.on_terminal())
+        self.assertIn(b"\033[", self.on_a_terminal())
 
     def test_no_color_switches_colour_off(self):
-        self.assertNotIn(b"\033", self.on_terminal(NO_COLOR="1"))
+        self.assertNotIn(b"\033", self.on_a_terminal(NO_COLOR="1"))
 
     def test_an_empty_no_color_counts_as_unset(self):
-        self.assertIn(b"\033[", self.on_terminal(NO_COLOR=""))
+        self.assertIn(b"\033[", self.on_a_terminal(NO_COLOR=""))
 
     def test_a_pipe_gets_no_colour(self):
         done = self.run_raw("list", "--board", BASE, env={"TERM": "xterm"})
         self.assertNotIn(b"\033", done.stdout)
+
+    def test_the_option_goes_over_terminal_and_variable(self):
+        self.assertNotIn(b"\033", self.on_a_terminal("--color=never"))
+        self.assertIn(b"\033[", self.on_a_terminal("--color", "always", NO_COLOR="1"))
+        self.assertNotIn(b"\033", self.on_a_terminal("--color=auto", NO_COLOR="1"))
+        self.assertIn("\033[", self.out("list", "--board", BASE, "--color=always"))
+
+    def test_every_command_takes_colour_always(self):
+        day = ("scenario", "scenarios/day.toml")
+        for words in (("show", "*TEMP", "-b", BASE), ("diff", "default", "kestrin", "-b", BASE), day,
+                      ("check", "-b", BASE, "-p", "default"), ("event", "addDiskSEL", "4", "1", "5", "0"),
+                      ("decode-sel", "01 00 C0 89 12 00 00 E4 00 04 15 00 87 A1 05 FF")):
+            with self.subTest(words[0]):
+                self.assertIn(b"\033[", self.run_raw(*words, "--color=always").stdout)
+                self.assertNotIn(b"\033[", self.run_raw(*words).stdout)
+
+    def test_another_word_for_colour_is_refused(self):
+        self.assertIn("--color: maybe not in {", self.refused(2, "list", "--board", BASE, "--color=maybe"))
 
     def test_nothing_is_left_behind_in_tmpdir(self):
         self.run_raw("list", "--board", BASE, env={"TMPDIR": self.folder.name})

@@ -122,6 +122,62 @@ class Tests(Workbench):
     def test_lines_end_without_blanks(self):
         self.assertIsNone(re.search(r" $", self.out("list", "--board", BASE), re.M))
 
+    def test_chosen_columns_in_the_chosen_order(self):
+        lines = self.out("list", "--board", BASE, "--filter", "INPUT_TEMP", "--columns", "uc,name,number").splitlines()
+        self.assertEqual([line.split() for line in lines[:2]], [["UC", "NAME", "#"], ["50", "INPUT_TEMP", "40"]])
+
+    def test_all_columns_by_name_are_the_whole_table(self):
+        names = "number,name,kind,type,entity,instance,reading,lnr,lc,lnc,unc,uc,unr,device"
+        self.assertEqual(self.out("list", "--board", BASE, "--columns", names), self.out("list", "--board", BASE))
+
+    def test_a_column_that_does_not_exist_gets_the_nearest(self):
+        line = self.refused(2, "list", "--board", BASE, "--columns", "name,entitty")
+        self.assertIn("no column 'entitty'; did you mean entity?", line)
+        self.assertIn("no column ''", self.refused(2, "list", "--board", BASE, "--columns", "name,"))
+        self.assertIn("--sort", self.refused(2, "list", "--board", BASE, "--sort", "nam"))
+
+    def sorted_by(self, *words):
+        out = self.out("list", "--board", BASE, "--no-header", "--columns", "name,uc,device", *words)
+        return [line.split() for line in out.splitlines()]
+
+    def test_no_header_leaves_the_lines_of_sensors(self):
+        self.assertEqual(len(self.sorted_by()), 48)
+
+    def test_numbers_are_sorted_as_numbers_and_sensors_without_one_come_last(self):
+        # UC of this board: 2.35 V twice, 14.4 V, 50 degrees
+        values = [row[1] for row in self.sorted_by("--sort", "uc")]
+        self.assertEqual(values[:4], ["2.35", "2.35", "14.4", "50"])
+        self.assertEqual(set(values[4:]), {"-"})
+        self.assertEqual([row[1] for row in self.sorted_by("--sort", "uc", "--reverse")], values[::-1])
+
+    def test_names_are_sorted_and_json_keeps_the_order(self):
+        names = [row[0] for row in self.sorted_by("--sort", "name")]
+        self.assertEqual(names, sorted(names))
+        data = self.json("list", "--board", BASE, "--sort", "name")
+        self.assertEqual([s["name"] for s in data["sensors"]], names)
+
+    def test_what_a_count_has_not_is_refused(self):
+        self.assertIn("--profile all", self.refused(2, "list", "--board", BASE, "-p", "all", "--sort", "uc"))
+        self.assertIn("--json has none", self.refused_in_json(2, "list", "--board", BASE, "--no-header"))
+
+    def test_the_table_fits_into_the_terminal(self):
+        plain = self.out("list", "--board", BASE).splitlines()
+        for columns in (300, 120, 100, 80, 70):
+            with self.subTest(columns):
+                lines = self.on_terminal("list", "--board", BASE, "--color=never", columns=columns).decode().splitlines()
+                table = lines[:49]
+                self.assertLessEqual(max(map(len, table)), columns)
+                for wanted in ("NAME", "READING", "UC"):
+                    self.assertIn(wanted, table[0].split())
+                if columns == 300:
+                    self.assertEqual(lines, plain)
+                else:
+                    self.assertRegex(lines[-1], rf"^left out in {columns} columns: .*device \(--columns chooses\)$")
+
+    def test_chosen_columns_are_never_left_out(self):
+        out = self.on_terminal("list", "--board", BASE, "--columns", "name,entity,type,kind", columns=20)
+        self.assertIn(b"KIND", out.splitlines()[0])
+
 
 if __name__ == "__main__":
     main()

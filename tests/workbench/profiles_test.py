@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """All profiles: counts per group worked out by hand from the boards' facts, and the words for their sensors."""
+import json
 import os
 
 from support import BASE, FULLEST, Workbench, main
@@ -62,10 +63,25 @@ class Tests(Workbench):
         for profile in data["profiles"]:  # fans in the table, one PSU group
             self.assertEqual(profile["groups"]["PSU"], 1, profile)
 
-    def test_a_board_without_set_is_told_with_the_profile(self):
-        line = self.refused(1, "list", "--profile", "all", "--board", "boards/guards/psu_count_fails.toml")
-        self.assertIn("profile default: ", line)
-        self.assertIn("get pem max count failed", line)
+    def test_profiles_without_set_are_told_and_the_others_are_shown(self):
+        # 255 fans end the pass of the profiles that have a sensor per fan
+        words = ("list", "--profile", "all", "--board", "boards/guards/fan_count_255.toml")
+        done = self.run_raw(*words)
+        lines = done.stdout.decode().splitlines()
+        alone = {name: self.run_raw("list", "--profile", name, *words[3:]).returncode for name in IDS}
+        self.assertEqual(set(alone.values()), {0, 1})  # some of both
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(lines[-1], f"9 profiles, board {words[-1]}")
+        told = {line.split()[0]: line.split()[1:] for line in lines[1:10]}
+        for name, status in alone.items():
+            self.assertEqual(told[name][0] == "no", status == 1, name)
+        failed = [name for name, status in alone.items() if status == 1]
+        errors = done.stderr.decode().splitlines()
+        self.assertEqual([line.split(":")[1] for line in errors], [f" profile {name}" for name in failed])
+        self.assertTrue(all("ucFanCnt = 255!" in line for line in errors), errors)
+        data = json.loads(self.run_raw(*words, "--json").stdout)
+        self.assertEqual([p["name"] for p in data["profiles"] if "no_set" in p], failed)
+        self.assertEqual(len(data["profiles"]), 9)
 
     def test_the_sets_of_a_summary_leave_nothing_in_tmpdir(self):
         done = self.run_raw("list", "--profile", "all", "--board", BASE, env={"TMPDIR": self.folder.name})

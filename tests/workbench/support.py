@@ -1,10 +1,14 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Runs oxa-sensors as a user does."""
+import fcntl
 import json
 import os
+import pty
+import struct
 import subprocess
 import sys
 import tempfile
+import termios
 import unittest
 
 SENSORS = os.environ["OXA_SENSORS"]
@@ -57,6 +61,26 @@ class Workbench(unittest.TestCase):
         self.assertEqual(len(lines), 1, lines)
         self.assertTrue(lines[0].startswith("oxa-sensors: "), lines[0])
         return lines[0]
+
+    def on_terminal(self, *words, columns=200, stream="stdout", **environment):
+        """What a run that succeeds writes to a terminal of that width (standard output, or standard error alone)."""
+        ours, theirs = pty.openpty()
+        fcntl.ioctl(theirs, termios.TIOCSWINSZ, struct.pack("HHHH", 40, columns, 0, 0))
+        env = {k: v for k, v in os.environ.items() if k != "NO_COLOR"}
+        env.update({"TERM": "xterm"}, **environment)
+        with tempfile.TemporaryFile() as other:
+            streams = {"stdout": other, "stderr": other, stream: theirs}
+            with subprocess.Popen([SENSORS, *words], cwd=SOURCE, env=env, **streams) as child:
+                os.close(theirs)
+                out = b""
+                try:
+                    while chunk := os.read(ours, 4096):
+                        out += chunk
+                except OSError:  # the other end is closed
+                    pass
+                os.close(ours)
+                self.assertEqual(child.wait(timeout=60), 0)
+        return out
 
     def refused_in_json(self, code, *words):
         """The message of a run with --json that must fail: an object on standard output, a line on standard error."""

@@ -10,6 +10,7 @@
 
 #include "base/errors.h"
 #include "base/output.h"
+#include "base/table.h"
 #include "base/text.h"
 #include "base/version.h"
 
@@ -237,9 +238,13 @@ bool Option::Given() const {
 }
 
 Command Command::AddCommand(const std::string &name, const std::string &about) {
-    CLI::App *command = app_->add_subcommand(name, about);
-    command->get_help_ptr()->disable_flag_override();
-    return Command(command);
+    CLI::App *app = app_->add_subcommand(name, about);
+    app->get_help_ptr()->disable_flag_override();
+    Command command(app);
+    command.AddOption("--color", SetColour, "Colour; auto: on a terminal, unless NO_COLOR is set")
+        .Takes("auto|always|never")
+        .OneOf({"auto", "always", "never"});
+    return command;
 }
 
 Option Command::AddOption(const std::string &names, std::string &value, const std::string &about) {

@@ -5,10 +5,14 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <numeric>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace workbench {
 namespace {
+
+std::string g_colour = "auto";
 
 size_t Width(const std::string &text) {
     return static_cast<size_t>(std::count_if(
@@ -50,12 +54,25 @@ std::string RenderRow(const std::vector<Column> &columns, const std::vector<size
 
 } // namespace
 
+void SetColour(const std::string &when) {
+    g_colour = when;
+}
+
 bool ColourWanted() {
+    if (g_colour != "auto")
+        return g_colour == "always";
     const char *no_color = std::getenv("NO_COLOR");
     const char *term = std::getenv("TERM");
     if (no_color != nullptr && *no_color != '\0')
         return false;
     return isatty(STDOUT_FILENO) && term != nullptr && std::strcmp(term, "dumb") != 0;
+}
+
+size_t TerminalWidth() {
+    winsize size{};
+    if (!isatty(STDOUT_FILENO) || ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0)
+        return 0;
+    return size.ws_col;
 }
 
 std::string Paint(const std::string &text, Style style, bool colour) {
@@ -67,11 +84,17 @@ std::string Paint(const std::string &text, Style style, bool colour) {
 std::vector<size_t> Table::Widths() const {
     std::vector<size_t> widths;
     for (const Column &column : columns_)
-        widths.push_back(Width(column.header));
+        widths.push_back(header_ ? workbench::Width(column.header) : 0);
     for (const auto &row : rows_)
         for (size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], Width(row[i].text));
+            widths[i] = std::max(widths[i], workbench::Width(row[i].text));
     return widths;
+}
+
+size_t Table::Width() const {
+    const std::vector<size_t> widths = Widths();
+    return std::accumulate(widths.begin(), widths.end(),
+                           2 * (widths.size() - 1)); // two blanks between columns
 }
 
 std::string Table::Render(bool colour) const {
@@ -79,7 +102,7 @@ std::string Table::Render(bool colour) const {
     std::vector<Cell> header;
     for (const Column &column : columns_)
         header.push_back({column.header, Style::kBold});
-    std::string out = RenderRow(columns_, widths, header, colour);
+    std::string out = header_ ? RenderRow(columns_, widths, header, colour) : "";
     for (const auto &row : rows_)
         out += RenderRow(columns_, widths, row, colour);
     return out;

@@ -21,8 +21,13 @@ struct Column {
     bool right = false;
 };
 
-// True when standard output is a terminal that wants colour: NO_COLOR unset or empty, TERM not "dumb".
+// As the line asks for it, "always" or "never"; else ("auto") when standard output is a terminal that wants colour:
+// NO_COLOR unset or empty, TERM not "dumb".
+void SetColour(const std::string &when);
 bool ColourWanted();
+
+// Characters in a line of the terminal that standard output is; 0 when it is none.
+size_t TerminalWidth();
 std::string Paint(const std::string &text, Style style, bool colour);
 
 class Table {
@@ -31,11 +36,16 @@ public:
     void Add(std::vector<Cell> row) {
         rows_.push_back(std::move(row));
     }
+    void WithoutHeader() {
+        header_ = false;
+    }
     std::string Render(bool colour) const; // header line first; no blanks at line ends
+    size_t Width() const;                  // of the longest line
 
 private:
     std::vector<size_t> Widths() const;
     std::vector<Column> columns_;
+    bool header_ = true;
     std::vector<std::vector<Cell>> rows_;
 };
 

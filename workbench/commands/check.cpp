@@ -35,6 +35,7 @@ struct Report {
     std::vector<Finding> findings;
     std::vector<Scale> scales;
     std::vector<std::string> unused;
+    std::vector<std::string> unreadable; // what is wrong with board files of a folder
     size_t Known() const {
         return static_cast<size_t>(std::count_if(
             findings.begin(), findings.end(), [](const Finding &f) { return f.IsKnown(); }));
@@ -82,34 +83,60 @@ void AddScales(const StaticSet &set, const std::vector<Decoded> &decoded, Report
                                      d.reading->minimum, d.reading->maximum, d.reading->factor});
 }
 
-void CheckOne(const RunOptions &run, Report &report) {
-    ++report.sets;
+void CheckOne(const StaticSet &set, Report &report) {
+    const Decoder decoder;
+    std::vector<Decoded> decoded;
+    for (const Sensor &sensor : set.sensors)
+        decoded.push_back(decoder.Decode(sensor));
+    for (Finding &finding : CheckSet(set, decoded))
+        Add(report, std::move(finding));
+    AddScales(set, decoded, report);
+}
+
+void CheckBuilt(const RunOptions &run, const BuiltSet &built, Report &report) {
+    const auto add_failure = [&](const std::string &why) {
+        Add(report, {"no-set", run.profile, run.board, why, {run.board}, ""});
+    };
+    if (!built.no_set.empty())
+        return add_failure(built.no_set);
     try {
-        const StaticSet set = BuildStaticSetApart(run);
-        const Decoder decoder;
-        std::vector<Decoded> decoded;
-        for (const Sensor &sensor : set.sensors)
-            decoded.push_back(decoder.Decode(sensor));
-        for (Finding &finding : CheckSet(set, decoded))
-            Add(report, std::move(finding));
-        AddScales(set, decoded, report);
+        CheckOne(built.set, report);
     } catch (const SetError &error) {
-        Add(report, {"no-set", run.profile, run.board, error.what(), {run.board}, ""});
+        add_failure(error.what());
     }
+}
+
+// A broken file of a folder is told and does not keep the others from being checked.
+std::vector<std::string> UsableBoards(const CheckOptions &options, Report &report) {
+    std::vector<std::string> out;
+    for (const std::string &board : BoardsOf(options)) {
+        const std::string fault = BoardFault(board);
+        if (fault.empty())
+            out.push_back(board);
+        else if (options.boards.empty())
+            throw InputError(fault);
+        else
+            report.unreadable.push_back(fault);
+    }
+    return out;
 }
 
 Report RunChecks(const CheckOptions &options) {
     Report report;
     const std::vector<const Profile *> profiles = ProfilesOf(options);
-    const std::vector<std::string> boards = BoardsOf(options);
+    const std::vector<std::string> boards = UsableBoards(options, report);
+    std::vector<RunOptions> runs;
     for (const Profile *profile : profiles)
-        for (const std::string &board : boards) {
-            RunOptions run = options.run;
-            run.profile = profile->name;
-            run.board = board;
-            if (profile->driver != nullptr)
-                CheckOne(run, report);
-        }
+        for (const std::string &board : boards)
+            if (profile->driver != nullptr) {
+                runs.push_back(options.run);
+                runs.back().profile = profile->name;
+                runs.back().board = board;
+            }
+    report.sets = runs.size();
+    BuildStaticSetsApart(runs, "checking", [&report](const RunOptions &run, const BuiltSet &built) {
+        CheckBuilt(run, built, report);
+    });
     for (const Profile *profile : profiles) { // the simulated platform starts here, not earlier
         ++report.tables;
         for (const auto check : {CheckTables, CheckFruIds})
@@ -203,6 +230,7 @@ std::string RenderJson(const Report &report, bool verbose) {
                                    {"text", f.text},
                                    {"boards", f.boards},
                                    {"reason", f.IsKnown() ? Json(f.reason) : Json(nullptr)}});
+    out["unreadable"] = report.unreadable;
     if (verbose) {
         out["scales"] = ScalesJson(report);
         out["not_met"] = report.unused;
@@ -213,8 +241,12 @@ std::string RenderJson(const Report &report, bool verbose) {
 void Check(const CheckOptions &options) {
     const Report report = RunChecks(options);
     PrintOut(options.json ? RenderJson(report, options.verbose) : RenderText(report, options));
+    for (const std::string &fault : report.unreadable)
+        std::fprintf(stderr, "oxa-sensors: %s\n", fault.c_str());
+    if (!report.unreadable.empty())
+        throw ExitStatus(kBadInput);
     if (report.Known() != report.findings.size())
-        throw ExitStatus(1);
+        throw ExitStatus(kNoSet);
 }
 
 } // namespace
@@ -233,8 +265,10 @@ void AddCheckCommand(Command &program) {
     AddProfileOption(command, options->run.profile, "One customer profile, or all").ShowsDefault();
     command.AddFlag("-v,--verbose", options->verbose, "Full scale and step of every analog sensor too");
     command.AddFlag("--json", options->json, "JSON");
-    command.Footer("Exit status: 0 nothing found, or known findings only; 1 new findings; 2 wrong input.\n"
-                   "Colour is used on a terminal only; NO_COLOR switches it off.");
+    command.Footer(
+        "Exit status: 0 nothing found, or known findings only; 1 new findings; 2 wrong input.\n"
+        "Of a folder, files that cannot be read are told and the others are checked; the status is 2 then.\n"
+        "Example: oxa-sensors check --boards boards --profile kestrin");
     command.Runs([options] {
         if (options->run.board.empty() && options->boards.empty())
             options->run.board = EnvironmentValue(kBoardVariable);

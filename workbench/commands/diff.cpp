@@ -248,8 +248,7 @@ void AddDiffCommand(Command &program) {
     command.AddFlag("--json", options->json, "JSON with every field that differs");
     command.Footer(
         "A and B: PROFILE (with --board), PROFILE@BOARD, or a file of 'oxa-sensors export' (JSON or raw).\n"
-        "Exit status: 0 equal; 1 different; 2 wrong input, or a side that has no set.\n"
-        "Colour is used on a terminal only; NO_COLOR switches it off.");
+        "Exit status: 0 equal; 1 different; 2 wrong input, or a side that has no set.");
     command.Runs([options] { Diff(*options); });
 }
 

@@ -1,24 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <memory>
 
+#include "base/errors.h"
 #include "base/json.h"
 #include "base/output.h"
 #include "base/text.h"
 #include "commands/commands.h"
+#include "commands/list_columns.h"
 #include "commands/list_options.h"
 #include "sets/board.h"
 #include "sets/decode.h"
 #include "sets/run_options.h"
-#include "sets/sensor_table.h"
 #include "sets/set_json.h"
 
 namespace workbench {
 namespace {
-
-struct Line {
-    const Sensor *sensor;
-    Decoded decoded;
-};
 
 std::vector<Line> SelectLines(const StaticSet &set, const std::string &filter) {
     const Decoder decoder;
@@ -29,34 +26,6 @@ std::vector<Line> SelectLines(const StaticSet &set, const std::string &filter) {
             out.push_back({&sensor, std::move(decoded)});
     }
     return out;
-}
-
-Style ThresholdStyle(const std::string &key) {
-    if (key == "LNC" || key == "UNC")
-        return Style::kWarm;
-    return Style::kHot;
-}
-
-void AddThresholds(const Decoded &d, std::vector<Cell> &row) {
-    for (size_t i = 0; i < 6; ++i)
-        if (i < d.thresholds.size() && d.thresholds[i].readable)
-            row.push_back({FormatNumber(d.thresholds[i].value), ThresholdStyle(d.thresholds[i].key)});
-        else
-            row.push_back({"-", Style::kDim});
-}
-
-std::vector<Cell> Row(const Line &line) {
-    const Decoded &d = line.decoded;
-    std::vector<Cell> row = {{std::to_string(line.sensor->ordinal), Style::kDim},
-                             {d.name, Style::kBold},
-                             {KindText(d.kind)},
-                             {d.sensor_type_text},
-                             {d.entity_text},
-                             {Hex(line.sensor->record[SDR_ENTITY_INSTANCE])},
-                             {ReadingText(d), d.reading ? Style::kPlain : Style::kDim}};
-    AddThresholds(d, row);
-    row.push_back({DeviceText(line.sensor->entry)});
-    return row;
 }
 
 std::string Summary(const StaticSet &set, const std::vector<Line> &lines) {
@@ -71,13 +40,26 @@ std::string Summary(const StaticSet &set, const std::vector<Line> &lines) {
            BoardText(set.board) + "\n";
 }
 
-std::string RenderTable(const StaticSet &set, const std::vector<Line> &lines) {
-    std::vector<Column> columns = SensorColumns("#");
-    columns.push_back({"DEVICE"});
-    Table table(std::move(columns));
-    for (const Line &line : lines)
-        table.Add(Row(line));
-    return table.Render(ColourWanted()) + "\n" + Summary(set, lines);
+// Of the table that is as wide as the terminal.
+std::string LeftOut(const std::vector<const ListColumn *> &shown, size_t width) {
+    std::vector<std::string> out;
+    for (const ListColumn &column : ListColumns())
+        if (std::find(shown.begin(), shown.end(), &column) == shown.end())
+            out.push_back(column.name);
+    return out.empty() ? ""
+                       : "left out in " + std::to_string(width) + " columns: " + Join(out, ", ") +
+                             " (--columns chooses)\n";
+}
+
+std::string RenderTable(const ListOptions &options, const StaticSet &set, const std::vector<Line> &lines) {
+    const size_t width = options.columns.empty() ? TerminalWidth() : 0;
+    const auto columns = width != 0 ? FittingColumns(lines, width) : ChosenColumns(options.columns);
+    Table table = ListTable(columns, lines);
+    if (!options.no_header)
+        return table.Render(ColourWanted()) + "\n" + Summary(set, lines) +
+               (width != 0 ? LeftOut(columns, width) : "");
+    table.WithoutHeader();
+    return table.Render(ColourWanted());
 }
 
 std::string RenderJson(const StaticSet &set, const std::vector<Line> &lines) {
@@ -88,12 +70,25 @@ std::string RenderJson(const StaticSet &set, const std::vector<Line> &lines) {
     return Dump(out);
 }
 
+void Settle(const ListOptions &options) {
+    ChosenColumns(options.columns);
+    if (options.json && (!options.columns.empty() || options.no_header))
+        throw InputError("--columns and --no-header are about the table; --json has none");
+    if (options.run.profile == "all" && (!options.columns.empty() || !options.sort.empty()))
+        throw InputError("--columns and --sort are about sensors; --profile all counts them");
+}
+
 void List(const ListOptions &options) {
+    Settle(options);
     if (options.run.profile == "all")
         return ListAll(options);
     const StaticSet set = BuildStaticSet(options.run);
-    const std::vector<Line> lines = SelectLines(set, options.filter);
-    PrintOut(options.json ? RenderJson(set, lines) : RenderTable(set, lines));
+    std::vector<Line> lines = SelectLines(set, options.filter);
+    if (!options.sort.empty())
+        SortLines(lines, options.sort);
+    if (options.reverse)
+        std::reverse(lines.begin(), lines.end());
+    PrintOut(options.json ? RenderJson(set, lines) : RenderTable(options, set, lines));
 }
 
 } // namespace
@@ -104,7 +99,23 @@ void AddListCommand(Command &program) {
     AddRunOptions(command, options->run, "; all: counts of every profile");
     command.AddOption("-f,--filter", options->filter, "Only sensors whose name matches, e.g. 'CPU_*'")
         .Takes("GLOB");
+    std::vector<std::string> names;
+    for (const ListColumn &column : ListColumns())
+        names.push_back(column.name);
+    command
+        .AddOption("--columns", options->columns,
+                   "Columns to show, with commas between: " + Join(names, ", ") +
+                       "; default: those that fit into the terminal")
+        .Takes("LIST");
+    command.AddOption("--sort", options->sort, "Sort by a column; sensors without a value come last")
+        .Takes("COLUMN")
+        .OneOf(names);
+    command.AddFlag("--reverse", options->reverse, "The last line first");
+    command.AddFlag("--no-header", options->no_header, "Lines of sensors only, no header and no summary");
     command.AddFlag("--json", options->json, "JSON with raw and decoded values");
+    command.Footer(
+        "Exit status: 0 done; 1 the library built no usable set; 2 wrong input (nothing is written).\n"
+        "Example: oxa-sensors list --board boards/base_48.toml --columns name,uc --sort uc --no-header");
     command.Runs([options] { List(*options); });
 }
 

@@ -13,6 +13,7 @@
 #include "sets/board.h"
 #include "sets/decode.h"
 #include "sets/groups.h"
+#include "sets/set_json.h"
 
 namespace workbench {
 namespace {
@@ -21,15 +22,13 @@ struct ProfileCounts {
     const Profile *profile = nullptr;
     std::map<std::string, size_t> by_group;
     size_t total = 0, full = 0;
+    std::string no_set; // why it has none
 };
 
-ProfileCounts Count(const ListOptions &options, const Profile &profile) {
-    RunOptions run = options.run;
-    run.profile = profile.name;
-    ProfileCounts out{&profile, {}, 0, 0};
-    const StaticSet set = BuildStaticSetApart(run);
+ProfileCounts Count(const ListOptions &options, const RunOptions &run, const BuiltSet &built) {
+    ProfileCounts out{&FindProfile(run.profile), {}, 0, 0, built.no_set};
     const Decoder decoder;
-    for (const Sensor &sensor : set.sensors) {
+    for (const Sensor &sensor : built.set.sensors) {
         const Decoded decoded = decoder.Decode(sensor);
         if (!options.filter.empty() && !MatchesGlob(decoded.name, options.filter))
             continue;
@@ -42,13 +41,14 @@ ProfileCounts Count(const ListOptions &options, const Profile &profile) {
 
 std::vector<ProfileCounts> CountAll(const ListOptions &options) {
     std::vector<ProfileCounts> out;
+    std::vector<RunOptions> runs;
     for (const Profile *profile : ProfilesWithDriver()) {
-        try {
-            out.push_back(Count(options, *profile));
-        } catch (const SetError &error) {
-            throw SetError(std::string("profile ") + profile->name + ": " + error.what());
-        }
+        runs.push_back(options.run);
+        runs.back().profile = profile->name;
     }
+    BuildStaticSetsApart(runs, "building", [&](const RunOptions &run, const BuiltSet &built) {
+        out.push_back(Count(options, run, built));
+    });
     return out;
 }
 
@@ -69,6 +69,10 @@ std::string RenderTable(const ListOptions &options, const std::vector<ProfileCou
         columns.push_back({Upper(group), true});
     Table table(columns);
     for (const ProfileCounts &counts : all) {
+        if (!counts.no_set.empty()) {
+            table.Add({{counts.profile->name, Style::kBold}, {"no set", Style::kHot}});
+            continue;
+        }
         std::vector<Cell> row = {{counts.profile->name, Style::kBold},
                                  {std::to_string(counts.total)},
                                  {std::to_string(counts.full), Style::kDim},
@@ -78,6 +82,10 @@ std::string RenderTable(const ListOptions &options, const std::vector<ProfileCou
             row.push_back(count != 0 ? Cell{std::to_string(count)} : Cell{"-", Style::kDim});
         }
         table.Add(row);
+    }
+    if (options.no_header) {
+        table.WithoutHeader();
+        return table.Render(ColourWanted());
     }
     return table.Render(ColourWanted()) + "\n" + std::to_string(all.size()) + " profiles, board " +
            BoardText(options.run.board) + (options.filter.empty() ? "" : ", names like " + options.filter) +
@@ -91,6 +99,12 @@ std::string RenderJson(const ListOptions &options, const std::vector<ProfileCoun
         Json groups = Json::object();
         for (const std::string &group : GroupNames())
             groups[group] = CountOf(counts, group);
+        if (!counts.no_set.empty()) {
+            Json entry = ProfileJson(counts.profile->id);
+            entry["no_set"] = counts.no_set;
+            out["profiles"].push_back(std::move(entry));
+            continue;
+        }
         out["profiles"].push_back({{"name", counts.profile->name},
                                    {"id", counts.profile->id},
                                    {"count", counts.total},
@@ -106,6 +120,15 @@ std::string RenderJson(const ListOptions &options, const std::vector<ProfileCoun
 void ListAll(const ListOptions &options) {
     const std::vector<ProfileCounts> all = CountAll(options);
     PrintOut(options.json ? RenderJson(options, all) : RenderTable(options, all));
+    bool whole = true;
+    for (const ProfileCounts &counts : all)
+        if (!counts.no_set.empty()) {
+            std::fprintf(stderr, "oxa-sensors: profile %s: %s\n", counts.profile->name,
+                         counts.no_set.c_str());
+            whole = false;
+        }
+    if (!whole)
+        throw ExitStatus(kNoSet);
 }
 
 } // namespace workbench

@@ -11,7 +11,9 @@ namespace workbench {
 struct ListOptions {
     RunOptions run;
     bool json = false;
-    std::string filter; // glob over names; empty: all
+    std::string filter;        // glob over names; empty: all
+    std::string columns, sort; // names of columns; empty: as it comes
+    bool reverse = false, no_header = false;
 };
 
 void ListAll(const ListOptions &options); // profile "all": counts per profile and group

@@ -32,8 +32,7 @@ void AddRunOptions(Command &command, RunOptions &run, const std::string &more) {
                      "Customer profile: " + AvailableProfiles() + more + "; default: the board's");
     AddTraceOptions(command, run.trace, run.log);
     command.Footer(
-        "Exit status: 0 done; 1 the library built no usable set; 2 wrong input (nothing is written).\n"
-        "Colour is used on a terminal only; NO_COLOR switches it off.");
+        "Exit status: 0 done; 1 the library built no usable set; 2 wrong input (nothing is written).");
 }
 
 void AddTraceOptions(Command &command, bool &trace, bool &log) {

@@ -135,6 +135,16 @@ std::string SettledProfile(const std::string &given, const std::string &board) {
                      " is no profile's; --profile tells which is meant: " + AvailableProfiles());
 }
 
+std::string BoardFault(const std::string &board) {
+    try {
+        sim::LoadBoardFile(board);
+        sim::LoadBoardFaults(board);
+        return "";
+    } catch (const sim::BoardError &error) {
+        return OneLine(error.what());
+    }
+}
+
 StaticSet BuildStaticSet(const RunOptions &options) {
     const Profile &profile = FindProfile(SettledProfile(options.profile, options.board));
     StartBoard(options, profile);

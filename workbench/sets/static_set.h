@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -62,6 +63,19 @@ StaticSet BuildStaticSet(const RunOptions &options);
 
 // The same in a process of its own, for commands that need several sets: the library's state has no reset.
 StaticSet BuildStaticSetApart(const RunOptions &options);
+
+// The set, or why there is none (SetError's words).
+struct BuiltSet {
+    StaticSet set;
+    std::string no_set;
+};
+
+// Many sets on all processors, taken in their order; `doing` is told when it takes long.  InputError as above.
+void BuildStaticSetsApart(std::vector<RunOptions> runs, const std::string &doing,
+                          const std::function<void(const RunOptions &, const BuiltSet &)> &take);
+
+// What is wrong with a board file; empty: nothing.
+std::string BoardFault(const std::string &board);
 
 // What crossed the platform border, or the library's log lines only, on standard error.
 void PrintPlatformTrace(bool trace, bool log);

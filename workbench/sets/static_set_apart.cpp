@@ -7,6 +7,7 @@
 
 #include "base/apart.h"
 #include "base/errors.h"
+#include "base/progress.h"
 #include "sets/board.h"
 #include "sets/static_set.h"
 #include "simulator/simulator.h"
@@ -52,16 +53,43 @@ StaticSet ParseAnswer(const RunOptions &options, const std::string &answer) {
     return set;
 }
 
+StaticSet SetOf(const RunOptions &options, const Apart &answer) {
+    const bool ended = WIFEXITED(answer.status) && WEXITSTATUS(answer.status) == 0;
+    return ParseAnswer(options, ended ? answer.said : "");
+}
+
+// With the profile settled and the board read: a wrong name needs no process, and a pipe gives its board once.
+RunOptions Settled(RunOptions options) {
+    options.profile = SettledProfile(options.profile, options.board);
+    FindProfile(options.profile);
+    BoardOf(options.board);
+    return options;
+}
+
 } // namespace
 
 StaticSet BuildStaticSetApart(const RunOptions &given) {
-    RunOptions options = given;
-    options.profile = SettledProfile(given.profile, given.board);
-    FindProfile(options.profile); // a wrong name needs no process
-    BoardOf(options.board);       // read here, for every process to come
-    const Apart answer = RunApart([&](const Say &say) { say(ChildAnswer(options)); });
-    return ParseAnswer(options,
-                       WIFEXITED(answer.status) && WEXITSTATUS(answer.status) == 0 ? answer.said : "");
+    const RunOptions options = Settled(given);
+    return SetOf(options, RunApart([&](const Say &say) { say(ChildAnswer(options)); }));
+}
+
+void BuildStaticSetsApart(std::vector<RunOptions> runs, const std::string &doing,
+                          const std::function<void(const RunOptions &, const BuiltSet &)> &take) {
+    for (RunOptions &run : runs)
+        run = Settled(run);
+    Progress progress(doing, runs.size(), "sets");
+    RunManyApart(
+        runs.size(), [&runs](size_t index, const Say &say) { say(ChildAnswer(runs[index])); },
+        [&](size_t index, const Apart &answer) {
+            BuiltSet built;
+            try {
+                built.set = SetOf(runs[index], answer);
+            } catch (const SetError &error) {
+                built.no_set = error.what();
+            }
+            take(runs[index], built);
+            progress.Done(index + 1);
+        });
 }
 
 } // namespace workbench
