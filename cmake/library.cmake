@@ -13,7 +13,8 @@ add_library(oxa_objects OBJECT ${OXA_LIBRARY_SOURCES})
 target_include_directories(oxa_objects PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(oxa_objects PUBLIC oxa_headers)
 target_compile_options(oxa_objects PRIVATE
-  -Wall -Wextra -Wconversion -Wmissing-declarations -Werror
+  -Wall -Wextra -Wconversion -Wmissing-declarations
+  $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Werror> # within another project its compiler may be one that nobody tried
   $<$<CONFIG:Release>:-Os>
   -fPIC -fno-ident -fvisibility=hidden -fno-exceptions -fno-rtti -fno-threadsafe-statics
   -fdata-sections) # and not -ffunction-sections: within one section a jump to a neighbour is two bytes long

@@ -55,6 +55,29 @@ class Linking(Outside):
         run("ar", "rcs", archive, self.stub())
         self.assertEqual(self.says(self.link("own", NO_TABLE, archive)), "65535\n")
 
+    def test_an_archive_before_the_library_gives_it_nothing(self):
+        archive = os.path.join(self.folder, "libplatform.a")
+        run("ar", "rcs", archive, self.stub())
+        program = os.path.join(self.folder, "before")
+        run(CC, self.write("before.c", NO_TABLE), archive, *pkgconfig("--cflags", "--libs", "oxaspecificsensorinfo",
+                                                                      root=self.root), "-o", program)
+        self.assertIn("undefined symbol", started(program, libraries=[self.libraries])[1])
+
+    def test_a_program_that_loads_the_library_itself_shows_its_platform_with_rdynamic_only(self):
+        text = f"""
+            #include <dlfcn.h>
+            #include <stdio.h>
+            int main(void) {{
+                if (dlopen("{LIBRARY}.1", RTLD_NOW) == NULL)
+                    return puts(dlerror()), 1;
+                return 0;
+            }}
+            """
+        for more, wanted in (([], 1), (["-rdynamic"], 0)):
+            program = os.path.join(self.folder, f"loader{wanted}")
+            run(CC, "-std=c11", *STRICT, self.write("loader.c", text), self.stub(), *more, "-o", program)
+            self.assertEqual(started(program, libraries=[self.libraries])[0], wanted)
+
     def test_a_program_whose_sections_are_dropped_when_unused_keeps_its_platform(self):
         flags = ["-ffunction-sections", "-fdata-sections", "-Wl,--gc-sections"]
         self.assertEqual(self.says(self.link("own", NO_TABLE, self.stub("-ffunction-sections"), *flags)), "65535\n")

@@ -21,6 +21,9 @@ class Page(OfThePage):
         listed = run("ninja", "-C", f"{self.folder}/out", "-t", "targets", "all")
         made = {line.split(":")[0] for line in listed.splitlines() if "_LINKER__" in line}
         self.assertEqual(made, {"liboxaspecificsensorinfo/liboxaspecificsensorinfo.so.1.0.0"})
+        commands = run("ninja", "-C", f"{self.folder}/out", "-t", "commands", "oxaspecificsensorinfo")
+        self.assertIn("-Wconversion", commands)
+        self.assertNotIn("-Werror", commands)
         self.assertIn("No tests were found", run("ctest", "--test-dir", f"{self.folder}/out"))
         run(CMAKE, "--install", f"{self.folder}/out", "--prefix", f"{self.folder}/usr")
         self.assertFalse(os.path.exists(f"{self.folder}/usr"))
