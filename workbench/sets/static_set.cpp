@@ -137,11 +137,10 @@ std::string SettledProfile(const std::string &given, const std::string &board) {
 
 std::string BoardFault(const std::string &board) {
     try {
-        sim::LoadBoardFile(board);
-        sim::LoadBoardFaults(board);
+        BoardOf(board);
         return "";
-    } catch (const sim::BoardError &error) {
-        return OneLine(error.what());
+    } catch (const InputError &error) {
+        return error.what();
     }
 }
 
