@@ -30,7 +30,7 @@ endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT OXA_SANITIZE)
   # With -g as well the object does not tell where it was built.  The last of them that fits is taken.
   target_compile_options(oxa_objects PRIVATE
-    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/= -ffile-prefix-map=${CMAKE_BINARY_DIR}=.)
+    -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=${CMAKE_BINARY_DIR}=.)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # Stack frames and call graph of every unit, for the stack budget.  ccache does not keep these files.
     target_compile_options(oxa_objects PRIVATE -fcallgraph-info=su)
