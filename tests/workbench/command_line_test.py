@@ -138,7 +138,7 @@ class Tests(Workbench):
             self.assertEqual(self.told(*words), f"{flag} takes no value")
 
     def test_a_path_that_cannot_be_meant_is_refused(self):
-        for path in ("", "--json"):
+        for path in ("", "--log"):
             self.assertEqual(self.told("list", "--board", path),
                              f"--board {path or repr(path)}: the name of a file is wanted")
         self.assertEqual(self.told("list", f"-b={BASE}"), f"--board ={BASE}: the name of a file is wanted")
@@ -146,8 +146,8 @@ class Tests(Workbench):
         self.assertEqual(self.told("check", "--boards", ""), "--boards '': the name of a folder is wanted")
 
     def test_an_option_before_its_command_is_told_its_place(self):
-        self.assertEqual(self.told("--json", "list", "-b", BASE),
-                         "'--json' stands before the command; write oxa-sensors list --json")
+        self.assertEqual(self.told("--log", "list", "-b", BASE),
+                         "'--log' stands before the command; write oxa-sensors list --log")
         self.assertEqual(self.told("list", "-b", BASE, "--", "x"), "unknown argument 'x'")
 
     def test_help_and_version_that_cannot_be_written_are_told(self):
