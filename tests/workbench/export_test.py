@@ -203,6 +203,16 @@ class Tests(Workbench):
     def test_json_beside_another_format_is_refused(self):
         self.assertIn("contradicts", self.refused_in_json(2, "export", "--board", BASE, "--format", "csv"))
 
+    def test_a_filter_keeps_places_and_numbers_of_the_whole_set(self):
+        whole = self.json("export", "--board", BASE, "--number")["sensors"]
+        wanted = [s for s in whole if s["name"] in ("ME", "INPUT_TEMP")]
+        self.assertEqual(self.json("export", "--board", BASE, "--number", "-f", "me", "-f", "input_t*")["sensors"], wanted)
+        raw = self.run_raw("export", "--board", BASE, "--number", "-f", "me", "-f", "input_t*").stdout
+        self.assertEqual(raw, b"".join(bytes.fromhex(s["record"]) for s in wanted))
+        rows = self.out("export", "--board", BASE, "--format", "csv", "-f", "me").splitlines()
+        self.assertEqual([row.split(",")[2] for row in rows], ["name", "ME"])
+        self.assertIn("no sensor 'mee'", self.refused(2, "export", "--board", BASE, "-f", "mee"))
+
 
 if __name__ == "__main__":
     main()

@@ -103,8 +103,20 @@ class Tests(Workbench):
         self.assertTrue(self.out("list", "--board", BASE, "--filter", "PSU_*").splitlines()[-1].startswith(
             "9 of 48 sensors ("))
 
-    def test_a_filter_without_match_is_an_empty_list(self):
-        self.assertEqual(self.json("list", "--board", BASE, "--filter", "NONE*")["sensors"], [])
+    def names(self, *words):
+        return [sensor["name"] for sensor in self.json("list", "--board", BASE, *words)["sensors"]]
+
+    def test_several_filters_list_what_any_of_them_means_once_and_in_the_sets_order(self):
+        self.assertEqual(self.names("-f", "VCC12V", "-f", "me", "-f", "CPU_VOLTS_0?", "--filter", "cpu_volts_00"),
+                         ["CPU_VOLTS_00", "CPU_VOLTS_01", "ME", "VCC12V"])
+
+    def test_a_name_without_pattern_means_the_whole_name(self):
+        self.assertEqual(self.names("-f", "input_temp"), ["INPUT_TEMP"])
+
+    def test_a_filter_that_means_no_sensor_gets_the_nearest(self):
+        self.assertIn("no sensor 'INPUT_TMP' among 48; did you mean INPUT_TEMP",
+                      self.refused(2, "list", "--board", BASE, "-f", "ME", "-f", "INPUT_TMP"))
+        self.assertIn("no sensor 'NONE*' among 48", self.refused(2, "list", "--board", BASE, "-f", "NONE*"))
 
     def test_columns_are_aligned(self):
         lines = self.out("list", "--board", BASE).splitlines()

@@ -64,8 +64,16 @@ class Tests(Workbench):
         line = self.refused(2, "show", "CPU_VOLT_01", "--board", BASE)
         self.assertIn("no sensor 'CPU_VOLT_01' among 48; did you mean CPU_VOLTS_01", line)
 
-    def test_a_name_in_lower_case_is_only_near(self):
-        self.assertIn("did you mean ACPI_STATUS", self.refused(2, "show", "acpi_status", "--board", BASE))
+    def shown(self, *names):
+        return [sensor["name"] for sensor in self.json("show", "--board", BASE, *names)["sensors"]]
+
+    def test_a_name_is_taken_in_any_case(self):
+        self.assertEqual(self.shown("acpi_status"), ["ACPI_STATUS"])
+        self.assertEqual(self.shown("Cpu_Volts_0?"), ["CPU_VOLTS_00", "CPU_VOLTS_01"])
+
+    def test_several_names_are_shown_once_each_in_the_sets_order(self):
+        self.assertEqual(self.shown("ME", "cpu_volts_*", "CPU_VOLTS_00"), ["CPU_VOLTS_00", "CPU_VOLTS_01", "ME"])
+        self.assertIn("did you mean INPUT_TEMP", self.refused(2, "show", "ME", "INPUT_TMP", "--board", BASE))
 
     def test_a_name_like_no_other_gets_no_guess(self):
         self.assertNotIn("did you mean", self.refused(2, "show", "zzz", "--board", BASE))

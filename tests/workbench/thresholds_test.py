@@ -53,6 +53,11 @@ class Tests(Workbench):
         self.assertEqual((done.returncode, done.stderr), (code, b""), words)
         return json.loads(done.stdout)
 
+    def test_a_sensor_is_named_in_any_case_and_stored_under_its_own_name(self):
+        self.assertTrue(self.set("--board", BASE, "--sensor", "input_temp", "--uc", "51").startswith("INPUT_TEMP: "))
+        self.assertTrue(self.set("--sensor", "Input_Temp", "--uc", "50").startswith("INPUT_TEMP: "))  # the entry's
+        self.assertEqual([e["name"] for e in self.json("thresholds", "show", self.file)["entries"]], ["INPUT_TEMP"])
+
     # ---- show -----------------------------------------------------------------------------------
 
     def test_show_tells_every_field(self):

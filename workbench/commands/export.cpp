@@ -11,6 +11,7 @@
 #include "commands/commands.h"
 #include "sets/decode.h"
 #include "sets/run_options.h"
+#include "sets/select.h"
 #include "sets/set_json.h"
 #include "sets/set_numbers.h"
 
@@ -22,23 +23,16 @@ struct ExportOptions {
     std::string format = "raw"; // raw, json, csv
     std::string output;         // empty or "-": standard output
     bool json = false;          // another word for the format
-    bool keep_ids = false;      // leave record ids at 0
-    bool number = false;        // give sensor numbers
+    std::vector<std::string> filter;
+    bool keep_ids = false; // leave record ids at 0
+    bool number = false;   // give sensor numbers
 };
 
-std::vector<Decoded> DecodeAll(const StaticSet &set) {
-    const Decoder decoder;
-    std::vector<Decoded> out;
-    for (const Sensor &sensor : set.sensors)
-        out.push_back(decoder.Decode(sensor));
-    return out;
-}
-
-std::string JsonText(const StaticSet &set, const std::vector<Decoded> &decoded) {
+std::string JsonText(const StaticSet &set, const std::vector<Selected> &selected) {
     Json out = SetJson(set);
     out["sensors"] = Json::array();
-    for (size_t i = 0; i < decoded.size(); ++i)
-        out["sensors"].push_back(SensorJson(set.sensors[i], decoded[i]));
+    for (const Selected &one : selected)
+        out["sensors"].push_back(SensorJson(*one.sensor, one.decoded));
     return Dump(out);
 }
 
@@ -96,11 +90,18 @@ std::string CsvRow(const Sensor &sensor, const Decoded &d) {
     return Join(row, ",") + "\n";
 }
 
-std::string CsvText(const StaticSet &set, const std::vector<Decoded> &decoded) {
+std::string CsvText(const std::vector<Selected> &selected) {
     std::string out = kCsvHeader;
-    for (size_t i = 0; i < decoded.size(); ++i)
-        out += CsvRow(set.sensors[i], decoded[i]);
+    for (const Selected &one : selected)
+        out += CsvRow(*one.sensor, one.decoded);
     return out;
+}
+
+std::string RawTextOf(const std::vector<Selected> &selected) {
+    StaticSet part;
+    for (const Selected &one : selected)
+        part.sensors.push_back(*one.sensor);
+    return RawText(part);
 }
 
 void Export(const ExportOptions &options) {
@@ -112,10 +113,10 @@ void Export(const ExportOptions &options) {
         SetRecordIds(set);
     if (options.number)
         SetSensorNumbers(set, "--number");
-    const std::vector<Decoded> decoded = DecodeAll(set); // a record that nobody can read is not exported
-    const std::string text = options.format == "raw"   ? RawText(set)
-                             : options.format == "csv" ? CsvText(set, decoded)
-                                                       : JsonText(set, decoded);
+    const auto selected = SelectSensors(set, options.filter); // a record that nobody can read is not exported
+    const std::string text = options.format == "raw"   ? RawTextOf(selected)
+                             : options.format == "csv" ? CsvText(selected)
+                                                       : JsonText(set, selected);
     if (to_stdout)
         PrintOut(text);
     else
@@ -145,6 +146,7 @@ void AddExportCommand(Command &program) {
             .Takes("raw|json|csv");
     command.AddOption("-o,--output", options->output, "Replace FILE in one step; default: standard output")
         .Takes("FILE");
+    AddFilterOption(command, options->filter);
     command.AddFlag("--json", options->json, "The same as --format json");
     command.AddFlag("--keep-ids", options->keep_ids,
                     "Leave record ids at 0 instead of numbering them from 1");

@@ -17,17 +17,6 @@
 namespace workbench {
 namespace {
 
-std::vector<Line> SelectLines(const StaticSet &set, const std::string &filter) {
-    const Decoder decoder;
-    std::vector<Line> out;
-    for (const Sensor &sensor : set.sensors) {
-        Decoded decoded = decoder.Decode(sensor);
-        if (filter.empty() || MatchesGlob(decoded.name, filter))
-            out.push_back({&sensor, std::move(decoded)});
-    }
-    return out;
-}
-
 std::string Summary(const StaticSet &set, const std::vector<Line> &lines) {
     size_t full = 0;
     for (const Line &line : lines)
@@ -83,7 +72,7 @@ void List(const ListOptions &options) {
     if (options.run.profile == "all")
         return ListAll(options);
     const StaticSet set = BuildStaticSet(options.run);
-    std::vector<Line> lines = SelectLines(set, options.filter);
+    std::vector<Line> lines = SelectSensors(set, options.filter);
     if (!options.sort.empty())
         SortLines(lines, options.sort);
     if (options.reverse)
@@ -97,8 +86,7 @@ void AddListCommand(Command &program) {
     Command command = program.AddCommand("list", "One line per sensor of a board's set, decoded");
     const auto options = std::make_shared<ListOptions>();
     AddRunOptions(command, options->run, "; all: counts of every profile");
-    command.AddOption("-f,--filter", options->filter, "Only sensors whose name matches, e.g. 'CPU_*'")
-        .Takes("GLOB");
+    AddFilterOption(command, options->filter);
     std::vector<std::string> names;
     for (const ListColumn &column : ListColumns())
         names.push_back(column.name);

@@ -13,6 +13,7 @@
 #include "sets/board.h"
 #include "sets/decode.h"
 #include "sets/groups.h"
+#include "sets/select.h"
 #include "sets/set_json.h"
 
 namespace workbench {
@@ -30,8 +31,9 @@ ProfileCounts Count(const ListOptions &options, const RunOptions &run, const Bui
     const Decoder decoder;
     for (const Sensor &sensor : built.set.sensors) {
         const Decoded decoded = decoder.Decode(sensor);
-        if (!options.filter.empty() && !MatchesGlob(decoded.name, options.filter))
-            continue;
+        const auto is_meant = [&decoded](const std::string &word) { return IsMeant(decoded.name, word); };
+        if (!options.filter.empty() && std::none_of(options.filter.begin(), options.filter.end(), is_meant))
+            continue; // a name that one profile has not is no mistake here
         ++out.by_group[GroupOf(sensor)];
         ++out.total;
         out.full += decoded.kind == RecordKind::kFull;
@@ -88,8 +90,8 @@ std::string RenderTable(const ListOptions &options, const std::vector<ProfileCou
         return table.Render(ColourWanted());
     }
     return table.Render(ColourWanted()) + "\n" + std::to_string(all.size()) + " profiles, board " +
-           BoardText(options.run.board) + (options.filter.empty() ? "" : ", names like " + options.filter) +
-           "\n";
+           BoardText(options.run.board) +
+           (options.filter.empty() ? "" : ", names like " + Join(options.filter, ", ")) + "\n";
 }
 
 std::string RenderJson(const ListOptions &options, const std::vector<ProfileCounts> &all) {

@@ -10,13 +10,11 @@
 
 #include "base/table.h"
 #include "sets/decode.h"
+#include "sets/select.h"
 
 namespace workbench {
 
-struct Line {
-    const Sensor *sensor;
-    Decoded decoded;
-};
+using Line = Selected;
 
 struct ListColumn {
     const char *name; // "uc"

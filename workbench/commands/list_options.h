@@ -3,6 +3,7 @@
 #define OXA_WORKBENCH_COMMANDS_LIST_OPTIONS_H
 
 #include <string>
+#include <vector>
 
 #include "sets/static_set.h"
 
@@ -11,8 +12,8 @@ namespace workbench {
 struct ListOptions {
     RunOptions run;
     bool json = false;
-    std::string filter;        // glob over names; empty: all
-    std::string columns, sort; // names of columns; empty: as it comes
+    std::vector<std::string> filter; // names and patterns; empty: all
+    std::string columns, sort;       // names of columns; empty: as it comes
     bool reverse = false, no_header = false;
 };
 

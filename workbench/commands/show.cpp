@@ -12,6 +12,7 @@
 #include "sets/board.h"
 #include "sets/decode.h"
 #include "sets/run_options.h"
+#include "sets/select.h"
 #include "sets/set_json.h"
 
 namespace workbench {
@@ -23,39 +24,8 @@ constexpr size_t kMeaningWidth = 76;
 struct ShowOptions {
     RunOptions run;
     bool json = false;
-    std::string name; // exact, or a glob
-};
-
-struct Found {
-    const Sensor *sensor;
-    Decoded decoded;
-};
-
-[[noreturn]] void FailUnknown(const StaticSet &set, const std::string &wanted,
-                              const std::vector<std::string> &names) {
-    const std::vector<std::string> nearest = NearestNames(wanted, names);
-    std::string text = set.board + ": no sensor '" + wanted + "' among " + std::to_string(names.size());
-    if (!nearest.empty())
-        text += "; did you mean " + Join(nearest, ", ") + "?";
-    throw InputError(text);
-}
-
-std::vector<Found> FindSensors(const StaticSet &set, const std::string &wanted) {
-    const Decoder decoder;
-    std::vector<Found> exact, matching;
     std::vector<std::string> names;
-    for (const Sensor &sensor : set.sensors) {
-        Decoded decoded = decoder.Decode(sensor);
-        names.push_back(decoded.name);
-        if (decoded.name == wanted)
-            exact.push_back({&sensor, decoded});
-        else if (HasWildcard(wanted) && MatchesGlob(decoded.name, wanted))
-            matching.push_back({&sensor, decoded});
-    }
-    if (exact.empty() && matching.empty())
-        FailUnknown(set, wanted, names);
-    return exact.empty() ? matching : exact;
-}
+};
 
 std::string OffsetText(unsigned offset, unsigned size) {
     return size > 1 ? std::to_string(offset) + "-" + std::to_string(offset + size - 1)
@@ -102,7 +72,7 @@ std::string RenderFields(const std::vector<Field> &fields, std::span<const uint8
     return table.Render(colour);
 }
 
-std::string RenderSensor(const StaticSet &set, const Found &found, bool colour) {
+std::string RenderSensor(const StaticSet &set, const Selected &found, bool colour) {
     const Sensor &sensor = *found.sensor;
     const std::string board = NameBehind(BoardOf(set.board).board, set.board);
     std::string out = Paint(found.decoded.name, Style::kBold, colour) + ": " + KindText(found.decoded.kind) +
@@ -128,10 +98,10 @@ Json FieldsJson(const std::vector<Field> &fields, std::span<const uint8_t> bytes
     return out;
 }
 
-std::string RenderJson(const StaticSet &set, const std::vector<Found> &found) {
+std::string RenderJson(const StaticSet &set, const std::vector<Selected> &found) {
     Json out = SetJson(set);
     out["sensors"] = Json::array();
-    for (const Found &f : found) {
+    for (const Selected &f : found) {
         Json sensor = SensorJson(*f.sensor, f.decoded);
         sensor["record_fields"] = FieldsJson(ExplainRecord(*f.sensor, f.decoded), f.sensor->record);
         sensor["entry_fields"] = FieldsJson(ExplainEntry(*f.sensor), f.sensor->entry);
@@ -142,12 +112,12 @@ std::string RenderJson(const StaticSet &set, const std::vector<Found> &found) {
 
 void Show(const ShowOptions &options) {
     const StaticSet set = BuildStaticSet(options.run);
-    const std::vector<Found> found = FindSensors(set, options.name);
+    const std::vector<Selected> found = SelectSensors(set, options.names);
     if (options.json)
         return PrintOut(RenderJson(set, found));
     std::string out;
     const bool colour = ColourWanted();
-    for (const Found &f : found) {
+    for (const Selected &f : found) {
         out += out.empty() ? "" : "\n";
         out += RenderSensor(set, f, colour);
     }
@@ -160,7 +130,7 @@ void AddShowCommand(Command &program) {
     Command command = program.AddCommand("show", "Every byte of a sensor's record and device-table entry");
     const auto options = std::make_shared<ShowOptions>();
     AddRunOptions(command, options->run);
-    command.AddOption("NAME", options->name, "Sensor name, or a pattern such as 'PSU_*_01'")
+    command.AddOption("NAME", options->names, "Sensor names, or patterns such as 'PSU_*_01', in any case")
         .Required()
         .Takes("");
     command.AddFlag("--json", options->json, "JSON with the fields of record and entry");

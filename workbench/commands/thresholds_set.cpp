@@ -73,16 +73,25 @@ uint8_t RawOf(const OfferedRecord &record, const std::string &option, const std:
 
 // ---- the record ------------------------------------------------------------------------------------
 
+// A name as it stands, else in another case: the entry is stored under the record's name.
 OfferedRecord FindRecord(const ThresholdsSetOptions &options, uint32_t custom_id) {
     std::vector<std::string> names;
     bool compact = false;
+    std::optional<OfferedRecord> found;
     for (OfferedRecord &record : CollectRecords(options.records, options.file, custom_id)) {
-        if (record.decoded.name == options.sensor && record.IsFull())
-            return std::move(record);
-        compact = compact || record.decoded.name == options.sensor;
-        if (record.IsFull())
-            names.push_back(record.decoded.name);
+        const bool exact = record.decoded.name == options.sensor;
+        const bool meant = SameName(record.decoded.name, options.sensor);
+        compact = compact || (meant && !record.IsFull());
+        if (!record.IsFull())
+            continue;
+        names.push_back(record.decoded.name);
+        if (exact || (meant && !found))
+            found = std::move(record);
+        if (exact)
+            break;
     }
+    if (found)
+        return std::move(*found);
     const std::string where = " on " + options.records.board + " with profile " + ProfileName(custom_id);
     if (compact)
         throw InputError(options.sensor + where + " is a compact record: it has no thresholds");
@@ -196,7 +205,18 @@ void RefuseWrongOrder(const StoredThresholds &entry) {
                      " (raw bytes, compared without sign): the overlay would refuse the entry");
 }
 
-Plan MakePlan(const ThresholdsSetOptions &options) {
+// Without a record: an entry of that name in another case is meant.
+std::string NameOfEntry(const ThresholdImage &image, const std::string &wanted) {
+    if (image.Find(wanted))
+        return wanted;
+    for (const StoredThresholds &entry : image.entries)
+        if (SameName(entry.name, wanted))
+            return entry.name;
+    return wanted;
+}
+
+// The name that was given becomes the sensor's own.
+Plan MakePlan(ThresholdsSetOptions &options) {
     CheckName(options.sensor);
     Plan plan;
     SettleProfile(options, plan);
@@ -204,6 +224,7 @@ Plan MakePlan(const ThresholdsSetOptions &options) {
         throw InputError("--description needs --board");
     if (!options.records.board.empty())
         plan.record = FindRecord(options, plan.custom_id);
+    options.sensor = plan.record ? plan.record->decoded.name : NameOfEntry(plan.image, options.sensor);
     MakeEntry(options, plan);
     return plan;
 }
@@ -223,7 +244,8 @@ std::string Values(const Plan &plan) {
 
 } // namespace
 
-void SetThresholds(const ThresholdsSetOptions &options) {
+void SetThresholds(const ThresholdsSetOptions &given) {
+    ThresholdsSetOptions options = given;
     const Plan plan = MakePlan(options);
     StartWithThresholds(plan.custom_id, plan.file);
     const FileBytes bytes = SaveOnPlatform(plan.entry);

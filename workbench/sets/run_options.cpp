@@ -35,6 +35,16 @@ void AddRunOptions(Command &command, RunOptions &run, const std::string &more) {
         "Exit status: 0 done; 1 the library built no usable set; 2 wrong input (nothing is written).");
 }
 
+void AddFilterOption(Command &command, std::vector<std::string> &filter) {
+    command
+        .AddOption(
+            "-f,--filter", filter,
+            "Only sensors of this name, or whose name matches, e.g. 'CPU_*', in any case; several times for "
+            "several")
+        .Takes("GLOB")
+        .OneValueEach();
+}
+
 void AddTraceOptions(Command &command, bool &trace, bool &log) {
     command.AddFlag("--trace", trace, "Print everything that crossed the platform border to standard error");
     command.AddFlag("--log", log, "Print the library's log lines to standard error");

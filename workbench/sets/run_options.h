@@ -5,6 +5,9 @@
 #ifndef OXA_WORKBENCH_SETS_RUN_OPTIONS_H
 #define OXA_WORKBENCH_SETS_RUN_OPTIONS_H
 
+#include <string>
+#include <vector>
+
 #include "base/command_line.h"
 #include "sets/static_set.h"
 
@@ -18,6 +21,7 @@ Option AddProfileOption(Command &command, std::string &profile, const std::strin
 
 // `more` is added to the list of profiles.
 void AddRunOptions(Command &command, RunOptions &run, const std::string &more = "");
+void AddFilterOption(Command &command, std::vector<std::string> &filter); // see sets/select.h
 void AddTraceOptions(Command &command, bool &trace, bool &log);
 
 } // namespace workbench
