@@ -43,6 +43,8 @@ Board &CurrentBoard(); // may be changed while running: the platform reads it at
 // removed.
 void SetRoot(const std::string &directory);
 std::string Root();
+// SIGINT, SIGTERM and SIGHUP remove the directory that was made here before they end the process.
+void RemoveRootWhenInterrupted();
 std::string RealPath(const std::string &library_path);
 // Instead of a directory, for programs that make many short runs: the library's files are in memory and never on disk.
 // Call it before everything else.  Where a file ends up in the file system (RealPath) means nothing then.

@@ -4,9 +4,11 @@
 // bytes.
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
@@ -15,6 +17,7 @@
 #include "library/profiles/catalogue.h"
 #include "simulator/internal.h"
 #include "simulator/memory_files.h"
+#include "simulator/temporary_folder.h"
 
 namespace sim {
 
@@ -40,25 +43,57 @@ void RemoveRoot() {
     }
 }
 
+// For the handler of signals, which may use neither a lock nor a string.
+char g_fresh_root[4096];
+volatile pid_t g_fresh_owner;
+
+void RemoveRootAndEnd(int signal) {
+    const pid_t remover =
+        g_fresh_owner == getpid() ? fork() : -1; // a tree cannot be removed within a handler
+    if (remover == 0) {
+        execl("/bin/rm", "rm", "-rf", "--", g_fresh_root, nullptr);
+        _exit(127);
+    }
+    if (remover > 0)
+        waitpid(remover, nullptr, 0);
+    std::signal(signal, SIG_DFL);
+    raise(signal);
+}
+
+void NoteFreshRoot(const RootDirectory &root) {
+    if (root.path.size() >= sizeof g_fresh_root)
+        return;
+    std::memcpy(g_fresh_root, root.path.c_str(), root.path.size() + 1);
+    g_fresh_owner = root.owner;
+}
+
 void MakeFreshRoot(RootDirectory &root) {
     const char *parent = std::getenv("TMPDIR");
     std::string path =
-        std::string(parent != nullptr && *parent != '\0' ? parent : "/tmp") + "/oxa-sim-XXXXXX";
-    if (mkdtemp(path.data()) == nullptr)
+        std::string(parent != nullptr && *parent != '\0' ? parent : "/tmp") + "/oxa-sim.XXXXXX";
+    if (!MakeTemporaryFolder(path))
         throw StorageError("TMPDIR: no folder can be made in " +
                            std::filesystem::path(path).parent_path().string() + " (" + std::strerror(errno) +
                            ")");
     root.path = path;
     root.made_here = true;
     root.owner = getpid();
+    NoteFreshRoot(root);
     std::atexit(RemoveRoot);
 }
 
 } // namespace
 
+void RemoveRootWhenInterrupted() {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        if (std::signal(signal, RemoveRootAndEnd) == SIG_IGN)
+            std::signal(signal, SIG_IGN); // nohup
+}
+
 void SetRoot(const std::string &directory) {
     std::filesystem::create_directories(directory);
     RemoveRoot();
+    g_fresh_owner = 0;
     RootDirectory &root = TheRoot();
     const std::lock_guard lock(root.mutex);
     root.path = std::filesystem::absolute(directory).lexically_normal().string();

@@ -56,6 +56,7 @@ int Fail(const std::string &text, int status, bool json) {
 int main(int argc, char **argv) {
     std::signal(SIGPIPE, SIG_IGN); // a closed pipe is seen where it is written to
     std::signal(SIGXFSZ, SIG_IGN); // and so is the limit of a file's size
+    sim::RemoveRootWhenInterrupted();
     const bool json = argc > 0 && WantsJson(argc, argv);
     if (json)
         KeepNotesBack();

@@ -144,6 +144,19 @@ class Ends(BmcTest):
         self.assertEqual(self.bmc.end(signal.SIGHUP), 0)
         self.assert_nothing_is_left(simulator)
 
+    def test_what_a_killed_serve_left_goes_with_the_next_one(self):
+        folder = self.bmc.folder
+        self.bmc.process.kill()
+        self.bmc.process.wait(timeout=10)
+        self.assertTrue(os.path.exists(folder))
+        run(SENSORS, "serve", "--empty", "--port", "0", "--run", "true")
+        self.assertFalse(os.path.exists(folder))
+
+    def test_the_folder_of_a_bmc_that_runs_stays(self):
+        run(SENSORS, "serve", "--empty", "--port", "0", "--run", "true")
+        self.assertTrue(os.path.exists(self.bmc.folder))
+        self.assertIsNone(self.bmc.process.poll())
+
     def test_when_the_simulator_ends_serve_says_so(self):
         os.kill(self.simulator(), signal.SIGKILL)
         self.assertEqual(self.bmc.process.wait(timeout=10), 1)

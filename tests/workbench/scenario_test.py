@@ -2,7 +2,9 @@
 """oxa-sensors scenario: stories in memory.  What a step comes to follows from the rules, not from a run."""
 import json
 import os
+import signal
 import subprocess
+import time
 
 from support import SENSORS, SOURCE, Workbench, main
 
@@ -387,6 +389,48 @@ class Tests(Workbench):
         boards = os.path.join(SOURCE, "boards")
         path = self.board(example.replace('"../boards/', f'"{boards}/'), "example.toml")
         self.assertIn("2 steps, 2 with an expectation, all as expected", self.out("scenario", path))
+
+    # ---- what is left in TMPDIR -------------------------------------------------------------------
+
+    def begun(self):
+        """A story that takes long, and the folder of temporary files in which its own now is."""
+        os.makedirs(self.path("tmp"), exist_ok=True)
+        path = self.story(*[step(f"add = {{ {GPU} }}", "repeat = 10000")] * 30)
+        process = subprocess.Popen([SENSORS, "scenario", path], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                   env=dict(os.environ, TMPDIR=self.path("tmp")), start_new_session=True)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        for _ in range(1000):
+            if os.listdir(self.path("tmp")):
+                break
+            time.sleep(0.01)
+        self.assertEqual(len(os.listdir(self.path("tmp"))), 1)
+        self.assertIsNone(process.poll())
+        return process
+
+    def test_ctrl_c_leaves_nothing_behind(self):
+        for how in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+            process = self.begun()
+            os.killpg(process.pid, how)
+            self.assertEqual(process.wait(timeout=20), -how)
+            self.assertEqual(os.listdir(self.path("tmp")), [])
+
+    def test_what_a_killed_story_left_goes_with_the_next_command(self):
+        process = self.begun()
+        process.kill()
+        process.wait(timeout=20)
+        for _ in range(1000):  # until its child is gone too
+            self.run_raw("list", "--board", self.path("board.toml"), env={"TMPDIR": self.path("tmp")})
+            if not os.listdir(self.path("tmp")):
+                return
+        self.fail(os.listdir(self.path("tmp")))
+
+    def test_the_folder_of_a_story_that_runs_stays(self):
+        process = self.begun()
+        before = os.listdir(self.path("tmp"))
+        self.run_raw("list", "--board", self.path("board.toml"), env={"TMPDIR": self.path("tmp")})
+        self.assertIsNone(process.poll())
+        self.assertEqual(os.listdir(self.path("tmp")), before)
 
     def test_help_names_every_option(self):
         text = self.out("scenario", "--help")

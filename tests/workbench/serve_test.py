@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """oxa-sensors serve where it cannot serve: one line, the exit status, and nothing left behind.  What it serves is
 tested end to end."""
+import fcntl
 import os
 import shutil
 import socket
@@ -95,6 +96,26 @@ class Tests(Workbench):
             calls = file.read()
         self.assertGreater(calls.count("/readings/"), 600)
         self.assertNotIn("sync(", calls)
+
+    def test_what_a_killed_process_left_goes_with_the_next_start_and_nothing_else(self):
+        os.mkdir(self.path("tmp"))
+        stay = {"oxa-bmc.locked", "oxa-bmc.public", "oxa-bmc.longer1", "oxa-bmcAabcdef", "oxa-bmc.a_file", "oxa-bmc.a_link"}
+        for name in {"oxa-bmc.abcdef", *stay} - {"oxa-bmc.a_file", "oxa-bmc.a_link"}:
+            os.makedirs(self.path("tmp/" + name + "/readings"), mode=0o700)
+            os.chmod(self.path("tmp/" + name), 0o755 if "public" in name else 0o700)
+        with open(self.path("tmp/oxa-bmc.a_file"), "wb"):
+            pass
+        os.symlink(self.folder.name, self.path("tmp/oxa-bmc.abcdef/link"))
+        os.symlink(self.path("tmp/oxa-bmc.locked"), self.path("tmp/oxa-bmc.a_link"))
+        lock = os.open(self.path("tmp/oxa-bmc.locked"), os.O_RDONLY)
+        self.addCleanup(os.close, lock)
+        fcntl.flock(lock, fcntl.LOCK_EX)
+        done = self.run_raw("serve", "--empty", "--port", "0",
+                            env={"TMPDIR": self.path("tmp"), "PATH": self.simulator("exit 1"),
+                                 "OXA_IPMI_SIM_PLUGIN": ANY_FILE})
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(set(os.listdir(self.path("tmp"))), stay)
+        self.assertTrue(os.path.exists(self.path("tmp/oxa-bmc.locked/readings")))
 
     def test_a_place_for_files_is_needed(self):
         done = self.run_raw("serve", "--empty", "--port", "0",

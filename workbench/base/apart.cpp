@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -10,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -93,6 +95,7 @@ private:
         if (process_ < 0)
             throw SetError(std::string("no process: ") + std::strerror(errno));
         if (process_ == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL); // nobody else would end it
             in_.Close();
             RunChild(out, work);
         }

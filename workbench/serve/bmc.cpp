@@ -21,6 +21,7 @@
 #include "base/output.h"
 #include "base/text.h"
 #include "simulator/backend_bmc.h"
+#include "simulator/temporary_folder.h"
 
 namespace workbench {
 namespace {
@@ -102,10 +103,10 @@ bool AnswersPing(const Socket &socket, uint16_t port) {
 TemporaryFolder::TemporaryFolder() {
     const char *given = std::getenv("TMPDIR");
     const std::string above = given != nullptr && given[0] != '\0' ? given : "/tmp";
-    path_ = above + "/oxa-bmc-XXXXXX";
+    path_ = above + "/oxa-bmc.XXXXXX";
     if (path_.find('"') != std::string::npos)
         throw InputError(above + ": ipmi_sim takes no path with quotes");
-    if (mkdtemp(path_.data()) == nullptr)
+    if (!sim::MakeTemporaryFolder(path_))
         throw InputError(above + ": cannot make a folder: " + std::strerror(errno));
 }
 
