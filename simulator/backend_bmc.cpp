@@ -6,7 +6,6 @@
 namespace sim {
 namespace {
 
-constexpr uint8_t kCipherSuite = 3; // HMAC-SHA1, HMAC-SHA1-96, AES-CBC-128
 constexpr unsigned kSessionTimeoutMs = 5000;
 constexpr unsigned kRetransmissionMs = 500;
 constexpr uint8_t kLun = 0;
@@ -54,10 +53,13 @@ OpenBmcSession SessionsWith(const Bmc &bmc) {
         const std::string address = bmc.host + ":" + std::to_string(bmc.port);
         const int opened = ipmi_ctx_open_outofband_2_0(
             context.get(), address.c_str(), bmc.user.c_str(), bmc.password.c_str(), nullptr, 0,
-            IPMI_PRIVILEGE_LEVEL_ADMIN, kCipherSuite, kSessionTimeoutMs, kRetransmissionMs,
+            IPMI_PRIVILEGE_LEVEL_ADMIN, bmc.cipher_suite, kSessionTimeoutMs, kRetransmissionMs,
             IPMI_WORKAROUND_FLAGS_OUTOFBAND_2_0_OPEN_SESSION_PRIVILEGE, IPMI_FLAGS_DEFAULT);
         if (opened < 0) {
             reason = address + ": " + ipmi_ctx_errormsg(context.get());
+            if (bmc.cipher_suite != Bmc().cipher_suite) // ipmi_sim's refusal comes out as an internal error
+                reason += "; cipher suite " + std::to_string(bmc.cipher_suite) +
+                          " is not known to every BMC (ipmi_sim knows 3 only)";
             return nullptr;
         }
         return std::make_unique<Session>(std::move(context));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Local sessions as real RMCP+ sessions (IPMI 2.0, cipher suite 3) with a BMC on the network, such as
+// Local sessions as real RMCP+ sessions (IPMI 2.0) with a BMC on the network, such as
 // ipmi_sim on loopback.  Only where libfreeipmi is installed.
 #ifndef OXA_SIMULATOR_BACKEND_BMC_H
 #define OXA_SIMULATOR_BACKEND_BMC_H
@@ -17,6 +17,7 @@ struct Bmc {
     uint16_t port = 623;
     std::string user = "ipmiusr";
     std::string password = "test";
+    uint8_t cipher_suite = 3; // HMAC-SHA1, HMAC-SHA1-96, AES-CBC-128; 17: the same with SHA256
 };
 
 OpenBmcSession SessionsWith(const Bmc &bmc);

@@ -5,6 +5,7 @@ import os
 import signal
 import stat
 import subprocess
+import tempfile
 import time
 
 from bmc import BmcTest, POLLED, SENSORS, SOURCE, columns, main, run
@@ -188,6 +189,28 @@ class Ends(BmcTest):
                     self.assertEqual(done.returncode, 0, done.stderr)
             serve.send_signal(signal.SIGINT)
             self.assertEqual(serve.wait(timeout=10), 0)
+
+
+class Logins(BmcTest):
+    def test_the_password_comes_from_a_file_or_the_environment_too(self):
+        with tempfile.NamedTemporaryFile("w") as right, tempfile.NamedTemporaryFile("w") as wrong:
+            right.write("test\nmore\n")
+            right.flush()
+            wrong.write("wrong\n")
+            wrong.flush()
+            for words, variable, code in ((["--password-file", right.name], "wrong", 0),
+                                          (["--password-file", wrong.name], "test", 1), ([], "test", 0),
+                                          ([], "wrong", 1), (["--password", "test"], "wrong", 0)):
+                with self.subTest(words=words, variable=variable):
+                    done = run(SENSORS, "event", "addPOSTErrorSel", "--bmc", self.bmc.address, *words,
+                               env=dict(os.environ, IPMI_PASSWORD=variable))
+                    self.assertEqual(done.returncode, code, done.stderr)
+
+    def test_a_cipher_suite_that_the_simulator_does_not_know_is_told(self):
+        done = run(SENSORS, "event", "addPOSTErrorSel", "--bmc", self.bmc.address, "--cipher", "17")
+        self.assertEqual((done.returncode, done.stdout), (1, b""))
+        self.assertIn(b"; cipher suite 17 is not known to every BMC (ipmi_sim knows 3 only)\n", done.stderr)
+        self.assertEqual(run(SENSORS, "event", "addPOSTErrorSel", "--bmc", self.bmc.address, "--cipher", "3").returncode, 0)
 
 
 def family(pid):

@@ -144,6 +144,35 @@ class Tests(Workbench):
         shown = self.out("event", "addUsageSEL", "32", "90", "80", "1", "0")
         self.assertIn("Record " + self.record("addUsageSEL", "32", "90", "80", "1", "0") + "\n", shown)
 
+    # ---- who we are at a BMC ---------------------------------------------------------------------
+
+    def refused_at_bmc(self, *words, **environment):
+        done = self.run_raw("event", "addPOSTErrorSel", "--bmc", "127.0.0.1:9", *words, env=environment)
+        self.assertEqual((done.returncode, done.stdout, done.stderr.count(b"\n")), (2, b"", 1), done.stderr)
+        return done.stderr.decode()
+
+    def test_a_password_file_that_has_no_password_is_refused(self):
+        path = self.path("secret")
+        self.assertIn(f"--password-file {path}: No such file", self.refused_at_bmc("--password-file", path))
+        self.assertIn("is a folder", self.refused_at_bmc("--password-file", self.folder.name))
+        for content in (b"", b"\n", b"\r\n"):
+            with open(path, "wb") as file:
+                file.write(content)
+            self.assertIn("its first line, the password, is empty", self.refused_at_bmc("--password-file", path))
+        self.assertIn("contradicts", self.refused_at_bmc("--password-file", path, "--password", "x"))
+
+    def test_a_password_longer_than_any_is_refused_and_not_told(self):
+        path = self.path("secret")
+        with open(path, "wb") as file:
+            file.write(b"x" * 21)
+        for done in (self.refused_at_bmc("--password-file", path), self.refused_at_bmc("--password", "x" * 21),
+                     self.refused_at_bmc("--password-file", "/dev/zero"), self.refused_at_bmc(IPMI_PASSWORD="x" * 21)):
+            self.assertIn("more than 20 bytes", done)
+            self.assertNotIn("xxx", done)
+
+    def test_a_cipher_suite_is_3_or_17(self):
+        self.assertIn("--cipher 8: 3 or 17 is wanted", self.refused_at_bmc("--cipher", "8"))
+
 
 if __name__ == "__main__":
     main()

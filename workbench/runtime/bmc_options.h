@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// --bmc, --user and --password: where a command's sessions lead.
+// --bmc, --user, --password, --password-file and --cipher: where a command's sessions lead.
 #ifndef OXA_WORKBENCH_RUNTIME_BMC_OPTIONS_H
 #define OXA_WORKBENCH_RUNTIME_BMC_OPTIONS_H
 
@@ -14,7 +14,9 @@ namespace workbench {
 
 struct BmcOptions {
     std::string address; // "127.0.0.1:9001", as given; empty: sessions end in memory
-    sim::Bmc login;      // user and password; the address is not in it yet
+    sim::Bmc login;      // what is not given keeps its default; address and password are settled by ChosenBmc
+    std::optional<std::string> password;
+    std::string password_file;
     bool Given() const {
         return !address.empty();
     }
@@ -23,7 +25,8 @@ struct BmcOptions {
 // `help` is that of --bmc.
 void AddBmcOptions(Command &command, BmcOptions &options, const std::string &help);
 
-// nullopt without --bmc; InputError for an address that is none.
+// nullopt without --bmc; InputError for an address or a password that is none.  The password is --password, else the
+// first line of --password-file, else IPMI_PASSWORD of the environment, else test.
 std::optional<sim::Bmc> ChosenBmc(const BmcOptions &options);
 
 } // namespace workbench
