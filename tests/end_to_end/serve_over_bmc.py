@@ -101,6 +101,32 @@ class Tests(BmcTest):
         events = [row[3:6] for row in columns(self.ipmitool("sel", "elist"))]
         self.assertEqual(events, [["Power Supply PSU_STATUS_01", "Failure detected", "Asserted"]])
 
+    def reads(self, name):
+        return self.elist()[name][3]
+
+    def test_a_reading_is_written_in_the_sensors_unit(self):
+        for name, text, shown in (("INPUT_TEMP", "51 C", "51 degrees C"), ("INPUT_TEMP", "-5°C", "-5 degrees C"),
+                                  ("INPUT_TEMP", "40.4 \u00b0c", "40 degrees C"), ("INPUT_TEMP", "0x33", "51 degrees C"),
+                                  ("CPU_VOLTS_00", "2.36 V", "2.36 Volts"), ("INPUT_TEMP", "251", "-5 degrees C")):
+            with self.subTest(text):
+                self.bmc.push(name, text)
+                self.eventually(lambda: self.reads(name) == shown, (name, shown, self.reads(name)))
+
+    def test_a_reading_that_its_sensor_cannot_hold_is_refused_and_changes_nothing(self):
+        wrong = (("INPUT_TEMP", "-5"), ("INPUT_TEMP", "256"), ("INPUT_TEMP", "128 C"), ("INPUT_TEMP", "-129 C"),
+                 ("INPUT_TEMP", "5 V"), ("INPUT_TEMP", "warm"), ("CPU_VOLTS_00", "2.56 V"), ("PSU_STATUS_01", "1 V"))
+        for name, text in wrong:
+            self.bmc.push(name, text)
+            time.sleep(2 * POLLED)
+            self.assertEqual(self.reads("INPUT_TEMP"), "27 degrees C", text)
+        self.bmc.process.send_signal(signal.SIGTERM)
+        self.bmc.process.wait(timeout=10)
+        lines = self.bmc.process.stderr.read().decode().splitlines()
+        temperature = "INPUT_TEMP holds -128 °C to 127 °C, or a raw byte, 0 to 255"
+        ends = {"INPUT_TEMP": temperature, "CPU_VOLTS_00": "CPU_VOLTS_00 holds 0 V to 2.55 V, or a raw byte, 0 to 255",
+                "PSU_STATUS_01": "PSU_STATUS_01 holds the bits of its states, 0 to 0x7FFF"}
+        self.assertEqual(lines, [f"oxa-sensors: {name}: '{text}' is no reading of it: {ends[name]}" for name, text in wrong])
+
     def test_events_have_the_date(self):
         self.bmc.push("INPUT_TEMP", 51)
         self.eventually(lambda: self.elist()["INPUT_TEMP"][1] == "ucr", "INPUT_TEMP is not ucr")

@@ -21,6 +21,7 @@
 #include "commands/commands.h"
 #include "serve/bmc.h"
 #include "serve/fru.h"
+#include "serve/readings.h"
 #include "serve/sensors.h"
 #include "sets/board.h"
 #include "sets/run_options.h"
@@ -43,8 +44,9 @@ struct Served {
     std::vector<ServedSensor> sensors;
     std::string folder;
     uint16_t port = 0;
-    std::string readings() const {
-        return folder + "/readings";
+    std::optional<ReadingFiles> files;
+    const std::string &readings() const {
+        return files->readings();
     }
 };
 
@@ -89,15 +91,16 @@ std::string Machine(const ServeOptions &options) {
     return options.empty ? "empty repository" : std::filesystem::path(options.run.board).stem().string();
 }
 
-void WriteFiles(const ServeOptions &options, const Served &served, const std::string &plugin) {
-    for (const char *name : {"/readings", "/state", "/cache"})
+void WriteFiles(const ServeOptions &options, Served &served, const std::string &plugin) {
+    for (const char *name : {"/state", "/cache"})
         if (mkdir((served.folder + name).c_str(), 0700) != 0)
             throw InputError(served.folder + name + ": cannot make a folder");
+    served.files.emplace(served.folder);
     std::string commands =
         kController + FruCommands(Machine(options), options.empty ? "" : "profile " + options.run.profile);
     for (const ServedSensor &sensor : served.sensors) {
-        commands += SimulatorCommands(sensor, served.readings());
-        WriteTemporaryFile(served.readings() + "/" + sensor.file, std::to_string(sensor.reading) + "\n");
+        commands += SimulatorCommands(sensor, served.files->raw());
+        served.files->Put(sensor);
     }
     WriteTemporaryFile(served.folder + "/set.sdr", RawText(served.set));
     WriteTemporaryFile(served.folder + "/sim.emu", commands + "mc_enable 0x20\n");
@@ -143,8 +146,8 @@ void ServeAdded(Served &served, std::streamoff &at, SimulatorProcess &simulator)
             ServedSensor added = SensorToServe(sensor);
             if (std::filesystem::exists(served.readings() + "/" + added.file))
                 added.file.append(".").append(std::to_string(sensor.ordinal));
-            WriteTemporaryFile(served.readings() + "/" + added.file, std::to_string(added.reading) + "\n");
-            simulator.Command(SimulatorCommands(added, served.readings()));
+            served.files->Put(added);
+            simulator.Command(SimulatorCommands(added, served.files->raw()));
             served.sensors.push_back(std::move(added));
         } catch (const SetError &) {
             // a record that nobody can read has no reading either
@@ -183,17 +186,18 @@ std::string HowToPush(const Served &served) {
     const ServedSensor *example = Example(served);
     if (example == nullptr)
         return "\nEvery sensor that is added gets a file in " + served.readings() +
-               " with its reading, a raw byte or\nthe bits of the states that are on.\n";
-    std::string out = "\nEvery sensor's reading is in a file of " + served.readings() +
-                      ",\nas a raw byte (bits of the states that are on). To push one:\n\n";
+               " with its reading, a value with its unit,\na raw byte, or the bits of the states that are on.\n";
+    std::string out =
+        "\nEvery sensor's reading is in a file of " + served.readings() +
+        ",\na value with its unit or a raw byte (bits of the states that are on). To push one:\n\n";
     const int raw = RawAboveCritical(*example);
-    out += "  echo " + std::to_string(raw < 0 ? 1 : raw) + " > " + served.readings() + "/" + example->file;
-    if (raw >= 0) {
-        const Reading &reading = *example->decoded.reading;
-        const unsigned limit = example->decoded.FindThreshold(FULL_SDR_UC)->raw;
-        out += "   # " + ReadingText(reading, static_cast<unsigned>(raw)) +
-               ", above the upper critical limit of " + ReadingText(reading, limit);
-    }
+    const std::string file = " > " + served.readings() + "/" + example->file;
+    if (raw < 0)
+        return out + "  echo 1" + file + "\n";
+    const Reading &reading = *example->decoded.reading;
+    out += "  echo '" + ReadingText(reading, static_cast<unsigned>(raw)) + "'" + file +
+           "   # above the upper critical limit of " +
+           ReadingText(reading, example->decoded.FindThreshold(FULL_SDR_UC)->raw);
     return out + "\n";
 }
 
@@ -293,6 +297,7 @@ int WaitForTheEnd(const ServeOptions &options, Served &served, const Signals &si
         command.emplace(served, options.command, signals.before());
     for (std::streamoff fetched = 0;;) {
         ServeAdded(served, fetched, simulator);
+        served.files->Pass(served.sensors);
         if (const auto status = command ? command->Ended() : std::nullopt)
             return *status;
         if (!simulator.IsRunning())
