@@ -23,6 +23,7 @@ using namespace workbench;
 void AddCommands(Command &program) {
     program.Footer(
         "Exit status: 0 done; 1 not done, or not as expected (COMMAND --help says what); 2 wrong input.");
+    program.Example("oxa-sensors list --board boards/base_48.toml");
     AddListCommand(program);
     AddShowCommand(program);
     AddExportCommand(program);

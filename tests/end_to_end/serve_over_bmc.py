@@ -2,6 +2,7 @@
 """oxa-sensors serve: a board's set behind a BMC simulator, read and pushed from outside."""
 import json
 import os
+import re
 import signal
 import stat
 import subprocess
@@ -199,6 +200,14 @@ class Ends(BmcTest):
         done = run(SENSORS, "serve", "--board", BASE, "--port", "0", "--run",
                    '$OXA_IPMITOOL sdr elist all | grep -c ok; ls "$OXA_READINGS" | wc -l; exit 7')
         self.assertEqual((done.returncode, done.stdout, done.stderr), (7, b"48\n48\n", b""))
+
+    def test_the_example_of_its_help_works(self):
+        self.bmc.end()
+        example = re.search(r"^Example:\n  (.*)$", run(SENSORS, "serve", "--help").stdout.decode(), re.M)[1]
+        environment = dict(os.environ, PATH=os.path.dirname(SENSORS) + os.pathsep + os.environ["PATH"])
+        done = run("sh", "-c", example + " --port 0", env=environment)
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+        self.assertEqual(len(columns(done.stdout)), 48)
 
     def test_every_line_that_serve_tells_to_try_works(self):
         port = str(self.bmc.told["port"])

@@ -82,6 +82,26 @@ class Tests(Workbench):
             file.write("23")
         self.assertIn(" with changes", self.commit_header(tree)[0])
 
+    def test_the_example_of_every_help_works(self):
+        for name in ("boards", "scenarios"):
+            os.symlink(os.path.join(SOURCE, name), self.path(name))
+        os.symlink(SENSORS, self.path("oxa-sensors"))
+        environment = dict(os.environ, PATH=self.folder.name + os.pathsep + os.environ["PATH"])
+        groups = {"thresholds": ("set", "show", "preflight")}  # a file is set before it is shown
+        commands = ["", *re.findall(r"^  ([a-z-]+)  ", self.out("--help").partition("Subcommands:")[2], re.M)]
+        commands += [f"{group} {name}" for group, names in groups.items() for name in names]
+        self.assertGreater(len(commands), 12)
+        for command in commands:
+            with self.subTest(command):
+                example = re.search(r"^Example:\n  (oxa-sensors .*)$", self.out(*command.split(), "--help"), re.M)[1]
+                self.assertTrue(example.split("oxa-sensors ")[-1].startswith(command or "list"), example)
+                if command == "serve":  # a BMC simulator is needed; see tests/end_to_end
+                    continue
+                done = subprocess.run(["sh", "-c", example], cwd=self.folder.name, env=environment, timeout=60,
+                                      capture_output=True, check=False)
+                self.assertEqual((done.returncode, done.stderr), (1 if command == "diff" else 0, b""), example)
+                self.assertTrue(done.stdout or command == "export", example)
+
     def test_no_command_is_refused_with_the_commands(self):
         self.assertIn("list, show, export, ", self.refused(2))
 

@@ -281,6 +281,10 @@ void Command::Footer(const std::string &text) {
     app_->footer(text);
 }
 
+void Command::Example(const std::string &line) {
+    app_->footer("Example:\n  " + line + "\n" + app_->get_footer());
+}
+
 void Command::Runs(std::function<void()> run) {
     app_->callback(std::move(run));
 }

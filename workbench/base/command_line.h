@@ -53,6 +53,7 @@ public:
     Option AddFlag(const std::string &names, bool &value, const std::string &about);
     void NeedsCommand();
     void Footer(const std::string &text);
+    void Example(const std::string &line); // before the footer, which is set first
     void Runs(std::function<void()> run);
 
 private:

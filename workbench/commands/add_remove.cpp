@@ -260,6 +260,11 @@ void AddCall(Command &program, bool adds) {
     AddTraceOptions(command, options->trace, options->log);
     command.AddFlag("--json", options->json, "JSON with outcome, record and log lines");
     command.Footer(Footer(adds));
+    command.Example(
+        adds
+            ? "oxa-sensors add --board boards/base_48.toml --class temperature --device-type gpu --slot 1 --uc 90"
+            : "oxa-sensors add --board boards/base_48.toml --class psu-fru --slot 1 --root bmc && "
+              "oxa-sensors remove --board boards/base_48.toml --slot 1 --root bmc");
     command.Runs([options] { RunCall(*options); });
 }
 

@@ -267,8 +267,8 @@ void AddCheckCommand(Command &program) {
     command.AddFlag("--json", options->json, "JSON");
     command.Footer(
         "Exit status: 0 nothing found, or known findings only; 1 new findings; 2 wrong input.\n"
-        "Of a folder, files that cannot be read are told and the others are checked; the status is 2 then.\n"
-        "Example: oxa-sensors check --boards boards --profile kestrin");
+        "Of a folder, files that cannot be read are told and the others are checked; the status is 2 then.");
+    command.Example("oxa-sensors check --boards boards --profile kestrin");
     command.Runs([options] {
         if (options->run.board.empty() && options->boards.empty())
             options->run.board = EnvironmentValue(kBoardVariable);

@@ -292,6 +292,7 @@ void AddDecodeSelCommand(Command &program) {
     command.Footer("Reads 16-byte records (ipmitool sel writeraw), hexadecimal text, the output of\n"
                    "'ipmitool sel list -v' and 'sel elist -v', and of 'ipmi-sel --hex-dump'.\n"
                    "Exit status: 0 at least one record is an event builder's; 1 none is; 2 wrong input.");
+    command.Example("oxa-sensors decode-sel 00 00 02 00 00 00 00 20 00 04 0F 00 6F 80 FA 00");
     command.Runs([options] { RunDecode(*options); });
 }
 

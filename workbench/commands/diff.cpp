@@ -249,6 +249,7 @@ void AddDiffCommand(Command &program) {
     command.Footer(
         "A and B: PROFILE (with --board), PROFILE@BOARD, or a file of 'oxa-sensors export' (JSON or raw).\n"
         "Exit status: 0 equal; 1 different; 2 wrong input, or a side that has no set.");
+    command.Example("oxa-sensors diff default@boards/base_48.toml kestrin@boards/base_48.toml");
     command.Runs([options] { Diff(*options); });
 }
 

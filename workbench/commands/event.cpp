@@ -293,6 +293,7 @@ void AddEventCommand(Command &program) {
     AddTraceOptions(command, options->trace, options->log);
     command.AddFlag("--json", options->json, "JSON with bytes, fields and log lines");
     command.Footer(Footer());
+    command.Example("oxa-sensors event addDiskSEL 4 3 22 0 --board boards/base_48.toml");
     command.Runs([options] { RunEvent(*options); });
 }
 

@@ -152,6 +152,7 @@ void AddExportCommand(Command &program) {
                     "Leave record ids at 0 instead of numbering them from 1");
     command.AddFlag("--number", options->number,
                     "Number the sensors 1 to 254, then on LUN 1 and LUN 3; default: 0, as built");
+    command.Example("oxa-sensors export --board boards/base_48.toml --format csv --output sensors.csv");
     command.Runs([options, format] {
         KeepNotesBack();
         SettleFormat(*options, format.Given());

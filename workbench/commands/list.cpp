@@ -102,8 +102,8 @@ void AddListCommand(Command &program) {
     command.AddFlag("--no-header", options->no_header, "Lines of sensors only, no header and no summary");
     command.AddFlag("--json", options->json, "JSON with raw and decoded values");
     command.Footer(
-        "Exit status: 0 done; 1 the library built no usable set; 2 wrong input (nothing is written).\n"
-        "Example: oxa-sensors list --board boards/base_48.toml --columns name,uc --sort uc --no-header");
+        "Exit status: 0 done; 1 the library built no usable set; 2 wrong input (nothing is written).");
+    command.Example("oxa-sensors list --board boards/base_48.toml --columns name,uc --sort uc --no-header");
     command.Runs([options] { List(*options); });
 }
 

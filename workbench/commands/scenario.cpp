@@ -237,6 +237,7 @@ void AddScenarioCommand(Command &program) {
     command.AddFlag("--json", options->json, "JSON with outcomes, log lines, repository and event log");
     command.Footer("Exit status: 0 every step came to what the story expects; 1 one did not, a rule of the\n"
                    "platform was broken, or the BMC holds something else; 2 wrong input.");
+    command.Example("oxa-sensors scenario scenarios/day.toml");
     command.Runs([options] { RunScenarioCommand(*options); });
 }
 

@@ -358,6 +358,7 @@ void AddServeCommand(Command &program) {
     command.AddFlag("--json", options->json, "Tell address, readings and sensors as JSON");
     command.Footer("Exit status: 0 ended by a signal (--run: the command's); 1 the library built no usable "
                    "set, or there is no BMC simulator; 2 wrong input.");
+    command.Example("oxa-sensors serve --board boards/base_48.toml --run '$OXA_IPMITOOL sdr elist all'");
     command.Runs([options] {
         if (const int status = Serve(*options); status != kOk)
             throw ExitStatus(status);

@@ -134,6 +134,7 @@ void AddShowCommand(Command &program) {
         .Required()
         .Takes("");
     command.AddFlag("--json", options->json, "JSON with the fields of record and entry");
+    command.Example("oxa-sensors show --board boards/base_48.toml INPUT_TEMP 'cpu_volts_*'");
     command.Runs([options] { Show(*options); });
 }
 

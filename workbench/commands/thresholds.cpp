@@ -102,6 +102,7 @@ void AddShow(Command &group) {
     command.AddOption("FILE", options->file, "Threshold image (14,344 bytes)").Required().Takes("");
     command.AddFlag("--json", options->json, "JSON");
     command.Footer(kShowFooter);
+    command.Example("oxa-sensors thresholds show users.dat");
     command.Runs([options] { ShowThresholds(*options); });
 }
 
@@ -129,6 +130,8 @@ void AddSet(Command &group) {
     AddRecordOptions(command, options->records, false);
     command.AddFlag("--json", options->json, "JSON");
     command.Footer(kSetFooter);
+    command.Example(
+        "oxa-sensors thresholds set users.dat --board boards/base_48.toml --sensor INPUT_TEMP --uc 51");
     command.Runs([options] { SetThresholds(*options); });
 }
 
@@ -141,6 +144,7 @@ void AddPreflight(Command &group) {
     AddRecordOptions(command, options->records, true);
     command.AddFlag("--json", options->json, "JSON");
     command.Footer(kPreflightFooter);
+    command.Example("oxa-sensors thresholds preflight users.dat --board boards/base_48.toml");
     command.Runs([options] {
         if (const int status = PreflightThresholds(*options); status != kOk)
             throw ExitStatus(status);
@@ -165,6 +169,8 @@ void AddThresholdsCommand(Command &program) {
     Command group = program.AddCommand("thresholds", "Show, set and try a file of user thresholds");
     group.NeedsCommand();
     group.Footer("Exit status: 0 done; 1 preflight: not every entry applies; 2 wrong input.");
+    group.Example(
+        "oxa-sensors thresholds set users.dat --board boards/base_48.toml --sensor INPUT_TEMP --uc 51");
     AddShow(group);
     AddSet(group);
     AddPreflight(group);
