@@ -224,16 +224,17 @@ std::string WelcomeJson(const ServeOptions &options, const Served &served) {
                            {"owner_lun", s.decoded.owner_lun},
                            {"reading_file", served.readings() + "/" + s.file},
                            {"reading", s.reading}});
-    return Dump({{"host", "127.0.0.1"},
-                 {"port", served.port},
-                 {"user", "ipmiusr"},
-                 {"password", "test"},
-                 {"board", options.empty ? Json(nullptr) : Json(options.run.board)},
-                 {"profile", options.empty ? Json(nullptr) : ProfileJson(NamedProfile(options.run.profile).id)},
-                 {"ipmitool", IpmiTool(served)},
-                 {"ipmi_sensors", FreeIpmi(served, "ipmi-sensors")},
-                 {"readings", served.readings()},
-                 {"sensors", sensors}});
+    return Dump(
+        {{"host", "127.0.0.1"},
+         {"port", served.port},
+         {"user", "ipmiusr"},
+         {"password", "test"},
+         {"board", options.empty ? Json(nullptr) : Json(options.run.board)},
+         {"profile", options.empty ? Json(nullptr) : ProfileJson(NamedProfile(options.run.profile).id)},
+         {"ipmitool", IpmiTool(served)},
+         {"ipmi_sensors", FreeIpmi(served, "ipmi-sensors")},
+         {"readings", served.readings()},
+         {"sensors", sensors}});
 }
 
 // ---- the command's life ------------------------------------------------------------------------------
