@@ -2,7 +2,7 @@
 //
 // IPMI service library: profile id, liquid-cooling configuration, local sessions, and the repository and
 // event log behind them: in memory, or of a BMC that a session of its own leads to.
-#include "simulator/back_end.h"
+#include "simulator/bmc_session.h"
 #include "simulator/internal.h"
 
 namespace {

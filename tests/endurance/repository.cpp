@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "simulator/back_end.h"
+#include "simulator/bmc_session.h"
 
 namespace endurance {
 namespace {

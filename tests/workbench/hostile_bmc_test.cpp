@@ -8,7 +8,7 @@
 
 #include "base/errors.h"
 #include "runtime/bmc.h"
-#include "simulator/backend_bmc.h"
+#include "simulator/bmc_session_freeipmi.h"
 
 namespace {
 

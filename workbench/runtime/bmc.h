@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "simulator/backend_bmc.h"
+#include "simulator/bmc_session_freeipmi.h"
 #include "simulator/simulator.h"
 
 namespace workbench {

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "base/command_line.h"
-#include "simulator/backend_bmc.h"
+#include "simulator/bmc_session_freeipmi.h"
 
 namespace workbench {
 

@@ -11,7 +11,7 @@
 
 #include "runtime/calls.h"
 #include "runtime/platform.h"
-#include "simulator/backend_bmc.h"
+#include "simulator/bmc_session_freeipmi.h"
 #include "simulator/simulator.h"
 
 namespace workbench {

@@ -20,7 +20,7 @@
 #include "base/errors.h"
 #include "base/output.h"
 #include "base/text.h"
-#include "simulator/backend_bmc.h"
+#include "simulator/bmc_session_freeipmi.h"
 #include "simulator/temporary_folder.h"
 
 namespace workbench {

@@ -2,13 +2,13 @@
 //
 // Local sessions as real RMCP+ sessions (IPMI 2.0) with a BMC on the network, such as
 // ipmi_sim on loopback.  Only where libfreeipmi is installed.
-#ifndef OXA_SIMULATOR_BACKEND_BMC_H
-#define OXA_SIMULATOR_BACKEND_BMC_H
+#ifndef OXA_SIMULATOR_BMC_SESSION_FREEIPMI_H
+#define OXA_SIMULATOR_BMC_SESSION_FREEIPMI_H
 
 #include <cstdint>
 #include <string>
 
-#include "simulator/back_end.h"
+#include "simulator/bmc_session.h"
 
 namespace sim {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // Where local IPMI sessions lead: into the simulator's own memory, or to a BMC that runs somewhere else.
-#ifndef OXA_SIMULATOR_BACK_END_H
-#define OXA_SIMULATOR_BACK_END_H
+#ifndef OXA_SIMULATOR_BMC_SESSION_H
+#define OXA_SIMULATOR_BMC_SESSION_H
 
 #include <cstdint>
 #include <functional>

@@ -4,7 +4,7 @@
 // does.
 #include <gmock/gmock.h>
 
-#include "simulator/back_end.h"
+#include "simulator/bmc_session.h"
 #include "simulator/simulator.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "simulator/backend_bmc.h"
+#include "simulator/bmc_session_freeipmi.h"
 
 #include <freeipmi/freeipmi.h>
 
