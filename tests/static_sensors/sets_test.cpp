@@ -84,7 +84,7 @@ TEST(Sets, AreOfDefaultOnEveryBoardAndOfTheOthersOnTenBoardsAndNineGuardsAtLeast
                                          [](const Profile &profile) { return profile.folder == "default"; });
     for (const std::string &board : BoardNames())
         EXPECT_TRUE(std::filesystem::exists(ModelFile(usual, board)))
-            << "a board that was added: run tests/model/make_expected.py (docs/adding-a-board.md)";
+            << board << " was added: run tests/model/make_expected.py (docs/adding-a-board.md)";
     for (const Profile &profile : Profiles())
         EXPECT_GE(SetsOf(profile), 10u + 9) << profile.name;
 }
