@@ -38,10 +38,14 @@ struct Cpus {
 
 struct Dimms {
     uint8_t count = 0;
-    // Per DIMM; absent: channel letter and slot, "A0", "A1", "B0", ...
-    std::vector<std::string> names;
+    std::vector<std::string> names; // per DIMM; absent: DefaultDimmName
     uint32_t power_accuracy = 1;
 };
+
+std::string ChannelLetters(uint32_t channel); // 0 = "A", 25 = "Z", 26 = "AA"
+// Channel letter and slot in the channel, two slots to a channel: "A0", "A1", "B0", ... "Z1", "AA0", ...
+std::string DefaultDimmName(uint32_t dimm);
+std::string DimmName(const Dimms &dimms, uint32_t dimm);
 
 struct Psus {
     uint8_t count = 0;

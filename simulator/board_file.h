@@ -51,10 +51,6 @@ struct BoardFile {
 BoardFile LoadBoard(const std::string &path);
 BoardFile LoadBoardText(const std::string &text, const std::string &shown_path);
 
-// The name of a DIMM that has none of its own: channel letter and slot in the channel, two slots to a
-// channel: "A0", "A1", "B0", ... "Z1", "AA0", ...
-std::string DefaultDimmName(uint32_t dimm);
-
 // Every key that a board file may hold, section by section in the order of the README.
 struct BoardKey {
     std::string section; // "cpus", "disks.backplane", "" for the sections themselves

@@ -5,20 +5,7 @@
 #include "simulator/board_file_sections.h"
 
 #include <algorithm>
-
 namespace sim {
-
-// 0 = "A", 25 = "Z", 26 = "AA"
-static std::string Letters(uint32_t channel) {
-    std::string letters;
-    for (uint32_t rest = channel + 1; rest != 0; rest = (rest - 1) / 26)
-        letters.insert(letters.begin(), static_cast<char>('A' + (rest - 1) % 26));
-    return letters;
-}
-
-std::string DefaultDimmName(uint32_t dimm) {
-    return Letters(dimm / 2) + std::to_string(dimm % 2);
-}
 
 namespace rules {
 namespace {
@@ -42,7 +29,7 @@ std::optional<std::string> Placeholder(std::string_view text, uint32_t dimm, con
     const uint32_t in_cpu = naming.per_cpu == 0 ? dimm : dimm % naming.per_cpu;
     const uint32_t channel = in_cpu / naming.per_channel;
     if (word == "letter")
-        return Letters(channel);
+        return ChannelLetters(channel);
     const std::pair<std::string_view, uint32_t> numbers[] = {
         {"n", dimm},
         {"cpu", naming.per_cpu == 0 ? 0 : dimm / naming.per_cpu},

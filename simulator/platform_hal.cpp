@@ -39,18 +39,6 @@ const PcieSlot *FindSlot(uint8_t slot) {
     return nullptr;
 }
 
-// Channel letter and slot, two slots to a channel: "A0", "A1", "B0", ... "Z1", "AA0", ...
-std::string DimmName(const Dimms &dimms, uint32_t dimm) {
-    if (dimm < dimms.names.size())
-        return dimms.names[dimm];
-    const uint32_t channel = dimm / 2;
-    std::string name;
-    if (channel >= 26)
-        name += static_cast<char>('A' + channel / 26 - 1);
-    name += static_cast<char>('A' + channel % 26);
-    return name + std::to_string(dimm % 2);
-}
-
 HalDimmDevInfo DimmInfo(const Board &board, uint8_t dimm) {
     const uint32_t cpus = std::max<uint32_t>(board.cpus.count, 1);
     const uint32_t per_cpu = std::max<uint32_t>((board.dimms.count + cpus - 1) / cpus, 1);
