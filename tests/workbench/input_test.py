@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Files that are read: once, to their end and no further, and with every mistake in one run."""
+import json
 import os
 import subprocess
 
@@ -61,6 +62,14 @@ class Tests(Workbench):
             f"{path}:3:1: unknown key 'cuont' in [cpus]; did you mean 'count'?",
             f"{path}:5:9: 'count' in [psus] is the text \"two\"; it must be a number 0 to 255",
             f"{path}:7:8: 'slot' in [[gpu]] is -1; it must be a number 0 to 255"])
+
+    def test_every_mistake_is_in_the_error_object(self):
+        path = self.board("[cpus]\ncount = 256\n[psus]\ncount = 256\n")
+        done = self.run_raw("list", "--board", path, "--json")
+        told = [f"{path}:2:9: 'count' in [cpus] is 256; it must be a number 0 to 255",
+                f"{path}:4:9: 'count' in [psus] is 256; it must be a number 0 to 255"]
+        self.assertEqual(json.loads(done.stdout)["error"]["message"].splitlines(), told)
+        self.assertEqual(done.stderr.decode().splitlines(), ["oxa-sensors: " + line for line in told])
 
     def test_every_mistake_of_a_description_is_told_in_one_run(self):
         path = self.board('class = "fam"\nslot = 256\nuc = true\n')

@@ -113,7 +113,7 @@ class Tests(Workbench):
         self.assertEqual([(d.returncode, d.stderr) for d in done], [(0, b"")] * 8)
         told = self.json("add", "-b", TWO_SOCKET, "--root", root, "--list")
         self.assertEqual(len(told["repository"]), 8)
-        self.assertEqual(len({record["id"] for record in told["repository"]}), 8)
+        self.assertEqual(len({record["record_id"] for record in told["repository"]}), 8)
 
     def test_a_folder_that_stays_busy_is_given_up_in_one_line(self):
         root = self.path("root")
