@@ -298,7 +298,7 @@ class Tests(Workbench):
                 self.assertNotIn(b"\033[", self.run_raw(*words).stdout)
 
     def test_another_word_for_colour_is_refused(self):
-        self.assertIn("--color: maybe not in {", self.refused(2, "list", "--board", BASE, "--color=maybe"))
+        self.assertIn("--color maybe: auto, always or never is wanted", self.refused(2, "list", "--board", BASE, "--color=maybe"))
 
     def test_nothing_is_left_behind_in_tmpdir(self):
         self.run_raw("list", "--board", BASE, env={"TMPDIR": self.folder.name})
