@@ -62,6 +62,8 @@ int main(int argc, char **argv) {
     if (json)
         KeepNotesBack();
     try {
+        if (argc > 1 && IsToolWord(argv[1]))
+            return RunToolWord(ViewProgram(AddCommands), {argv + 1, argv + argc}), kOk;
         return RunCommandLine(argc, argv, AddCommands);
     } catch (const ExitStatus &end) {
         return end.status;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <map>
 #include <sstream>
 
 #include <CLI/CLI.hpp>
@@ -17,10 +18,56 @@
 namespace workbench {
 namespace {
 
+constexpr char kName[] = "oxa-sensors";
+constexpr char kAbout[] = "Builds a board's sensor records on a simulated platform and shows them decoded";
+
 std::vector<std::string> CommandNames(const CLI::App &app) {
     std::vector<std::string> out;
     for (const CLI::App *command : app.get_subcommands({}))
         out.push_back(command->get_name());
+    return out;
+}
+
+std::map<const CLI::Option *, Completer> &Completers() {
+    static std::map<const CLI::Option *, Completer> completers;
+    return completers;
+}
+
+void SetUp(CLI::App &app, const std::function<void(Command &program)> &describe) {
+    app.set_version_flag("--version", kVersionText)->disable_flag_override();
+    app.get_help_ptr()->disable_flag_override();
+    Command program(&app);
+    program.NeedsCommand();
+    describe(program);
+}
+
+OptionView ViewOption(const CLI::Option &option) {
+    OptionView out;
+    for (const std::string &name : option.get_snames())
+        out.names.push_back("-" + name);
+    for (const std::string &name : option.get_lnames())
+        out.names.push_back("--" + name);
+    out.positional = option.get_positional();
+    if (out.positional)
+        out.names = {option.get_name(true)};
+    out.takes_value = option.get_items_expected_max() != 0;
+    out.required = option.get_required();
+    out.repeats = option.get_items_expected_max() > 1;
+    out.value = option.get_type_name();
+    out.about = option.get_description();
+    out.fallback = option.get_default_str();
+    out.variable = option.get_envname();
+    if (const auto found = Completers().find(&option); found != Completers().end())
+        out.completer = found->second;
+    return out;
+}
+
+CommandView ViewCommand(const CLI::App &app) {
+    CommandView out{app.get_name(), app.get_description(), app.get_footer(), {}, {}};
+    for (const CLI::Option *option : app.get_options())
+        out.options.push_back(ViewOption(*option));
+    for (const CLI::App *command : app.get_subcommands({}))
+        out.commands.push_back(ViewCommand(*command));
     return out;
 }
 
@@ -210,6 +257,11 @@ Option &Option::OneOf(const std::vector<std::string> &words) {
         return std::find(words.begin(), words.end(), value) != words.end();
     };
     option_->check(Refusing(option_, known, Alternatives(words)));
+    return Completes([words](const GivenWords &) { return words; });
+}
+
+Option &Option::Completes(Completer completer) {
+    Completers()[option_] = std::move(completer);
     return *this;
 }
 
@@ -294,14 +346,15 @@ std::string EnvironmentValue(const char *variable) {
     return value == nullptr ? "" : value;
 }
 
+CommandView ViewProgram(const std::function<void(Command &program)> &describe) {
+    CLI::App app{kAbout, kName};
+    SetUp(app, describe);
+    return ViewCommand(app);
+}
+
 int RunCommandLine(int argc, char **argv, const std::function<void(Command &program)> &describe) {
-    CLI::App app{"Builds a board's sensor records on a simulated platform and shows them decoded",
-                 "oxa-sensors"};
-    app.set_version_flag("--version", kVersionText)->disable_flag_override();
-    app.get_help_ptr()->disable_flag_override();
-    Command program(&app);
-    program.NeedsCommand();
-    describe(program);
+    CLI::App app{kAbout, kName};
+    SetUp(app, describe);
     try {
         app.parse(argc, argv);
         return kOk;

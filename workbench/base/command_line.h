@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "base/command_view.h"
+
 namespace CLI {
 class App;
 class Option;
@@ -27,6 +29,7 @@ public:
     Option &FromEnvironment(const std::string &variable); // when the line does not give it
     Option &InGroup(const std::string &title);
     Option &OneOf(const std::vector<std::string> &words);
+    Option &Completes(Completer completer); // what a shell offers for its value
     Option &Between(unsigned least, unsigned most);
     Option &Becomes(std::function<std::string(const std::string &)> change); // its value, before it is taken
     Option &Values(int count);                                               // that many after one mention
@@ -66,6 +69,9 @@ std::string EnvironmentValue(const char *variable);
 // Lets `describe` add commands, reads the line and runs the command that it names.  Returns the exit status.  InputError
 // for usage that cannot be understood; what the command throws comes out.
 int RunCommandLine(int argc, char **argv, const std::function<void(Command &program)> &describe);
+
+// The same commands, looked at and not run.
+CommandView ViewProgram(const std::function<void(Command &program)> &describe);
 
 } // namespace workbench
 #endif

@@ -220,7 +220,12 @@ void AddDescriptionOptions(Command &command, const std::shared_ptr<CallOptions> 
                 name, [options, key = key.key](const std::string &word) { options->words[key] = word; },
                 key.meaning)
             .Takes(type)
-            .InGroup("Sensor description");
+            .InGroup("Sensor description")
+            .Completes([key = key.key](const GivenWords &) {
+                return key == "class"         ? ClassWords()
+                       : key == "device_type" ? DeviceTypeWords()
+                                              : std::vector<std::string>{};
+            });
     }
 }
 

@@ -260,7 +260,8 @@ void AddCheckCommand(Command &program) {
         .AddOption("-b,--board", options->run.board,
                    "Board description (TOML); default: OXA_BOARD, unless --boards is given; without one: the "
                    "name tables only")
-        .Takes("FILE");
+        .Takes("FILE")
+        .Completes(CompleteBoards);
     command.AddOption("--boards", options->boards, "Every *.toml of a folder").Takes("DIR");
     AddProfileOption(command, options->run.profile, "One customer profile, or all").ShowsDefault();
     command.AddFlag("-v,--verbose", options->verbose, "Full scale and step of every analog sensor too");

@@ -21,5 +21,12 @@ void AddAddRemoveCommands(Command &program); // add and remove
 void AddScenarioCommand(Command &program);
 void AddThresholdsCommand(Command &program); // thresholds show, set, preflight
 
+// What shells and the build ask of the program; no command, and not in --help.
+//   complete WORD...       candidates for the last word, a line each: the word, a tab, what it is; ":files" and
+//                          ":folders" stand for names of files
+//   generate man|bash|zsh|fish
+bool IsToolWord(const std::string &word);
+void RunToolWord(const CommandView &program, const std::vector<std::string> &words);
+
 } // namespace workbench
 #endif

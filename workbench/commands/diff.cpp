@@ -242,8 +242,14 @@ void AddDiffCommand(Command &program) {
     Command command =
         program.AddCommand("diff", "What differs between two profiles, boards or exported sets");
     const auto options = std::make_shared<DiffOptions>();
-    command.AddOption("A", options->left, "The set as it was").Required().Takes("");
-    command.AddOption("B", options->right, "The set as it is to be").Required().Takes("");
+    command.AddOption("A", options->left, "The set as it was")
+        .Required()
+        .Takes("")
+        .Completes(CompleteProfiles);
+    command.AddOption("B", options->right, "The set as it is to be")
+        .Required()
+        .Takes("")
+        .Completes(CompleteProfiles);
     AddBoardOption(command, options->run.board, "Board description (TOML) for a side that names none");
     command.AddFlag("--json", options->json, "JSON with every field that differs");
     command.Footer(

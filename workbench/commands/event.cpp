@@ -268,6 +268,17 @@ void RunEvent(const EventOptions &options) {
     PrintOut(options.json ? RenderJson(options, sent) : Render(options, sent, ColourWanted()));
 }
 
+// A builder, then its arguments by name.
+std::vector<std::string> CompleteCall(const GivenWords &given) {
+    if (given.arguments.empty())
+        return BuilderNames();
+    const BuilderView &builder = FindBuilder(given.arguments.front());
+    std::vector<std::string> out;
+    for (size_t n = 0; n < ArgumentCount(builder); ++n)
+        out.push_back(ValueName(builder.ptItem[n].eValue) + "=");
+    return out;
+}
+
 std::string Footer() {
     std::string out = "Builders and their arguments, by position or as name=value, decimal or 0x...\n"
                       "(event --list [BUILDER] says what each is for):\n";
@@ -283,7 +294,9 @@ std::string Footer() {
 void AddEventCommand(Command &program) {
     Command command = program.AddCommand("event", "Call an event builder and show the record it writes");
     const auto options = std::make_shared<EventOptions>();
-    command.AddOption("BUILDER ARGS", options->words, "Builder and its arguments").Takes("");
+    command.AddOption("BUILDER ARGS", options->words, "Builder and its arguments")
+        .Takes("")
+        .Completes(CompleteCall);
     command.AddFlag("--list", options->list, "Say what builders and arguments are for, of all or of BUILDER");
     AddBoardOption(command, options->board,
                    "Board description (TOML); default: a board of which nothing is known");

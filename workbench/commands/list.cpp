@@ -94,7 +94,8 @@ void AddListCommand(Command &program) {
         .AddOption("--columns", options->columns,
                    "Columns to show, with commas between: " + Join(names, ", ") +
                        "; default: those that fit into the terminal")
-        .Takes("LIST");
+        .Takes("LIST")
+        .Completes([names](const GivenWords &) { return names; });
     command.AddOption("--sort", options->sort, "Sort by a column; sensors without a value come last")
         .Takes("COLUMN")
         .OneOf(names);

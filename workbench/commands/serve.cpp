@@ -341,7 +341,8 @@ void AddServeCommand(Command &program) {
     command
         .AddOption("-b,--board", options->run.board,
                    "Board description (TOML); default: OXA_BOARD, unless --empty is given")
-        .Takes("FILE");
+        .Takes("FILE")
+        .Completes(CompleteBoards);
     AddProfileOption(command, options->run.profile,
                      "Customer profile: " + AvailableProfiles() + "; default: the board's");
     command.AddFlag("--empty", options->empty,

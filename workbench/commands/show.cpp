@@ -132,7 +132,8 @@ void AddShowCommand(Command &program) {
     AddRunOptions(command, options->run);
     command.AddOption("NAME", options->names, "Sensor names, or patterns such as 'PSU_*_01', in any case")
         .Required()
-        .Takes("");
+        .Takes("")
+        .Completes(CompleteSensors);
     command.AddFlag("--json", options->json, "JSON with the fields of record and entry");
     command.Example("oxa-sensors show --board boards/base_48.toml INPUT_TEMP 'cpu_volts_*'");
     command.Runs([options] { Show(*options); });

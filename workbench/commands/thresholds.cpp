@@ -113,7 +113,8 @@ void AddSet(Command &group) {
     command.AddOption("FILE", options->file, "Threshold image to write").Required().Takes("");
     command.AddOption("-s,--sensor", options->sensor, "Sensor name, 1 to 16 characters")
         .Required()
-        .Takes("NAME");
+        .Takes("NAME")
+        .Completes(CompleteSensors);
     for (const ThresholdPlace &place : kThresholdPlaces)
         command
             .AddOption(std::string("--") + place.option, options->values[place.option],

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "sets/run_options.h"
 
+#include <filesystem>
+
 #include "base/text.h"
+#include "sets/decode.h"
 
 namespace workbench {
 namespace {
@@ -15,15 +18,51 @@ std::string UsualName(const std::string &given) {
 
 } // namespace
 
+std::vector<std::string> CompleteBoards(const GivenWords &) {
+    std::vector<std::string> out;
+    std::error_code ignored;
+    for (const auto &file : std::filesystem::directory_iterator("boards", ignored))
+        if (file.path().extension() == ".toml")
+            out.push_back(file.path().string());
+    return out;
+}
+
+std::vector<std::string> CompleteProfiles(const GivenWords &) {
+    std::vector<std::string> out;
+    for (const Profile *profile : AllProfiles())
+        out.push_back(profile->name);
+    return out;
+}
+
+std::vector<std::string> CompleteSensors(const GivenWords &given) {
+    const auto value = [&given](const char *option, const char *variable) {
+        const auto found = given.options.find(option);
+        return found != given.options.end() ? found->second : EnvironmentValue(variable);
+    };
+    RunOptions run;
+    run.board = value("--board", kBoardVariable);
+    run.profile = value("--profile", kProfileVariable);
+    std::vector<std::string> out;
+    const StaticSet set = BuildStaticSet(run);
+    const Decoder decoder;
+    for (const Sensor &sensor : set.sensors)
+        out.push_back(decoder.Decode(sensor).name);
+    return out;
+}
+
 Option AddBoardOption(Command &command, std::string &board, const std::string &about) {
-    return command.AddOption("-b,--board", board, about).Takes("FILE").FromEnvironment(kBoardVariable);
+    return command.AddOption("-b,--board", board, about)
+        .Takes("FILE")
+        .FromEnvironment(kBoardVariable)
+        .Completes(CompleteBoards);
 }
 
 Option AddProfileOption(Command &command, std::string &profile, const std::string &about) {
     return command.AddOption("-p,--profile", profile, about)
         .Takes("NAME")
         .FromEnvironment(kProfileVariable)
-        .Becomes(UsualName);
+        .Becomes(UsualName)
+        .Completes(CompleteProfiles);
 }
 
 void AddRunOptions(Command &command, RunOptions &run, const std::string &more) {

@@ -19,6 +19,11 @@ constexpr char kProfileVariable[] = "OXA_PROFILE";
 Option AddBoardOption(Command &command, std::string &board, const std::string &about);
 Option AddProfileOption(Command &command, std::string &profile, const std::string &about);
 
+// What shells offer: the boards of a folder "boards", every profile, the names in the set of the board that is given.
+std::vector<std::string> CompleteBoards(const GivenWords &given);
+std::vector<std::string> CompleteProfiles(const GivenWords &given);
+std::vector<std::string> CompleteSensors(const GivenWords &given);
+
 // `more` is added to the list of profiles.
 void AddRunOptions(Command &command, RunOptions &run, const std::string &more = "");
 void AddFilterOption(Command &command, std::vector<std::string> &filter); // see sets/select.h
