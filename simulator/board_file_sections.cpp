@@ -455,6 +455,15 @@ auto After(void (*look)(T &, const Where &, const toml::table &), std::remove_co
 
 } // namespace
 
+std::optional<uint32_t> KeyNumber(const std::string &section, std::string_view key) {
+    const Words<uint32_t> none;
+    const Words<uint32_t> words = section == "support.sensors"   ? SensorWords()
+                                  : section == "support.kinds"   ? kKinds
+                                  : section == "power_registers" ? kPowerRegisters
+                                                                 : none;
+    return NumberKey<uint32_t>(0, UINT32_MAX, words).parse(key);
+}
+
 Rules FileRules(Draft &draft) {
     Board &board = draft.board;
     return {

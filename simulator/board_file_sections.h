@@ -4,7 +4,10 @@
 #ifndef OXA_SIMULATOR_BOARD_FILE_SECTIONS_H
 #define OXA_SIMULATOR_BOARD_FILE_SECTIONS_H
 
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "simulator/board_file_rules.h"
@@ -33,6 +36,8 @@ inline constexpr const char *kBoardExample = "a board file such as boards/two_so
 
 Draft ReadBoard(const toml::table &table, const std::string &shown_path); // BoardError
 Rules FileRules(Draft &draft);
+// What a key of a table whose keys are numbers means, whether it is written as number or as word.
+std::optional<uint32_t> KeyNumber(const std::string &section, std::string_view key);
 Rules DimmRules(Draft &draft);
 void NameDimms(Draft &draft, const Where &where, const toml::table &table);
 

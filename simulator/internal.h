@@ -204,6 +204,11 @@ public:
     void SetText(std::string text) {
         text_ = std::move(text);
     } // shown with the event
+    void SetOutput(const void *out, size_t size) { // what the caller got, for the trace
+        output_ = 0;
+        for (size_t byte = 0; byte < size; ++byte)
+            *output_ |= uint64_t{static_cast<const uint8_t *>(out)[byte]} << (8 * byte);
+    }
     bool Traced() const {
         return traced_;
     }
@@ -234,6 +239,8 @@ private:
     bool fails_ = false;
     bool null_ = false; // reported once per call
     const Fault *rule_ = nullptr;
+    std::optional<size_t> rule_number_;
+    std::optional<uint64_t> output_;
     int64_t result_ = 0;
     std::string args_;
     std::string text_;
@@ -248,6 +255,7 @@ template <class T> int32_t GiveIf(Call &call, bool present, T *out, const std::t
     }
     *out = value;
     call.Override(out);
+    call.SetOutput(out, kFirstField<T>);
     return call.Return<int32_t>(0);
 }
 template <class T> int32_t Give(Call &call, T *out, const std::type_identity_t<T> &value) {

@@ -103,8 +103,10 @@ void Call::Decide() {
                 continue;
             ++active.matched;
             const uint64_t count = active.fault.args ? active.matched : counter.since_start;
-            if (rule_ == nullptr && OccurrenceMatches(active.fault, count))
+            if (rule_ == nullptr && OccurrenceMatches(active.fault, count)) {
                 rule_ = &active.fault;
+                rule_number_ = static_cast<size_t>(&active - state_.faults.data());
+            }
         }
     }
     if (rule_ != nullptr)
@@ -144,6 +146,8 @@ Call::~Call() {
         event.args = std::move(args_);
         event.result = result_;
         event.failed = fails_;
+        event.output = output_;
+        event.rule = rule_number_;
         event.text = std::move(text_);
         state_.Record(std::move(event));
     }
