@@ -24,7 +24,7 @@ std::string AllMistakes(const std::vector<Mistake> &mistakes) {
 
 BoardFile FromTable(const toml::table &table, const std::string &shown_path) {
     Draft draft = rules::ReadBoard(table, shown_path);
-    return {std::move(draft.board), std::move(draft.notes), std::move(draft.faults)};
+    return {std::move(draft.board), std::move(draft.notes), std::move(draft.faults), LinesOf(table)};
 }
 
 } // namespace

@@ -7,11 +7,13 @@
 #define OXA_SIMULATOR_BOARD_FILE_H
 
 #include <cstdint>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "simulator/board.h"
+#include "simulator/board_keys.h"
 #include "simulator/simulator.h"
 
 namespace sim {
@@ -45,6 +47,7 @@ struct BoardFile {
     Board board;
     std::vector<Mistake> notes; // what may be so, but can have no effect
     std::vector<Fault> faults;  // the [[fault]] tables: what a teaching board lets go wrong
+    std::shared_ptr<const BoardLines> lines; // where its keys stand
 };
 
 // Reads the file once: it may be a pipe.

@@ -4,6 +4,7 @@
 #ifndef OXA_SIMULATOR_BOARD_FILE_TOML_H
 #define OXA_SIMULATOR_BOARD_FILE_TOML_H
 
+#include <memory>
 #include <string>
 
 #include "simulator/toml_text.h"
@@ -14,6 +15,9 @@ namespace sim {
 // "a board file such as boards/two_socket_2u.toml".
 toml::table LoadToml(const std::string &path, const std::string &example);
 toml::table ParseToml(const std::string &text, const std::string &shown_path);
+
+class BoardLines;
+std::shared_ptr<const BoardLines> LinesOf(const toml::table &table);
 
 } // namespace sim
 #endif

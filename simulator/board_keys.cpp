@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulator/board_keys.h"
 
-#include <fstream>
 #include <optional>
-#include <sstream>
 #include <string_view>
 
-#include "simulator/board_file.h"
 #include "simulator/board_file_sections.h"
+#include "simulator/board_file_toml.h"
 
 namespace sim {
 namespace {
@@ -111,13 +109,6 @@ std::string Filled(const std::string &part, const std::string &args) {
     return word;
 }
 
-std::string ReadText(const std::string &path) {
-    LoadBoardFile(path); // says what is wrong with it
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
-
 } // namespace
 
 struct BoardLines::File {
@@ -165,12 +156,7 @@ struct BoardLines::File {
     }
 };
 
-BoardLines::BoardLines(const std::string &path) : BoardLines(ReadText(path), path) {}
-
-BoardLines::BoardLines(const std::string &text, const std::string &shown_path) : file_(new File) {
-    LoadBoardText(text, shown_path);
-    file_->table = toml::parse(text, shown_path);
-}
+BoardLines::BoardLines(std::unique_ptr<File> file) : file_(std::move(file)) {}
 
 BoardLines::~BoardLines() = default;
 
@@ -201,6 +187,10 @@ std::string KeysOfCall(const std::string &call) {
         if (row.call == call)
             return std::string(row.keys);
     return "";
+}
+
+std::shared_ptr<const BoardLines> LinesOf(const toml::table &table) {
+    return std::make_shared<const BoardLines>(std::make_unique<BoardLines::File>(BoardLines::File{table}));
 }
 
 } // namespace sim

@@ -18,12 +18,11 @@ struct AnswerPlace {
     uint32_t line = 0;
 };
 
-// The keys of one board file with their lines.
+// The keys of one board file with their lines; LoadBoard makes it.
 class BoardLines {
 public:
-    // BoardError as LoadBoardFile.
-    explicit BoardLines(const std::string &path);
-    BoardLines(const std::string &text, const std::string &shown_path);
+    struct File;
+    explicit BoardLines(std::unique_ptr<File> file);
     ~BoardLines();
     BoardLines(const BoardLines &) = delete;
     BoardLines &operator=(const BoardLines &) = delete;
@@ -33,7 +32,6 @@ public:
     uint32_t FaultLine(size_t number) const; // of the [[fault]] table, counted from 0
 
 private:
-    struct File;
     std::unique_ptr<File> file_;
 };
 

@@ -26,6 +26,7 @@ void AddCommands(Command &program) {
     program.Example("oxa-sensors list --board boards/base_48.toml");
     AddListCommand(program);
     AddShowCommand(program);
+    AddWhyCommand(program);
     AddExportCommand(program);
     AddDiffCommand(program);
     AddCheckCommand(program);

@@ -13,7 +13,7 @@
 namespace {
 
 sim::AnswerPlace Place(const std::string &text, const std::string &call, const std::string &args = "") {
-    return sim::BoardLines(text, "boards/test.toml").Of(call, args);
+    return sim::LoadBoardText(text, "boards/test.toml").lines->Of(call, args);
 }
 
 std::pair<std::string, uint32_t> Found(const sim::AnswerPlace &place) {
@@ -57,15 +57,11 @@ TEST(BoardLines, OfAListOfTablesTheFirstOneIsThePlace) {
 }
 
 TEST(BoardLines, FaultsAreCountedInTheOrderOfTheFile) {
-    const sim::BoardLines lines("[[fault]]\ncall = \"fread\"\n\n[[fault]]\ncall = \"fwrite\"\n",
-                                "boards/test.toml");
-    EXPECT_EQ(lines.FaultLine(0), 1u);
-    EXPECT_EQ(lines.FaultLine(1), 4u);
-    EXPECT_EQ(lines.FaultLine(2), 0u);
-}
-
-TEST(BoardLines, ABrokenFileIsRefusedLikeEverywhere) {
-    EXPECT_THROW(sim::BoardLines("[psus]\ncuont = 2\n", "boards/test.toml"), sim::BoardError);
+    const auto file = sim::LoadBoardText("[[fault]]\ncall = \"fread\"\n\n[[fault]]\ncall = \"fwrite\"\n",
+                                         "boards/test.toml");
+    EXPECT_EQ(file.lines->FaultLine(0), 1u);
+    EXPECT_EQ(file.lines->FaultLine(1), 4u);
+    EXPECT_EQ(file.lines->FaultLine(2), 0u);
 }
 
 // Every key that is named is one that a board file may hold.

@@ -103,7 +103,7 @@ class Tests(Workbench):
                 self.assertTrue(done.stdout or command == "export", example)
 
     def test_no_command_is_refused_with_the_commands(self):
-        self.assertIn("list, show, export, ", self.refused(2))
+        self.assertIn("list, show, why, export, ", self.refused(2))
 
     def test_a_misspelt_command_gets_the_nearest(self):
         self.assertIn("unknown command 'lst'; did you mean list?", self.refused(2, "lst", "--board", BASE))

@@ -19,6 +19,7 @@ void AddDecodeSelCommand(Command &program);
 void AddServeCommand(Command &program);
 void AddAddRemoveCommands(Command &program); // add and remove
 void AddScenarioCommand(Command &program);
+void AddWhyCommand(Command &program);
 void AddThresholdsCommand(Command &program); // thresholds show, set, preflight
 
 // What shells and the build ask of the program; no command, and not in --help.

@@ -1,0 +1,367 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Why a sensor is in a set, and why not: one board for each reason, made so that the reason is known."""
+import glob
+import os
+import re
+
+from support import BASE, FULLEST, SOURCE, TWO_SOCKET, Workbench, main
+
+PARTS = """
+[board]
+id = 0x5481
+[cpus]
+count = 2
+type = "intel"
+[psus]
+count = 2
+group_count = 1
+count_per_group = 2
+"""
+
+
+def line_of(path, text):
+    """The one line of a file that begins with the text."""
+    with open(os.path.join(SOURCE, path), encoding="utf-8") as file:
+        found = [number for number, line in enumerate(file, 1) if line.startswith(text)]
+    assert len(found) == 1, (path, text, found)
+    return found[0]
+
+
+def text_at(place):
+    path, line = place.rsplit(":", 1)
+    with open(os.path.join(SOURCE, path), encoding="utf-8") as file:
+        return file.read().splitlines()[int(line) - 1]
+
+
+class Asking(Workbench):
+    def answer(self, status, board, *words, profile="default"):
+        """The sensors of the answer for one profile; ends with this exit status."""
+        import json
+        done = self.run_raw("why", "--board", board, "--profile", profile, "--json", *words)
+        self.assertEqual((done.returncode, done.stderr.decode()), (status, ""), words)
+        told = json.loads(done.stdout)
+        self.assertEqual((told["format"], told["board"], len(told["profiles"])), (1, board, 1))
+        return told["profiles"][0]["sensors"]
+
+    def absent(self, board, name, profile="default"):
+        sensors = self.answer(1, board, name, profile=profile)
+        self.assertEqual(len(sensors), 1)
+        self.assertFalse(sensors[0]["in_set"])
+        return sensors[0]
+
+    def present(self, board, name, profile="default"):
+        sensors = self.answer(0, board, name, profile=profile)
+        self.assertEqual(len(sensors), 1)
+        self.assertTrue(sensors[0]["in_set"])
+        return sensors[0]
+
+    def decided(self, sensor):
+        return [(a["call"], a["args"], a["answer"]) for a in sensor["decided_by"]]
+
+    def asked(self, sensor):
+        return {a["call"]: a for a in sensor["asked"]}
+
+    def fault_line(self, path):
+        with open(path, encoding="utf-8") as file:
+            return file.read().splitlines().index("[[fault]]") + 1
+
+
+class WhatIsMissing(Asking):
+    def test_a_board_that_has_not_the_sensor_refuses_at_the_gate(self):
+        board = self.board(PARTS + "[support]\nsensors = { PCH_TEMP = false }\n")
+        sensor = self.absent(board, "PCH_TEMP")
+        self.assertEqual(sensor["cause"], "gate")
+        self.assertIn("The board does not support adding sensor PCH_TEMP.", sensor["log"])
+        self.assertEqual([(c, a) for c, _, a in self.decided(sensor)], [("HAL_GetSensorNotSupportFlagBySensor", "0")])
+        self.assertEqual(sensor["decided_by"][0]["from"], f"{board}:12: [support.sensors] PCH_TEMP")
+        self.assertIn("answering 1", sensor["tried"])
+
+    def test_a_refusal_for_all_cpus_is_told_for_one_of_them(self):
+        board = self.board(PARTS + "[support.sensors]\nSENSOR_CPU_VOLTS = 0\n")
+        sensor = self.absent(board, "CPU_VOLTS_01")
+        self.assertEqual(sensor["cause"], "gate")
+        self.assertEqual(sensor["decided_by"][0]["from"], f"{board}:12: [support.sensors] SENSOR_CPU_VOLTS")
+        # a third CPU is not there, whatever the board says of voltages
+        self.assertEqual(self.absent(board, "CPU_VOLTS_02")["cause"], "no such index")
+
+    def test_without_a_processor_of_intel_there_is_no_pch(self):
+        sensor = self.absent(self.board("[cpus]\ncount = 1\n"), "PCH_TEMP")
+        self.assertEqual((sensor["cause"], self.decided(sensor)), ("gate", [("HAL_GetCpuType", "", "0")]))
+        self.assertEqual(sensor["decided_by"][0]["from"], "default of [cpus] type")
+        self.assertIn("The board has no pch", sensor["log"])
+
+    def test_leakage_needs_liquid_cooling_of_mode_1(self):
+        sensor = self.absent(TWO_SOCKET, "LEAKAGE")
+        self.assertEqual((sensor["cause"], self.decided(sensor)), ("gate", [("GetLiquidCoolingFlag", "", "0")]))
+        self.assertEqual(sensor["decided_by"][0]["from"], "default of [board] liquid_cooling_mode")
+
+    def test_a_bus_client_that_cannot_be_read_drops_its_sensor(self):
+        board = self.board(PARTS + '[[fault]]\ncall = "HAL_InputTemp_GetI2cClient"\n')
+        sensor = self.absent(board, "INPUT_TEMP")
+        self.assertEqual((sensor["cause"], self.decided(sensor)),
+                         ("call failed", [("HAL_InputTemp_GetI2cClient", "", "failed")]))
+        self.assertEqual(sensor["decided_by"][0]["from"], f"{board}:{self.fault_line(board)}: [[fault]]")
+        self.assertIn("InputTemp_GetI2cClient failed!", sensor["log"])
+
+    def test_a_failing_accuracy_drops_the_power_of_the_memory(self):
+        board = self.board(PARTS + '[[fault]]\ncall = "HAL_GetDimmPowerAccuracy"\n')
+        sensor = self.absent(board, "MEM_POWER")
+        self.assertEqual((sensor["cause"], self.decided(sensor)),
+                         ("call failed", [("HAL_GetDimmPowerAccuracy", "", "failed")]))
+        self.assertIn("get mem power accuracy failed", sensor["log"])
+
+    def test_an_accuracy_of_0_refuses_the_power_of_the_fans(self):
+        board = self.board(PARTS + "[fans]\npower_accuracy = 0\n")
+        sensor = self.absent(board, "FAN_POWER")
+        self.assertEqual((sensor["cause"], self.decided(sensor)), ("gate", [("HAL_GetFanPowerAccuracy", "", "0")]))
+        self.assertEqual(sensor["decided_by"][0]["from"], f"{board}:12: [fans] power_accuracy")
+
+    def test_a_record_of_the_same_name_in_the_extended_store_keeps_it_out(self):
+        name = b"ACPI_STATUS"
+        slot = bytearray(64)
+        slot[2:5] = bytes([0x51, 0x02, 27 + len(name)])
+        slot[31] = 0xC0 + len(name)
+        slot[32:32 + len(name)] = name
+        board = self.board(PARTS + f'[files]\n"/var/tmp/extSDR.dat" = {{ hex = "{slot.hex(" ")}" }}\n')
+        sensor = self.absent(board, "ACPI_STATUS")
+        self.assertEqual((sensor["cause"], self.decided(sensor)[0][0]), ("stored already", "sigwrap_read"))
+        self.assertEqual(sensor["decided_by"][0]["from"], f"{board}:12: [files] /var/tmp/extSDR.dat")
+        self.assertIn("This sensor is already exist!", sensor["log"])
+
+    def test_a_name_that_cannot_be_printed_drops_its_sensor(self):
+        board = self.board(PARTS + '[[fault]]\ncall = "snprintf_s"\nargs = "OS_STOP"\n')
+        self.assertEqual(self.absent(board, "OS_STOP")["cause"], "name not printed")
+
+    def test_of_several_printed_names_the_failing_one_is_told(self):
+        # names of PSU temperatures are printed for 1, then 2; the second of that pattern fails
+        board = self.board(PARTS + '[[fault]]\ncall = "snprintf_s"\nargs = "PSU_TEMP_"\noccurrence = 2\n')
+        self.present(board, "PSU_TEMP_01")
+        sensor = self.absent(board, "PSU_TEMP_02")
+        self.assertEqual((sensor["cause"], sensor["built"]), ("name not printed", ["PSU_TEMP_01"]))
+
+    def test_an_entity_instance_above_255_drops_its_sensor(self):
+        # instances of OCP cards begin at 60h: 60h + 159 = 255
+        board = self.board(PARTS + "[ocp]\ncount = 170\n")
+        self.present(board, "OCP_TEMP_159")
+        sensor = self.absent(board, "OCP_TEMP_160")
+        self.assertEqual((sensor["cause"], self.decided(sensor)),
+                         ("instance wraps", [("GetOcpNetCardMaxCount", "", "170")]))
+        self.assertIn("may wrap", sensor["log"])
+        self.assertEqual(self.absent(board, "OCP_TEMP_171")["cause"], "no such index")
+
+    def test_only_numbers_that_a_part_has_can_pass_255(self):
+        board = self.board(PARTS + "[fans]\ncount = 2\nsilk = [1, 200]\n")
+        self.assertEqual(self.absent(board, "FAN_STATUS_200")["cause"], "instance wraps")
+        self.assertEqual(self.absent(board, "FAN_STATUS_199")["cause"], "no such index")
+
+    def test_a_guard_ends_the_pass_for_all(self):
+        for name, call, answer, key in (("psu_count_255", "HAL_GetPsuMaxCount", "255", "count = 255"),
+                                        ("dimm_count_255", "HAL_GetDimmMaxCount", "255", "count = 255"),
+                                        ("fan_count_255", "HalFanService.GetFanMaxCount", "255", "count = 255"),
+                                        ("ocp_count_255", "GetOcpNetCardMaxCount", "255", "count = 255"),
+                                        ("cpu_silk_overflow", "HAL_GetCpuSilkScreenIndexFixValue", "254", "silk_start")):
+            with self.subTest(name):
+                board = f"boards/guards/{name}.toml"
+                for sensor in (self.absent(board, "ACPI_STATUS"), self.absent(board, "CPU_TEMP_00")):
+                    self.assertEqual(sensor["cause"], "pass ended")
+                    self.assertIn((call, "", answer), self.decided(sensor))
+                    place = [a["from"] for a in sensor["decided_by"] if a["call"] == call][0]
+                    self.assertTrue(place.startswith(f"{board}:{line_of(board, key)}: "), place)
+
+    def test_a_fact_that_cannot_be_read_ends_the_pass_for_all(self):
+        for name, call in (("psu_count_fails", "HAL_GetPsuMaxCount"), ("board_id_fails", "get_default_board_id")):
+            board = f"boards/guards/{name}.toml"
+            sensor = self.absent(board, "ACPI_STATUS")
+            self.assertEqual((sensor["cause"], self.decided(sensor)), ("pass ended", [(call, "", "failed")]))
+            self.assertEqual(sensor["decided_by"][0]["from"], f"{board}:{line_of(board, '[[fault]]')}: [[fault]]")
+
+    def test_the_rack_management_board_has_two_sensors_of_its_own(self):
+        board = "boards/rack_5605.toml"
+        self.present(board, "RackPower", profile="kestrin")
+        sensor = self.absent(board, "ACPI_Status", profile="kestrin")
+        self.assertEqual((sensor["cause"], self.decided(sensor)),
+                         ("pass ended", [("get_default_board_id", "", "0x5605")]))
+        self.assertEqual(sensor["decided_by"][0]["from"], f"{board}:{line_of(board, 'id = ')}: [board] id")
+
+    def test_there_are_as_many_psus_as_the_board_says(self):
+        sensor = self.absent(TWO_SOCKET, "PSU_TEMP_03")
+        self.assertEqual((sensor["cause"], self.decided(sensor)),
+                         ("no such index", [("HAL_GetPsuMaxCount", "", "2")]))
+        line = line_of(TWO_SOCKET, "[psus]") + 1
+        self.assertEqual(text_at(f"{TWO_SOCKET}:{line}"), "count = 2")
+        self.assertEqual(sensor["decided_by"][0]["from"], f"{TWO_SOCKET}:{line}: [psus] count")
+        self.assertEqual(sensor["built"], ["PSU_TEMP_01", "PSU_TEMP_02"])
+
+    def test_without_parts_the_group_is_empty(self):
+        sensor = self.absent("boards/empty.toml", "FAN_STATUS_01")
+        self.assertEqual((sensor["cause"], self.decided(sensor)),
+                         ("no such index", [("HalFanService.GetFanMaxCount", "", "0")]))
+        self.assertEqual(sensor["decided_by"][0]["from"], "default of [fans] count")
+
+    def test_the_small_board_has_no_psus_whatever_it_counts(self):
+        sensor = self.absent("boards/small_5497.toml", "PSU_TEMP_01")
+        self.assertEqual((sensor["cause"], self.decided(sensor)),
+                         ("not walked", [("get_default_board_id", "", "0x5497")]))
+
+    def test_an_offline_cpu_has_no_sensors(self):
+        board = self.board('[cpus]\ncount = 2\nreduce_flag = true\nonline = [true, false]\n')
+        self.present(board, "CPU_TEMP_00")
+        sensor = self.absent(board, "CPU_TEMP_01")
+        self.assertEqual((sensor["cause"], self.decided(sensor)),
+                         ("not walked", [("HAL_GetCpuOnlineStatus", "index=1", "0")]))
+        self.assertIn("CPU 1 is offline", sensor["log"])
+        self.assertEqual(sensor["decided_by"][0]["from"], f"{board}:4: [cpus] online")
+
+    def test_a_disk_that_is_no_nvme_disk_has_no_temperature(self):
+        sensor = self.absent(TWO_SOCKET, "NVME_TEMP_09")  # slots 0 to 7 are NVMe
+        self.assertEqual((sensor["cause"], self.decided(sensor)),
+                         ("not walked", [("HalHddBackpanelService.CheckHddIsSupportNvme", "slot=9", "0")]))
+
+    def test_simplification_takes_the_dimms_away(self):
+        sensor = self.absent("boards/simplified.toml", "MEM_TEMP_A0")
+        self.assertEqual((sensor["cause"], self.decided(sensor)),
+                         ("not walked", [("HAL_IsNeedSensorSimplification", "", "1")]))
+
+    def test_the_switch_board_needs_board_flag_and_card(self):
+        sensor = self.absent(TWO_SOCKET, "SW_VOLT_01")
+        self.assertEqual(sensor["cause"], "not walked")
+        self.assertEqual([c for c, _, _ in self.decided(sensor)],
+                         ["get_default_board_id", "GetSwitchBoardSupportFlag"])
+        self.assertIn("0x550F or 0x55DE or 0x55D8", sensor["text"])
+        self.assertIn("in the set", sensor["tried"])
+
+    def test_a_printed_cpu_number_below_the_first_one_is_told(self):
+        # the facts are asked first; the records of the CPUs are told that numbers begin at 5
+        board = self.board(PARTS + '[[fault]]\ncall = "HAL_GetCpuSilkScreenIndexFixValue"\noccurrence = 2\n'
+                                   "from_then_on = true\nsucceed = true\noutput = 5\n")
+        sensor = self.absent(board, "CPU0_Power", profile="pellago")
+        self.assertEqual((sensor["cause"], self.decided(sensor)),
+                         ("below the first CPU", [("HAL_GetCpuSilkScreenIndexFixValue", "", "5")]))
+
+
+class WhoseItIs(Asking):
+    def test_a_name_of_another_profile_says_whose(self):
+        done = self.run_raw("why", "--board", BASE, "SWP65G50A1_Temp")
+        text = done.stdout.decode()
+        self.assertEqual(done.returncode, 1)
+        place = re.search(r"kestrin \(([^)]*)\)", text).group(1)
+        self.assertIn("SWP65G50A%d_Temp", text_at(place))
+        self.assertIn("no row of profile default makes it", text)
+
+    def test_a_name_of_no_profile_gets_the_nearest(self):
+        self.assertIn("no profile has a sensor 'OUTPUT_TMP'; did you mean OUTPUT_TEMP",
+                      self.refused(2, "why", "--board", BASE, "OUTPUT_TMP"))
+
+    def test_names_or_dropped(self):
+        self.assertIn("give one or more names, or --dropped", self.refused(2, "why", "--board", BASE))
+        self.refused(2, "why", "--board", BASE, "--dropped", "ACPI_STATUS")
+
+    def test_all_profiles(self):
+        done = self.run_raw("why", "--board", BASE, "--profile", "all", "ACPI_STATUS", "LEAKAGE", "OS_BOOT")
+        self.assertEqual(done.returncode, 1)
+        told = done.stdout.decode()
+        for profile in ("default", "kestrin", "pellago", "vorana", "astrel", "quorral", "lumora", "durnow", "ferrisk"):
+            built = {s["name"] for s in self.json("list", "--board", BASE, "--profile", profile)["sensors"]}
+            for name in ("ACPI_STATUS", "OS_BOOT"):
+                self.assertEqual(f"{name}: in the set of {profile}, " in told, name in built, (profile, name))
+
+
+class WhatIsThere(Asking):
+    def test_a_count_is_what_the_last_of_several_hangs_on(self):
+        one, two = (self.asked(self.present(TWO_SOCKET, name))["HAL_GetPsuMaxCount"]
+                    for name in ("PSU_TEMP_01", "PSU_TEMP_02"))
+        self.assertEqual((one["answer"], one["gone_when"]), ("2", ["0", "fails"]))
+        self.assertEqual(two["gone_when"], ["1", "0", "fails"])
+
+    def test_a_fans_number_sets_instance_index_and_name(self):
+        asked = self.asked(self.present(TWO_SOCKET, "FAN_STATUS_03"))["HalFanService.GetFanSilkByIndex"]
+        self.assertEqual((asked["args"], asked["answer"]), ("index=2", "3"))
+        self.assertEqual([b["offset"] for b in asked["entry_bytes"]], [3, 22])
+        self.assertEqual([(b["offset"], b["field"]) for b in asked["record_bytes"]],
+                         [(9, "entity instance"), (32, "ID string")])
+        self.assertTrue(asked["from"].endswith("[fans] silk"), asked)
+
+    def test_the_inlets_client_sets_bus_and_address(self):
+        asked = self.asked(self.present(BASE, "INPUT_TEMP"))
+        self.assertEqual([b["field"] for b in asked["HAL_InputTemp_GetI2cClient"]["entry_bytes"]], ["bus", "address"])
+        self.assertEqual(asked["HAL_InputTemp_GetI2cClient"]["gone_when"], ["fails"])
+        flag = asked["HAL_GetSensorNotSupportFlagBySensor"]
+        self.assertIn("0", flag["gone_when"])
+        self.assertEqual((flag["record_bytes"], flag["entry_bytes"]), ([], []))
+
+    def test_an_accuracy_is_the_m_of_its_power(self):
+        asked = self.asked(self.present(TWO_SOCKET, "FAN_POWER"))["HAL_GetFanPowerAccuracy"]
+        self.assertEqual([(b["offset"], b["field"]) for b in asked["record_bytes"]], [(24, "M")])
+        self.assertEqual([b["offset"] for b in asked["entry_bytes"]], [26])
+        self.assertEqual(asked["from"], f"{TWO_SOCKET}:{line_of(TWO_SOCKET, 'power_accuracy = 3')}: [fans] power_accuracy")
+
+    def test_what_asks_nothing_is_on_every_board(self):
+        self.assertEqual(self.present(BASE, "ACPI_STATUS")["asked"], [])
+        self.assertIn("every board has it", self.out("why", "--board", BASE, "ACPI_STATUS"))
+
+    def test_row_and_kind_stand_where_it_says(self):
+        for name in ("PSU_TEMP_01", "FAN_STATUS_03", "MEM_TEMP_000", "SYS_RESTART"):
+            row = self.present(TWO_SOCKET, name)["row"]
+            line = text_at(f"{row['file']}:{row['line']}")
+            self.assertIn(f'"{row["pattern"]}"', line)
+            self.assertIn(row["kind"]["name"], line)
+            self.assertIn(f"KIND({row['kind']['name']},", text_at(row["kind"]["place"]))
+
+    def test_sensors_of_one_name_are_all_told(self):
+        self.assertEqual(len(self.answer(0, BASE, "CPU_PROCHOT")), 2)
+
+    def test_a_pattern_tells_what_is_there_and_what_is_not(self):
+        sensors = self.answer(1, BASE, "*LEAK*", "PDB_TEMP")
+        self.assertEqual([(s["name"], s["in_set"]) for s in sensors], [("PDB_TEMP", True), ("LEAKAGE", False)])
+
+
+class EveryRow(Asking):
+    def test_every_row_of_every_profile_has_its_answer_on_every_board(self):
+        boards = sorted(os.path.relpath(path, SOURCE) for path in
+                        glob.glob(os.path.join(SOURCE, "boards", "*.toml")) +
+                        glob.glob(os.path.join(SOURCE, "boards", "guards", "*.toml")))
+        self.assertGreater(len(boards), 15)
+        for board in boards:
+            for profile in self.json("why", "--board", board, "--profile", "all", "--dropped")["profiles"]:
+                for sensor in profile["sensors"]:
+                    at = (board, profile["name"], sensor["name"])
+                    self.assertTrue(sensor["cause"] and sensor["text"], at)
+                    self.assertNotIn("unknown", str(sensor), at)
+                    self.assertTrue(sensor["decided_by"] or sensor["log"], at)
+                    self.assertTrue(all(a["from"] for a in sensor["decided_by"]), (at, sensor["decided_by"]))
+
+    def test_every_row_that_gave_a_sensor_says_what_it_hangs_on(self):
+        groups = set()
+        for board, profiles in (("boards/fullest.toml", ("default", "vorana", "ferrisk")),
+                                ("boards/kestrin_8gpu.toml", ("kestrin",)), ("boards/gpu_8_5502.toml", ("astrel",)),
+                                ("boards/gpu_8_5517.toml", ("quorral",)), ("boards/rack_5605.toml", ("kestrin",)),
+                                ("boards/simplified.toml", ("lumora", "durnow", "pellago"))):
+            for profile in profiles:
+                names = {}
+                for sensor in self.json("list", "--board", board, "--profile", profile)["sensors"]:
+                    kind = re.sub(r"(?<=DIMM)[A-Z]+\d|(?<=TEMP_|ATUS_)[A-Z]+\d|\d+", "#", sensor["name"])
+                    names.setdefault(kind, sensor["name"])
+                for sensor in self.answer(0, board, *names.values(), profile=profile):
+                    groups.add(sensor["row"]["group"])
+                    self.assertNotIn("unknown", str(sensor))
+                    for asked in sensor["asked"]:
+                        at = (board, profile, sensor["name"], asked)
+                        self.assertTrue(asked["from"], at)
+                        if asked["of_group"]:  # what is asked before a group is walked can do without the group
+                            self.assertTrue(asked["gone_when"], at)
+        self.assertEqual(len(groups), 25, sorted(groups))
+
+    # What answers alone cannot bring: a backplane has no disks by its number alone.
+    NO_ANSWER_BRINGS = ("kDisk", "kNvme", "kDiskGroup")
+
+    def test_what_a_group_lacks_is_all_that_it_lacks(self):
+        for board in ("boards/empty.toml", TWO_SOCKET, "boards/small_5497.toml"):
+            for profile in self.json("why", "--board", board, "--profile", "all", "--dropped")["profiles"]:
+                for sensor in profile["sensors"]:
+                    if sensor["cause"] in ("not walked", "no such index") and \
+                            sensor["row"]["group"] not in self.NO_ANSWER_BRINGS:
+                        self.assertIn("it is in the set", sensor["tried"], (board, profile["name"], sensor))
+
+
+if __name__ == "__main__":
+    main()

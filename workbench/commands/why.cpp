@@ -1,0 +1,400 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <memory>
+
+#include "base/errors.h"
+#include "base/json.h"
+#include "base/output.h"
+#include "base/table.h"
+#include "base/text.h"
+#include "commands/commands.h"
+#include "explain/explain.h"
+#include "sets/decode.h"
+#include "sets/run_options.h"
+#include "why/why.h"
+
+namespace workbench {
+namespace {
+
+constexpr size_t kTextWidth = 96;
+constexpr size_t kMostNames = 8;
+
+struct WhyOptions {
+    RunOptions run;
+    std::vector<std::string> names;
+    bool dropped = false;
+    bool json = false;
+};
+
+// What is to be told about one profile.
+struct Answers {
+    const Profile *profile;
+    size_t sensors = 0, rows = 0; // in the set, in the list
+    std::vector<Present> present;
+    std::vector<std::pair<std::string, Absent>> absent; // under the name that was asked for
+    std::vector<std::string> elsewhere;                 // names that only other profiles have
+};
+
+// ---- what is asked about ---------------------------------------------------------------------------------------
+
+std::string SampleName(const Row &row) { // of a row that is there for several sensors, for patterns
+    const size_t at = row.name.find('%');
+    if (at == std::string::npos)
+        return row.name;
+    return row.name.substr(0, at) + "1" +
+           row.name.substr(row.name.find_first_not_of("0123456789", at + 1) + 1);
+}
+
+bool HasSensor(const Trial &trial, const Row &row) {
+    return std::any_of(
+        trial.sensors.begin(), trial.sensors.end(),
+        [&row](const Sensor &sensor) { return Built(row, sensor); });
+}
+
+void AddPattern(const Trials &trials, const std::string &pattern, Answers &out) {
+    for (const Row &row : RowsOf(trials.profile())) {
+        for (const Sensor &sensor : trials.AsItIs().sensors)
+            if (Built(row, sensor) && MatchesGlob(NameOf(sensor), pattern))
+                out.present.push_back(WhyPresent(trials, row, sensor));
+        if (!HasSensor(trials.AsItIs(), row) && MatchesGlob(SampleName(row), pattern))
+            out.absent.emplace_back(row.name, WhyAbsent(trials, row, std::nullopt));
+    }
+}
+
+void AddName(const Trials &trials, const std::string &name, Answers &out) {
+    const size_t before = out.present.size();
+    for (const Sensor &sensor : trials.AsItIs().sensors)
+        for (const Row &row : RowsOf(trials.profile()))
+            if (NameOf(sensor) == name && Built(row, sensor))
+                out.present.push_back(WhyPresent(trials, row, sensor));
+    if (out.present.size() != before)
+        return;
+    for (const Row &row : RowsOf(trials.profile()))
+        if (row.name == name || MakesName(row, name)) {
+            const bool whole_row = row.name == name && HasNumber(row);
+            out.absent.emplace_back(name,
+                                    WhyAbsent(trials, row, whole_row ? std::nullopt : std::optional(name)));
+            return;
+        }
+    out.elsewhere.push_back(name);
+}
+
+std::vector<std::string> ProfilesWith(const std::string &name) {
+    std::vector<std::string> out;
+    for (const Profile *profile : ProfilesWithDriver())
+        for (const Row &row : RowsOf(*profile))
+            if (MakesName(row, name)) {
+                out.push_back(std::string(profile->name) + " (" + RowPlace(row) + ")");
+                break;
+            }
+    return out;
+}
+
+// A name that no list can give is a mistake of who asks.
+void CheckNames(const std::vector<std::string> &names, const std::vector<const Profile *> &profiles) {
+    for (const std::string &name : names) {
+        std::vector<std::string> known;
+        bool found = false;
+        for (const Profile *profile : ProfilesWithDriver())
+            for (const Row &row : RowsOf(*profile)) {
+                found = found || row.name == name || MakesName(row, name) ||
+                        (HasWildcard(name) && MatchesGlob(SampleName(row), name));
+                if (std::find(profiles.begin(), profiles.end(), profile) != profiles.end())
+                    known.push_back(SampleName(row));
+            }
+        if (found || HasWildcard(name))
+            continue;
+        const std::vector<std::string> nearest = NearestNames(name, known);
+        throw InputError("no profile has a sensor '" + name + "'" +
+                         (nearest.empty() ? "" : "; did you mean " + Join(nearest, ", ") + "?"));
+    }
+}
+
+Answers Ask(const WhyOptions &options, const Profile &profile) {
+    RunOptions run = options.run;
+    run.profile = profile.name;
+    const Trials trials(run);
+    Answers out{&profile, trials.AsItIs().sensors.size(), RowsOf(profile).size(), {}, {}, {}};
+    for (const std::string &name : options.names)
+        HasWildcard(name) ? AddPattern(trials, name, out) : AddName(trials, name, out);
+    if (options.dropped)
+        for (const Row &row : RowsOf(profile))
+            if (!HasSensor(trials.AsItIs(), row))
+                out.absent.emplace_back(row.name, WhyAbsent(trials, row, std::nullopt));
+    return out;
+}
+
+// ---- bytes by their fields --------------------------------------------------------------------------------------
+
+struct NamedByte {
+    unsigned offset;
+    unsigned size;
+    std::string field;
+};
+
+std::vector<NamedByte> Named(const std::set<unsigned> &bytes, const std::vector<Field> &fields) {
+    std::vector<NamedByte> out;
+    for (const Field &field : fields)
+        if (std::any_of(bytes.begin(), bytes.end(), [&field](unsigned at) {
+                return at >= field.offset && at < field.offset + field.size;
+            }))
+            out.push_back({field.offset, field.size, field.name});
+    return out;
+}
+
+std::vector<NamedByte> RecordFields(const Present &present, const Asked &asked) {
+    std::vector<NamedByte> out =
+        Named(asked.record_bytes, ExplainRecord(present.sensor, Decoder().Decode(present.sensor)));
+    std::erase_if(out, [](const NamedByte &byte) { return byte.field == "unused"; });
+    return out;
+}
+
+std::string ByteText(const NamedByte &byte) {
+    const std::string last = byte.size > 1 ? "-" + std::to_string(byte.offset + byte.size - 1) : "";
+    return std::to_string(byte.offset) + last + " " + byte.field;
+}
+
+std::string SetsText(const Present &present, const Asked &asked) {
+    std::vector<std::string> words;
+    for (const NamedByte &byte : RecordFields(present, asked))
+        words.push_back("record " + ByteText(byte));
+    for (const NamedByte &byte : Named(asked.entry_bytes, ExplainEntry(present.sensor)))
+        words.push_back("entry " + ByteText(byte));
+    return Join(words, ", ");
+}
+
+// ---- text -------------------------------------------------------------------------------------------------------
+
+std::string Line(const std::string &word, const std::string &text) {
+    std::string out;
+    for (const std::string &part : Wrap(text, kTextWidth))
+        out += (out.empty() ? "  " + word + std::string(8 - word.size(), ' ') : std::string(10, ' ')) + part +
+               "\n";
+    return text.empty() ? "" : out;
+}
+
+std::string RowText(const Row &row, const Profile &profile) {
+    return Line("row", RowPlace(row) + ", row " + std::to_string(row.place) + " of " +
+                           std::to_string(RowsOf(profile).size()) + " of the profile") +
+           Line("kind", KindName(row) + ", " + KindPlace(row)) +
+           Line("group", std::string(row.Words().pcName) + ": " + row.Words().pcWords) +
+           Line("logs as", row.function.empty() ? "the driver" : row.function);
+}
+
+std::string OrText(const std::vector<std::string> &parts) {
+    if (parts.size() < 2)
+        return Join(parts, "");
+    return Join({parts.begin(), parts.end() - 1}, ", ") + " or " + parts.back();
+}
+
+std::string GoneText(const std::vector<std::string> &when) {
+    std::vector<std::string> values;
+    for (const std::string &word : when)
+        values.push_back(word == "fails" ? word : "answers " + word);
+    return OrText(values);
+}
+
+std::string AskedText(const Asked &asked, const std::string &sets) {
+    std::string out = Line("asked", CallText(asked.event) + " = " + ValueText(asked.event));
+    out += Line("  from", asked.from);
+    out += Line("  sets", sets);
+    return out + Line("  gone", asked.gone_when.empty() ? "" : "when it " + GoneText(asked.gone_when));
+}
+
+std::string RenderPresent(const Answers &answers, const Present &present, bool colour) {
+    std::string out = Paint(NameOf(present.sensor), Style::kBold, colour) + ": in the set of " +
+                      answers.profile->name + ", sensor " + std::to_string(present.sensor.ordinal) + " of " +
+                      std::to_string(answers.sensors) + "\n" + RowText(*present.row, *answers.profile);
+    for (const Asked &asked : present.asked)
+        out += AskedText(asked, SetsText(present, asked));
+    return out + (present.asked.empty() ? Line("asked", "nothing: every board has it") : "");
+}
+
+std::string BuiltText(std::vector<std::string> names) {
+    const size_t more = names.size() > kMostNames ? names.size() - kMostNames : 0;
+    names.resize(names.size() - more);
+    return Join(names, ", ") + (more != 0 ? " and " + std::to_string(more) + " more" : "");
+}
+
+std::string RenderAbsent(const Answers &answers, const std::string &name, const Absent &absent, bool colour) {
+    std::string out = Paint(name, Style::kBold, colour) + ": not in the set of " + answers.profile->name +
+                      " (" + Word(absent.cause) + ")\n" + RowText(*absent.row, *answers.profile);
+    out += Line("why", absent.text) + Line("log", absent.line);
+    for (const Asked &asked : absent.decided_by)
+        out += AskedText(asked, "");
+    return out + Line("tried", absent.tried) + Line("built", BuiltText(absent.built));
+}
+
+std::string RenderElsewhere(const Answers &answers, const std::string &name, bool colour) {
+    return Paint(name, Style::kBold, colour) + ": no row of profile " + answers.profile->name +
+           " makes it\n" + Line("has it", Join(ProfilesWith(name), ", "));
+}
+
+std::string RenderNames(const Answers &answers, bool colour) {
+    std::vector<std::string> parts;
+    for (const Present &present : answers.present)
+        parts.push_back(RenderPresent(answers, present, colour));
+    for (const auto &[name, absent] : answers.absent)
+        parts.push_back(RenderAbsent(answers, name, absent, colour));
+    for (const std::string &name : answers.elsewhere)
+        parts.push_back(RenderElsewhere(answers, name, colour));
+    return Join(parts, "\n");
+}
+
+std::string FromText(const Absent &absent) {
+    std::vector<std::string> places;
+    for (const Asked &asked : absent.decided_by)
+        if (!asked.from.empty() && std::find(places.begin(), places.end(), asked.from) == places.end())
+            places.push_back(asked.from);
+    return Join(places, "; ");
+}
+
+std::string RenderDropped(const Answers &answers, const std::string &board, bool colour) {
+    Table table({{"LINE", true}, {"NAME"}, {"CAUSE"}, {"WHY"}, {"FROM"}});
+    for (const auto &[name, absent] : answers.absent)
+        table.Add({{std::to_string(absent.row->line), Style::kDim},
+                   {name, Style::kBold},
+                   {Word(absent.cause)},
+                   {absent.text},
+                   {FromText(absent)}});
+    const std::string rows = answers.absent.empty() ? "" : table.Render(colour) + "\n";
+    return rows + std::to_string(answers.absent.size()) + " of " + std::to_string(answers.rows) +
+           " rows of " + RowsOf(*answers.profile).front().file + " gave nothing, board " + board + "\n";
+}
+
+// ---- JSON -------------------------------------------------------------------------------------------------------
+
+Json RowJson(const Row &row) {
+    return {{"pattern", row.name},
+            {"file", row.file},
+            {"line", row.line},
+            {"place", row.place},
+            {"group", row.Words().pcName},
+            {"function", row.function},
+            {"kind", {{"name", KindName(row)}, {"place", KindPlace(row)}}}};
+}
+
+Json BytesJson(const std::vector<NamedByte> &bytes) {
+    Json out = Json::array();
+    for (const NamedByte &byte : bytes)
+        out.push_back({{"offset", byte.offset}, {"size", byte.size}, {"field", byte.field}});
+    return out;
+}
+
+Json AskedJson(const Asked &asked) {
+    return {{"call", asked.event.function},
+            {"args", asked.event.args},
+            {"answer", ValueText(asked.event)},
+            {"failed", asked.event.failed},
+            {"from", asked.from}};
+}
+
+Json PresentJson(const Present &present) {
+    Json out{{"name", NameOf(present.sensor)},
+             {"in_set", true},
+             {"ordinal", present.sensor.ordinal},
+             {"row", RowJson(*present.row)},
+             {"asked", Json::array()}};
+    for (const Asked &asked : present.asked) {
+        Json one = AskedJson(asked);
+        one["of_group"] = asked.of_group;
+        one["record_bytes"] = BytesJson(RecordFields(present, asked));
+        one["entry_bytes"] = BytesJson(Named(asked.entry_bytes, ExplainEntry(present.sensor)));
+        one["gone_when"] = asked.gone_when;
+        out["asked"].push_back(std::move(one));
+    }
+    return out;
+}
+
+Json AbsentJson(const std::string &name, const Absent &absent) {
+    Json out{{"name", name},
+             {"in_set", false},
+             {"cause", Word(absent.cause)},
+             {"text", absent.text},
+             {"log", absent.line},
+             {"tried", absent.tried},
+             {"built", absent.built},
+             {"row", RowJson(*absent.row)},
+             {"decided_by", Json::array()}};
+    for (const Asked &asked : absent.decided_by)
+        out["decided_by"].push_back(AskedJson(asked));
+    return out;
+}
+
+Json AnswersJson(const Answers &answers) {
+    Json out{{"name", answers.profile->name},
+             {"count", answers.sensors},
+             {"rows", answers.rows},
+             {"sensors", Json::array()}};
+    for (const Present &present : answers.present)
+        out["sensors"].push_back(PresentJson(present));
+    for (const auto &[name, absent] : answers.absent)
+        out["sensors"].push_back(AbsentJson(name, absent));
+    for (const std::string &name : answers.elsewhere)
+        out["sensors"].push_back(
+            {{"name", name}, {"in_set", false}, {"cause", "no row"}, {"profiles", ProfilesWith(name)}});
+    return out;
+}
+
+// ---- the command ------------------------------------------------------------------------------------------------
+
+void CheckOptions(const WhyOptions &options) {
+    if (options.dropped != options.names.empty())
+        throw InputError("why: give one or more names, or --dropped");
+}
+
+std::string Render(const WhyOptions &options, const std::vector<Answers> &all) {
+    std::string out;
+    const bool colour = ColourWanted();
+    for (const Answers &answers : all)
+        out +=
+            (out.empty() ? "" : "\n") + (options.dropped ? RenderDropped(answers, options.run.board, colour)
+                                                         : RenderNames(answers, colour));
+    return out;
+}
+
+void Why(const WhyOptions &options) {
+    CheckOptions(options);
+    const std::vector<const Profile *> profiles =
+        options.run.profile == "all"
+            ? ProfilesWithDriver()
+            : std::vector{&FindProfile(SettledProfile(options.run.profile, options.run.board))};
+    CheckNames(options.names, profiles);
+    std::vector<Answers> all;
+    for (const Profile *profile : profiles)
+        all.push_back(Ask(options, *profile));
+    if (options.json) {
+        Json out{{"board", options.run.board}, {"profiles", Json::array()}};
+        for (const Answers &answers : all)
+            out["profiles"].push_back(AnswersJson(answers));
+        PrintOut(Dump(out));
+    } else {
+        PrintOut(Render(options, all));
+    }
+    const bool missing = std::any_of(all.begin(), all.end(), [](const Answers &answers) {
+        return !answers.absent.empty() || !answers.elsewhere.empty();
+    });
+    if (missing && !options.dropped)
+        throw ExitStatus(kNoSet);
+}
+
+} // namespace
+
+void AddWhyCommand(Command &program) {
+    Command command = program.AddCommand("why", "Why a sensor is in a board's set, or why it is not");
+    const auto options = std::make_shared<WhyOptions>();
+    AddBoardOption(command, options->run.board, "Board description (TOML)").Required();
+    AddProfileOption(command, options->run.profile,
+                     "Customer profile: " + AvailableProfiles() + ", or all; default: the board's");
+    command.AddOption("NAME", options->names, "Sensor names, or patterns such as 'PSU_*_01'").Takes("");
+    command.AddFlag("--dropped", options->dropped,
+                    "Every row of the profile that gave no sensor, with the reason");
+    command.AddFlag("--json", options->json, "JSON");
+    command.Footer(
+        "Example: oxa-sensors why --board boards/two_socket_2u.toml LEAKAGE PSU_TEMP_03\n"
+        "Exit status: 0 all of them are in the set, or --dropped; 1 one is not; 2 wrong input, among it a\n"
+        "name that no profile has.");
+    command.Runs([options] { Why(*options); });
+}
+
+} // namespace workbench

@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "why/rows.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+
+namespace workbench {
+namespace {
+
+using namespace oxa;
+
+constexpr size_t kNameSize = 16;
+
+// "/home/x/oxa/library/profiles/default.def" as it stands in the tree.
+std::string InTree(const std::string &path) {
+    const size_t at = path.rfind("library/");
+    return at == std::string::npos ? path : path.substr(at);
+}
+
+struct RowMaker {
+    Row row;
+
+    template <size_t N> void Take(const VariantText<N> &text) {
+        row.variant = text.ac;
+    }
+    template <size_t N> void Take(const AnnouncedText<N> &) {}
+    void Take(const Limits &) {}
+
+    template <class... T> Row Make(const char *name, const T &...departures) {
+        row.name = name;
+        (Take(departures), ...);
+        return row;
+    }
+    template <size_t P, class... T> Row Make(const TwoDigitName<P> &name, const T &...departures) {
+        return Make(name.ac, departures...);
+    }
+};
+
+// What every list is read with.
+#define LISTED(group, kind, function, ...)                                                                   \
+    RowMaker{{Group::group, kind, function, "", "", InTree(__FILE__), __LINE__}}.Make(__VA_ARGS__),
+
+std::vector<Row> DefaultRows() {
+#define ROW LISTED
+    return {
+#include "library/profiles/default.def"
+    };
+}
+std::vector<Row> KestrinRows() {
+#define ROW LISTED
+    return {
+#include "library/profiles/kestrin.def"
+    };
+}
+std::vector<Row> PellagoRows() {
+#define ROW LISTED
+    return {
+#include "library/profiles/pellago.def"
+    };
+}
+std::vector<Row> VoranaRows() {
+#define ROW LISTED
+    return {
+#include "library/profiles/vorana.def"
+    };
+}
+std::vector<Row> AstrelRows() {
+#define ROW LISTED
+    return {
+#include "library/profiles/astrel.def"
+    };
+}
+std::vector<Row> QuorralRows() {
+#define ROW LISTED
+    return {
+#include "library/profiles/quorral.def"
+    };
+}
+std::vector<Row> LumoraRows() {
+#define ROW LISTED
+    return {
+#include "library/profiles/lumora.def"
+    };
+}
+std::vector<Row> DurnowRows() {
+#define ROW LISTED
+    return {
+#include "library/profiles/durnow.def"
+    };
+}
+std::vector<Row> FerriskRows() {
+#define ROW LISTED
+    return {
+#include "library/profiles/ferrisk.def"
+    };
+}
+
+std::vector<Row> Numbered(std::vector<Row> rows) {
+    for (size_t i = 0; i < rows.size(); ++i)
+        rows[i].place = static_cast<unsigned>(i) + 1;
+    return rows;
+}
+
+const std::map<uint32_t, std::vector<Row>> &AllRows() {
+    static const std::map<uint32_t, std::vector<Row>> rows = {
+        {CUSTOM_ID_DEFAULT, Numbered(DefaultRows())}, {CUSTOM_ID_KESTRIN, Numbered(KestrinRows())},
+        {CUSTOM_ID_PELLAGO, Numbered(PellagoRows())}, {CUSTOM_ID_VORANA, Numbered(VoranaRows())},
+        {CUSTOM_ID_ASTREL, Numbered(AstrelRows())},   {CUSTOM_ID_QUORRAL, Numbered(QuorralRows())},
+        {CUSTOM_ID_LUMORA, Numbered(LumoraRows())},   {CUSTOM_ID_DURNOW, Numbered(DurnowRows())},
+        {CUSTOM_ID_FERRISK, Numbered(FerriskRows())}};
+    return rows;
+}
+
+// The pattern before its number or text, what is printed there, and what stands behind it.
+struct Pattern {
+    std::string before, behind;
+    char prints = '\0'; // d, u, X, c or s; none: the whole name is in `before`
+};
+
+Pattern Take(const std::string &pattern) {
+    const size_t at = pattern.find('%');
+    if (at == std::string::npos)
+        return {pattern, "", '\0'};
+    const size_t letter = pattern.find_first_not_of("0123456789", at + 1);
+    return {pattern.substr(0, at), pattern.substr(letter + 1), pattern[letter]};
+}
+
+// A name field holds 16 characters, what is printed beyond them is cut.
+bool IsPrinted(const std::string &printed, const std::string &name) {
+    return printed.substr(0, kNameSize) == name;
+}
+
+bool Prints(const std::string &pattern, const std::string &name) {
+    const Pattern parts = Take(pattern);
+    if (parts.prints == '\0')
+        return IsPrinted(parts.before, name);
+    if (!name.starts_with(parts.before))
+        return false;
+    if (parts.prints == 's')
+        return name.size() > parts.before.size() &&
+               (name.size() == kNameSize ||
+                (name.ends_with(parts.behind) && name.size() > parts.before.size() + parts.behind.size()));
+    for (int number = 0; number < 256; ++number) {
+        if (parts.prints == 'c' && (number <= ' ' || number > '~'))
+            continue;
+        char printed[64];
+        std::snprintf(printed, sizeof printed, pattern.c_str(), number);
+        if (IsPrinted(printed, name))
+            return true;
+    }
+    return false;
+}
+
+bool VariantIsName(const Row &row) {
+    const Naming naming = row.Kind().tDoes.eNaming;
+    return !row.variant.empty() && (naming == Naming::kSecondGroup || naming == Naming::kInletOutlet ||
+                                    naming == Naming::kSmallBoard || naming == Naming::kLongNumber);
+}
+
+} // namespace
+
+const GroupWords &Row::Words() const {
+    return *std::find_if(
+        std::begin(kGroupWords), std::end(kGroupWords),
+        [this](const GroupWords &words) { return words.eGroup == group; });
+}
+
+const std::vector<Row> &RowsOf(const Profile &profile) {
+    return AllRows().at(profile.id);
+}
+
+std::string KindName(const Row &row) {
+    return kKindPlaces[row.kind].pcName;
+}
+
+std::string KindPlace(const Row &row) {
+    const auto &place = kKindPlaces[row.kind];
+    return InTree(place.pcFile) + ":" + std::to_string(place.sdwLine);
+}
+
+std::string RowPlace(const Row &row) {
+    return row.file + ":" + std::to_string(row.line);
+}
+
+bool MakesName(const Row &row, const std::string &name) {
+    return Prints(row.name, name) || (VariantIsName(row) && Prints(row.variant, name));
+}
+
+bool HasNumber(const Row &row) {
+    return row.name.find('%') != std::string::npos;
+}
+
+bool Built(const Row &row, const Sensor &sensor) {
+    const Behaviour &does = row.Kind().tDoes;
+    return does.tDevice.ucCode == sensor.entry[0] &&
+           ((does.ucFlags & kIndexInItem) != 0 || does.tDevice.ucItem == sensor.entry[1]) &&
+           MakesName(row, NameOf(sensor));
+}
+
+std::string NameOf(const Sensor &sensor) {
+    const bool full = sensor.record[SDR_RECORD_TYPE] == 0x01;
+    const unsigned at = full ? FULL_SDR_NAME : COMPACT_SDR_NAME;
+    const size_t length = std::min<size_t>(sensor.record[at - 1u] & 0x1F, kNameSize);
+    return {reinterpret_cast<const char *>(sensor.record.data()) + at, length};
+}
+
+} // namespace workbench
