@@ -189,8 +189,9 @@ std::string KeysOfCall(const std::string &call) {
     return "";
 }
 
-std::shared_ptr<const BoardLines> LinesOf(const toml::table &table) {
-    return std::make_shared<const BoardLines>(std::make_unique<BoardLines::File>(BoardLines::File{table}));
+std::shared_ptr<const BoardLines> LinesOf(toml::table &&table) {
+    return std::make_shared<const BoardLines>(
+        std::make_unique<BoardLines::File>(BoardLines::File{std::move(table)}));
 }
 
 } // namespace sim
