@@ -83,7 +83,15 @@ Rules DimmRules(Draft &draft) {
     };
     return {
         Value("count", dimms.count),
-        {.key = "names", .expected = kNamesText, .read = read_names},
+        {.key = "names",
+         .expected = kNamesText,
+         .read = read_names,
+         .schema =
+             [] {
+                 return schema::AnyOf(
+                     {schema::ListOf(kName.schema),
+                      schema::Pattern("([ -z|}~]|\\{(n|cpu|channel|letter|slot)(:[^{}]*)?\\})*")});
+             }},
         Value("dimms_per_cpu", naming.per_cpu, Number<uint8_t>(1)),
         Value("slots_per_channel", naming.per_channel, Number<uint8_t>(1)),
         Value("power_accuracy", dimms.power_accuracy),

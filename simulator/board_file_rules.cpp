@@ -159,7 +159,8 @@ std::string RangeText(int64_t min, int64_t max) {
 }
 
 Reader<bool> Flag() {
-    return {"true or false", [](const toml::node &node) { return node.value_exact<bool>(); }};
+    return {"true or false", [](const toml::node &node) { return node.value_exact<bool>(); },
+            R"({"type": "boolean"})"};
 }
 
 Reader<uint8_t> FlagByte() {
@@ -168,7 +169,8 @@ Reader<uint8_t> FlagByte() {
                 if (const auto *flag = node.as_boolean())
                     return static_cast<uint8_t>(flag->get());
                 return Number<uint8_t>().parse(node);
-            }};
+            },
+            schema::AnyOf({Flag().schema, schema::Integer(0, 255)})};
 }
 
 Reader<std::string> Text(size_t min, size_t max) {
@@ -180,7 +182,8 @@ Reader<std::string> Text(size_t min, size_t max) {
                     !std::all_of(text->get().begin(), text->get().end(), printable))
                     return std::nullopt;
                 return text->get();
-            }};
+            },
+            schema::Pattern("[ -~]{" + std::to_string(min) + "," + std::to_string(max) + "}")};
 }
 
 Reader<std::vector<bool>> Flags() {
@@ -196,7 +199,8 @@ Reader<std::vector<bool>> Flags() {
                     flags.push_back(element.as_boolean()->get());
                 }
                 return flags;
-            }};
+            },
+            schema::ListOf(Flag().schema, 255)};
 }
 
 constexpr int64_t kMaxFile = 1 << 20; // bytes
@@ -296,6 +300,12 @@ Reader<std::vector<uint8_t>> Bytes() {
                     return TableBytes(*table);
                 return std::nullopt;
             },
+            schema::AnyOf(
+                {R"({"type": "string"})", schema::ListOf(schema::Integer(0, 255)),
+                 R"({"type": "object", "required": ["hex"], "additionalProperties": false, "properties": {"hex": )" +
+                     schema::Pattern("([ \\n]*[0-9a-fA-F]{2})*[ \\n]*") + "}}",
+                 R"({"type": "object", "required": ["size"], "additionalProperties": false, "properties": {"size": )" +
+                     schema::Integer(0, kMaxFile) + R"(, "fill": )" + schema::Integer(0, 255) + "}}"}),
             ExplainBytes};
 }
 
@@ -351,7 +361,8 @@ Rule NumberList(const std::string &key, std::vector<uint8_t> &target, const std:
             .read =
                 [=, &target](const Where &where, const toml::node &node) {
                     target = ReadNumberList(where, node, noun, repeatable);
-                }};
+                },
+            .schema = [] { return schema::NumberList(255); }};
 }
 
 // ---- tables
@@ -413,7 +424,9 @@ Rule Section(const std::string &key, Rules rules, Finish finish) {
         if (finish)
             finish(where.Inside(), table);
     };
-    return {.key = key, .expected = "table", .read = read, .inside = rules};
+    return {.key = key, .expected = "table", .read = read, .inside = rules, .schema = [rules] {
+                return schema::Table(rules);
+            }};
 }
 
 void ListKeys(const std::string &section, const Rules &rules, std::vector<BoardKey> &keys) {

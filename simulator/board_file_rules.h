@@ -73,6 +73,7 @@ std::string RangeText(int64_t min, int64_t max);           // "a number 0 to 255
 template <class T> struct Reader {
     std::string expected;
     std::function<std::optional<T>(const toml::node &)> parse;
+    std::string schema{}; // the same as JSON Schema
     std::function<void(const Where &, const toml::node &)>
         explain{}; // fails where more can be said of a value
 
@@ -90,7 +91,8 @@ template <class T> struct Reader {
 template <class K> struct KeyReader {
     std::string expected;
     std::function<std::optional<K>(std::string_view)> parse;
-    std::vector<std::string> known; // names worth a suggestion
+    std::vector<std::string> known{}; // names worth a suggestion
+    std::string pattern{};            // a regular expression that its texts match
 };
 
 struct Rule {
@@ -99,8 +101,25 @@ struct Rule {
     std::function<void(const Where &, const toml::node &)> read{};
     bool required = false;
     std::vector<Rule> inside{}; // rules of the section that this key opens
+    std::function<std::string()> schema{};
 };
 using Rules = std::vector<Rule>;
+
+// ---- the same rules as JSON Schema, for editors
+// ------------------------------------------------------------------------
+
+namespace schema {
+std::string Quoted(const std::string &text);
+std::string Integer(int64_t min, int64_t max);
+std::string Pattern(const std::string &pattern); // a text that matches as a whole
+std::string Enumeration(const std::vector<std::string> &words);
+std::string AnyOf(const std::vector<std::string> &schemas);
+std::string ListOf(const std::string &schema, std::optional<size_t> most = std::nullopt);
+std::string Table(const Rules &rules);
+std::string Keyed(const std::string &key_pattern, const std::string &value); // keys that are data
+std::string NumberPattern(int64_t min, int64_t max); // of a number as a text, decimal or 0x...
+std::string NumberList(int64_t max);                 // numbers from 0 and ranges of them
+} // namespace schema
 using Finish = std::function<void(const Where &, const toml::table &)>; // checks that look at several keys
 
 void ReadTable(const Where &section, const toml::table &table, const Rules &rules);
@@ -119,7 +138,8 @@ Reader<T> Number(int64_t min = std::numeric_limits<T>::min(), int64_t max = std:
                 if (number == nullptr || number->get() < min || number->get() > max)
                     return std::nullopt;
                 return static_cast<T>(number->get());
-            }};
+            },
+            schema::Integer(min, max)};
 }
 
 template <class T> using Words = std::vector<std::pair<std::string, T>>;
@@ -129,17 +149,21 @@ template <class T> Reader<T> NumberOr(const Words<T> &words) {
     const Reader<T> number = Number<T>();
     std::string expected = number.expected;
     const char *before = " or ";
+    std::vector<std::string> names;
     for (const auto &[word, value] : words) {
+        names.push_back(word);
         expected += before + ("\"" + word + "\"");
         before = ", ";
     }
-    return {expected, [=](const toml::node &node) -> std::optional<T> {
+    return {expected,
+            [=](const toml::node &node) -> std::optional<T> {
                 if (const auto *text = node.as_string())
                     for (const auto &[word, value] : words)
                         if (word == text->get())
                             return value;
                 return number.parse(node);
-            }};
+            },
+            schema::AnyOf({number.schema, schema::Enumeration(names)})};
 }
 
 Reader<bool> Flag();
@@ -149,7 +173,7 @@ Reader<std::vector<bool>> Flags();
 Reader<std::vector<uint8_t>> Bytes(); // content of a file
 
 template <class K> KeyReader<K> NumberKey(int64_t min, int64_t max, const Words<K> &words = {}) {
-    KeyReader<K> reader{RangeText(min, max), nullptr, {}};
+    KeyReader<K> reader{RangeText(min, max), nullptr, {}, {}};
     for (const auto &[word, value] : words)
         reader.known.push_back(word);
     if (!words.empty())
@@ -163,6 +187,9 @@ template <class K> KeyReader<K> NumberKey(int64_t min, int64_t max, const Words<
             return std::nullopt;
         return static_cast<K>(*number);
     };
+    reader.pattern = schema::NumberPattern(min, max);
+    for (const std::string &word : reader.known)
+        reader.pattern += "|" + word;
     return reader;
 }
 
@@ -173,7 +200,8 @@ template <class T, class V> Rule Value(const std::string &key, T &target, const 
     return {.key = key,
             .expected = reader.expected,
             .read = [=, &target](const Where &where,
-                                 const toml::node &node) { target = reader.Get(where, node); }};
+                                 const toml::node &node) { target = reader.Get(where, node); },
+            .schema = [text = reader.schema] { return text; }};
 }
 
 template <class T> Rule Value(const std::string &key, T &target) {
@@ -221,7 +249,10 @@ Rule List(const std::string &key, std::vector<T> &target, Rules (*element_rules)
             });
         mistakes.ThrowIfAny();
     };
-    return {.key = key, .expected = "tables", .read = read, .inside = element_rules(sample)};
+    const Rules inside = element_rules(sample);
+    return {.key = key, .expected = "tables", .read = read, .inside = inside, .schema = [=] {
+                return schema::ListOf(schema::Table(inside), most);
+            }};
 }
 
 // A table whose keys are data; `store` reads one value.
@@ -257,7 +288,12 @@ Rule Map(const std::string &key, std::map<K, V> &target, const KeyReader<K> &key
                         [&](const Where &at, const toml::node &value) { return reader.Get(at, value); });
     };
     Rule any{.key = "*", .expected = key_reader.expected + " = " + reader.expected};
-    return {.key = key, .expected = "table", .read = read, .inside = {any}};
+    return {
+        .key = key,
+        .expected = "table",
+        .read = read,
+        .inside = {any},
+        .schema = [keys = key_reader.pattern, value = reader.schema] { return schema::Keyed(keys, value); }};
 }
 
 // [key.1], [key.2], ...
@@ -274,7 +310,13 @@ Rule Numbered(const std::string &key, std::map<K, V> &target, const KeyReader<K>
         ReadKeyed<K, V>(where, node, target, key_reader, read_one);
     };
     Rule any{.key = "*", .expected = key_reader.expected, .inside = element_rules(sample)};
-    return {.key = key, .expected = "table", .read = read, .inside = {any}};
+    return {.key = key,
+            .expected = "table",
+            .read = read,
+            .inside = {any},
+            .schema = [keys = key_reader.pattern, any] {
+                return schema::Keyed(keys, schema::Table(any.inside));
+            }};
 }
 
 } // namespace sim::rules

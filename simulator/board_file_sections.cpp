@@ -87,7 +87,8 @@ KeyReader<std::string> PathKey() {
                     return std::nullopt;
                 return std::string(text);
             },
-            {}};
+            {},
+            "/(?!.*\\.\\.).+"};
 }
 
 // "04 0D 6F 03 00": entity, sensor type, event type, instance, reserved.
@@ -106,7 +107,8 @@ KeyReader<std::string> DirectoryKey() {
                 }
                 return key;
             },
-            {}};
+            {},
+            "[0-9a-fA-F]{2}( [0-9a-fA-F]{2}){4}"};
 }
 
 // ---- sections
@@ -337,19 +339,25 @@ void CheckPcie(Draft &draft, const Where &where, const toml::table &table) {
 // A bitmap, or the list of the cards that are there.
 Rule CardBitmap(const std::string &key, uint32_t &target) {
     const std::string expected = "a bitmap 0 to 4294967295 or a list of card numbers 0 to 31";
-    return {
-        .key = key, .expected = expected, .read = [=, &target](const Where &where, const toml::node &node) {
-            if (!node.is_array()) {
-                target = Reader<uint32_t>{expected, Number<uint32_t>().parse}.Get(where, node);
-                return;
-            }
-            for (uint8_t card : ReadNumberList(where, node, "card", std::nullopt)) {
-                if (card > 31)
-                    Fail(where, PlaceOf(node), where.Label() + " holds card " + std::to_string(card),
-                         "it must be " + expected);
-                target |= uint32_t{1} << card;
-            }
-        }};
+    return {.key = key,
+            .expected = expected,
+            .read =
+                [=, &target](const Where &where, const toml::node &node) {
+                    if (!node.is_array()) {
+                        target = Reader<uint32_t>{expected, Number<uint32_t>().parse}.Get(where, node);
+                        return;
+                    }
+                    for (uint8_t card : ReadNumberList(where, node, "card", std::nullopt)) {
+                        if (card > 31)
+                            Fail(where, PlaceOf(node), where.Label() + " holds card " + std::to_string(card),
+                                 "it must be " + expected);
+                        target |= uint32_t{1} << card;
+                    }
+                },
+            .schema =
+                [] {
+                    return schema::AnyOf({schema::Integer(0, UINT32_MAX), schema::NumberList(31)});
+                }};
 }
 
 Rules OcpRules(Ocp &ocp) {
@@ -414,21 +422,28 @@ Rules SensorNumberRules(SensorNumbers &numbers) {
     };
 }
 
+std::vector<std::string> FaultedCalls() {
+    std::vector<std::string> known;
+    for (const CallFacts &call : kCalls)
+        if (call.nature != Nature::kVoid && call.nature != Nature::kLine)
+            known.emplace_back(call.name);
+    return known;
+}
+
 // A misspelled name would never be hit, so only names of calls that obey a fault are taken.
 Rule FaultedCall(std::string &target) {
     const std::string expected = "the name of a platform call";
     auto read = [=, &target](const Where &where, const toml::node &node) {
         const std::string name = Reader<std::string>{expected, Text(1, 63).parse}.Get(where, node);
-        std::vector<std::string> known;
-        for (const CallFacts &call : kCalls)
-            if (call.nature != Nature::kVoid && call.nature != Nature::kLine)
-                known.emplace_back(call.name);
+        const std::vector<std::string> known = FaultedCalls();
         if (std::count(known.begin(), known.end(), name) == 0)
             Fail(where, PlaceOf(node), "unknown call '" + name + "' in " + where.Header(),
                  Suggestion(name, known, "it must be " + expected + " such as '" + known.front() + "'"));
         target = name;
     };
-    return {.key = "call", .expected = expected, .read = read, .required = true};
+    return {.key = "call", .expected = expected, .read = read, .required = true, .schema = [] {
+                return schema::Enumeration(FaultedCalls());
+            }};
 }
 
 Rules FaultRules(Fault &fault) {

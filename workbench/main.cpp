@@ -36,6 +36,7 @@ void AddCommands(Command &program) {
     AddAddRemoveCommands(program);
     AddScenarioCommand(program);
     AddThresholdsCommand(program);
+    AddSchemaCommand(program);
 }
 
 // Whether the line asks for JSON, also when the rest of it cannot be understood.

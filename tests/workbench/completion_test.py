@@ -47,7 +47,7 @@ class Tests(Workbench):
         return done.stdout.decode().split()
 
     def test_bash_offers_commands_and_options(self):
-        self.assertEqual(self.bash("s"), ["show", "serve", "scenario"])
+        self.assertEqual(self.bash("s"), ["show", "serve", "scenario", "schema"])
         self.assertEqual(self.bash("thresholds", ""), ["show", "set", "preflight"])
         self.assertEqual(self.bash("list", "--no"), ["--no-header"])
         self.assertEqual(self.bash("thresholds", "set", "--un"), ["--unc", "--unr"])
@@ -83,7 +83,7 @@ class Tests(Workbench):
 
     def test_everything_that_help_tells_is_offered(self):
         for command in ("list", "show", "export", "diff", "check", "event", "decode-sel", "serve", "add", "remove",
-                        "scenario", "thresholds show", "thresholds set", "thresholds preflight"):
+                        "scenario", "thresholds show", "thresholds set", "thresholds preflight", "schema"):
             with self.subTest(command):
                 words = command.split()
                 told = {part.split("{")[0] for line in self.out(*words, "--help").splitlines() if line.startswith("  -")

@@ -20,6 +20,7 @@ void AddServeCommand(Command &program);
 void AddAddRemoveCommands(Command &program); // add and remove
 void AddScenarioCommand(Command &program);
 void AddWhyCommand(Command &program);
+void AddSchemaCommand(Command &program);
 void AddThresholdsCommand(Command &program); // thresholds show, set, preflight
 
 // What shells and the build ask of the program; no command, and not in --help.

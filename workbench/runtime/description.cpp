@@ -6,12 +6,14 @@
 
 #include "base/text.h"
 #include "runtime/description_rules.h"
+#include "runtime/schema.h"
 
 namespace workbench {
 namespace {
 
 using sim::rules::Reader;
 using sim::rules::Rules;
+namespace schema = sim::rules::schema;
 using sim::rules::Where;
 
 constexpr uint8_t kNoSlot = 255;
@@ -58,7 +60,20 @@ sim::rules::Rule Worded(const std::string &key, std::optional<T> &target, std::s
                          where.Label() + " is the text \"" + text->get() + "\"",
                          sim::rules::Suggestion(text->get(), known, "it must be " + expected));
     };
-    return {.key = key, .expected = expected, .read = read};
+    return {.key = key, .expected = expected, .read = read, .schema = [=] {
+                std::vector<std::string> known;
+                for (const Word &word : words)
+                    known.push_back(word.word);
+                return schema::AnyOf({number.schema, schema::Enumeration(known)});
+            }};
+}
+
+std::string BitsSchema() {
+    std::string words;
+    for (const Word &word : ThresholdTable())
+        words += (words.empty() ? "" : "|") + std::string(word.word);
+    const std::string text = schema::Pattern("(" + words + ")(,(" + words + "))*");
+    return schema::AnyOf({schema::Integer(0, 65535), text, schema::ListOf(text)});
 }
 
 struct Meaning {
@@ -113,7 +128,8 @@ Reader<uint16_t> ThresholdBits() {
                     bits |= *bit;
                 }
                 return static_cast<uint16_t>(bits);
-            }};
+            },
+            BitsSchema()};
 }
 
 Rules DescriptionRules(DescriptionDraft &draft) {
@@ -135,6 +151,16 @@ Rules DescriptionRules(DescriptionDraft &draft) {
         Value("lnr", draft.lnr),
         Value("hysteresis", draft.hysteresis),
     };
+}
+
+std::string BoardSchema() {
+    sim::rules::Draft draft; // only its keys are looked at, here and below
+    return schema::Table(sim::rules::FileRules(draft));
+}
+
+std::string DescriptionSchema() {
+    DescriptionDraft draft;
+    return schema::Table(DescriptionRules(draft));
 }
 
 std::vector<DescriptionKey> DescriptionKeys() {

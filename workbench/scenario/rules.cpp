@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "runtime/description_rules.h"
+#include "scenario/schema.h"
 
 namespace workbench {
 namespace {
@@ -12,6 +13,7 @@ using namespace sim::rules;
 
 constexpr size_t kMostSteps = 10000;
 constexpr size_t kMostInStep = 255;
+constexpr char kTrueSchema[] = R"({"const": true})";
 
 Reader<uint32_t> ProfileReader() {
     Words<uint32_t> words;
@@ -35,7 +37,16 @@ Rule Slots(std::optional<std::vector<uint8_t>> &target) {
             Mismatch(where, node, "a slot number, \"1-24\", or " + NumberListText("slot"));
         }
     };
-    return {.key = "slots", .expected = NumberListText("slot"), .read = read};
+    return {.key = "slots", .expected = NumberListText("slot"), .read = read, .schema = [] {
+                const std::string number = "(" + schema::NumberPattern(0, 255) + ")";
+                return schema::AnyOf({schema::Integer(0, 255), schema::Pattern(number + "(-" + number + ")?"),
+                                      schema::NumberList(255)});
+            }};
+}
+
+std::string TextsSchema() {
+    const std::string text = Text(1, 255).schema;
+    return schema::AnyOf({text, R"({"type": "array", "minItems": 1, "items": )" + text + "}"});
 }
 
 Rule Texts(const std::string &key, std::vector<std::string> &target, const std::string &expected) {
@@ -50,10 +61,23 @@ Rule Texts(const std::string &key, std::vector<std::string> &target, const std::
         if (target.empty())
             Mismatch(where, node, expected);
     };
-    return {.key = key, .expected = expected, .read = read};
+    return {.key = key, .expected = expected, .read = read, .schema = TextsSchema};
 }
 
 // ---- what happens ----------------------------------------------------------------------------------
+
+std::string ChangeSchema() {
+    sim::rules::Draft sample;
+    Rules rules = FileRules(sample);
+    std::erase_if(rules, [](const Rule &rule) { return rule.key == "fault"; });
+    for (Rule &rule : rules)
+        if (rule.key == "board") {
+            std::erase_if(
+                rule.inside, [](const Rule &inner) { return inner.key == "custom_id"; });
+            rule.schema = [inside = rule.inside] { return schema::Table(inside); };
+        }
+    return schema::Table(rules);
+}
 
 // The keys of a board file; what the story itself decides is not among them.
 Rule Change(StepDraft &draft) {
@@ -68,7 +92,7 @@ Rule Change(StepDraft &draft) {
                  "give a step with restart = { profile = \"...\" }");
         draft.change = &table;
     };
-    return {.key = "change", .expected = "tables of a board file", .read = read};
+    return {.key = "change", .expected = "tables of a board file", .read = read, .schema = ChangeSchema};
 }
 
 Rule Restart(StepDraft &draft) {
@@ -79,7 +103,11 @@ Rule Restart(StepDraft &draft) {
             Mismatch(where, node, "true or { profile = \"...\" }");
         ReadTable(where.Inside(), *node.as_table(), {Value("profile", draft.profile, ProfileReader())});
     };
-    return {.key = "restart", .expected = "true or { profile = \"...\" }", .read = read};
+    return {
+        .key = "restart", .expected = "true or { profile = \"...\" }", .read = read, .schema = [] {
+            std::optional<uint32_t> sample;
+            return schema::AnyOf({kTrueSchema, schema::Table({Value("profile", sample, ProfileReader())})});
+        }};
 }
 
 Rule OnlyTrue(const std::string &key) {
@@ -89,7 +117,8 @@ Rule OnlyTrue(const std::string &key) {
                 [](const Where &where, const toml::node &node) {
                     if (const auto *flag = node.as_boolean(); flag == nullptr || !flag->get())
                         Mismatch(where, node, "true");
-                }};
+                },
+            .schema = [] { return kTrueSchema; }};
 }
 
 // Faults have the keys that they have in a board file.
@@ -97,7 +126,11 @@ Rule FaultRule(Draft &draft) {
     Rules rules = FileRules(draft);
     const auto found =
         std::find_if(rules.begin(), rules.end(), [](const Rule &rule) { return rule.key == "fault"; });
-    return {.key = "fault", .expected = found->expected, .read = found->read};
+    return {.key = "fault",
+            .expected = found->expected,
+            .read = found->read,
+            .inside = found->inside,
+            .schema = found->schema};
 }
 
 Rules ThresholdsRules(ThresholdsDraft &draft) {
@@ -119,7 +152,9 @@ Rule RawThreshold(const std::string &key, Expectation &expect) {
     auto read = [=, &expect](const Where &where, const toml::node &node) {
         expect.thresholds.emplace_back(key, Number<uint8_t>().Get(where, node));
     };
-    return {.key = key, .expected = Number<uint8_t>().expected, .read = read};
+    return {.key = key, .expected = Number<uint8_t>().expected, .read = read, .schema = [] {
+                return schema::Integer(0, 255);
+            }};
 }
 
 Rules ExpectationRules(Expectation &expect) {
@@ -146,10 +181,15 @@ Rule Expect(std::optional<Expectation> &target) {
             Texts("expect", expect.words, expected).read(where, node);
         target = expect;
     };
-    return {.key = "expect", .expected = expected, .read = read};
+    return {.key = "expect", .expected = expected, .read = read, .schema = [] {
+                Expectation sample;
+                return schema::AnyOf({TextsSchema(), schema::Table(ExpectationRules(sample))});
+            }};
 }
 
 } // namespace
+
+constexpr const char *kListed[] = {"add", "remove", "fault", "thresholds"};
 
 std::vector<std::string> ActionKeys() {
     return {"add", "remove", "change", "thresholds", "restart", "fault", "clear_faults", "event"};
@@ -173,6 +213,22 @@ Rules StepRules(StepDraft &draft) {
     };
 }
 
+// One action in every step; where several tables may stand, a single one may stand too (see ListSingleTables).
+static std::string StepsSchema() {
+    StepDraft sample;
+    Rules rules = StepRules(sample);
+    for (Rule &rule : rules)
+        if (std::find(std::begin(kListed), std::end(kListed), rule.key) != std::end(kListed))
+            rule.schema = [list = rule.schema, one = schema::Table(rule.inside)] {
+                return schema::AnyOf({one, list()});
+            };
+    std::string step = schema::Table(rules), actions;
+    for (const std::string &action : ActionKeys())
+        actions += (actions.empty() ? "" : ", ") + (R"({"required": [)" + schema::Quoted(action) + "]}");
+    step.insert(step.size() - 1, R"(, "oneOf": [)" + actions + "]");
+    return schema::ListOf(step, kMostSteps);
+}
+
 Rules ScenarioRules(ScenarioDraft &draft) {
     auto read = [&draft](const Where &where, const toml::node &node) {
         const std::string expected = "[[step]] tables, at most " + std::to_string(kMostSteps);
@@ -190,8 +246,13 @@ Rules ScenarioRules(ScenarioDraft &draft) {
         Required(Value("board", draft.board, Text(1, 4095))),
         Value("profile", draft.profile, ProfileReader()),
         Value("record", draft.record),
-        Required({.key = "step", .expected = "[[step]] tables", .read = read}),
+        Required({.key = "step", .expected = "[[step]] tables", .read = read, .schema = StepsSchema}),
     };
+}
+
+std::string StorySchema() {
+    ScenarioDraft draft; // only its keys are looked at
+    return schema::Table(ScenarioRules(draft));
 }
 
 std::vector<UserThresholds> Settled(const std::vector<ThresholdsDraft> &drafts) {
@@ -219,7 +280,7 @@ void ListSingleTables(toml::table &file) {
     if (steps == nullptr)
         return;
     for (toml::node &step : *steps)
-        for (const char *key : {"add", "remove", "fault", "thresholds"}) {
+        for (const char *key : kListed) {
             auto *table = step.is_table() ? step.as_table()->get_as<toml::table>(key) : nullptr;
             if (table == nullptr)
                 continue;
