@@ -144,7 +144,7 @@ class Tests(Workbench):
             self.assertRegex(readme[kind], rf"(?m)^\|[^|\n]*{re.escape(name)}.*\| {re.escape(ast.literal_eval(text))} \|$")
 
     def test_another_kind_is_refused(self):
-        self.assertIn("KIND: boards not in", self.refused(2, "schema", "boards"))
+        self.assertIn("board, story or description is wanted", self.refused(2, "schema", "boards"))
 
 
 if __name__ == "__main__":

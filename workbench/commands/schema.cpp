@@ -94,8 +94,8 @@ void AddSchemaCommand(Command &program) {
         .Required()
         .Takes("")
         .OneOf({"board", "story", "description"});
-    command.Footer("Exit status: 0 done; 2 wrong input.\n"
-                   "Example: oxa-sensors schema board > board.schema.json");
+    command.Footer("Exit status: 0 done; 2 wrong input.");
+    command.Example("oxa-sensors schema board");
     command.Runs([file] { PrintOut(SchemaOf(*file)); });
 }
 
