@@ -22,9 +22,10 @@ std::string AllMistakes(const std::vector<Mistake> &mistakes) {
     return text;
 }
 
-BoardFile FromTable(const toml::table &table, const std::string &shown_path) {
+BoardFile FromTable(toml::table table, const std::string &shown_path) {
     Draft draft = rules::ReadBoard(table, shown_path);
-    return {std::move(draft.board), std::move(draft.notes), std::move(draft.faults), LinesOf(table)};
+    return {std::move(draft.board), std::move(draft.notes), std::move(draft.faults),
+            LinesOf(std::move(table))};
 }
 
 } // namespace

@@ -17,7 +17,7 @@ toml::table LoadToml(const std::string &path, const std::string &example);
 toml::table ParseToml(const std::string &text, const std::string &shown_path);
 
 class BoardLines;
-std::shared_ptr<const BoardLines> LinesOf(const toml::table &table);
+std::shared_ptr<const BoardLines> LinesOf(toml::table &&table);
 
 } // namespace sim
 #endif
