@@ -9,7 +9,7 @@ import unittest
 from support import SENSORS, Workbench, main
 
 COMMANDS = ["list", "show", "export", "diff", "check", "event", "decode-sel", "serve", "add", "remove", "scenario",
-            "thresholds show", "thresholds set", "thresholds preflight", "schema"]
+            "thresholds show", "thresholds set", "thresholds preflight", "schema", "why"]
 
 
 class Tests(Workbench):

@@ -386,14 +386,16 @@ void AddWhyCommand(Command &program) {
     AddBoardOption(command, options->run.board, "Board description (TOML)").Required();
     AddProfileOption(command, options->run.profile,
                      "Customer profile: " + AvailableProfiles() + ", or all; default: the board's");
-    command.AddOption("NAME", options->names, "Sensor names, or patterns such as 'PSU_*_01'").Takes("");
+    command.AddOption("NAME", options->names, "Sensor names, or patterns such as 'PSU_*_01'")
+        .Takes("")
+        .Completes(CompleteSensors);
     command.AddFlag("--dropped", options->dropped,
                     "Every row of the profile that gave no sensor, with the reason");
     command.AddFlag("--json", options->json, "JSON");
     command.Footer(
-        "Example: oxa-sensors why --board boards/two_socket_2u.toml LEAKAGE PSU_TEMP_03\n"
         "Exit status: 0 all of them are in the set, or --dropped; 1 one is not; 2 wrong input, among it a\n"
         "name that no profile has.");
+    command.Example("oxa-sensors why --board boards/two_socket_2u.toml FAN_STATUS_03");
     command.Runs([options] { Why(*options); });
 }
 
