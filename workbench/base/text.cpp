@@ -58,6 +58,16 @@ std::string OneLine(std::string text) {
     return text;
 }
 
+std::string Pattern(const std::string &name) {
+    std::string out;
+    for (const char c : name) {
+        const bool digit = std::isdigit(static_cast<unsigned char>(c)) != 0;
+        if (!digit || out.empty() || out.back() != '*')
+            out += digit ? '*' : c;
+    }
+    return out;
+}
+
 std::string FormatNumber(double value) {
     char text[40];
     std::snprintf(text, sizeof text, "%.7g", value == 0 ? 0.0 : value); // no "-0"

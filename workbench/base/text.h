@@ -17,6 +17,8 @@ std::string Printable(std::string text);
 // One line without line ends.
 std::string OneLine(std::string text);
 
+std::string Pattern(const std::string &name); // every number in it as "*"
+
 std::string FormatNumber(double value);               // "2.35", "-40", "12000"
 std::string Hex(unsigned value, unsigned digits = 2); // "0x0B"
 std::string HexBytes(std::span<const uint8_t> bytes); // "00 00 51"

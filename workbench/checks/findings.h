@@ -50,7 +50,5 @@ private:
     std::vector<Entry> entries_;
 };
 
-std::string Pattern(const std::string &name); // every number in it as "*"
-
 } // namespace workbench
 #endif

@@ -104,16 +104,6 @@ void CheckScale(const StaticSet &set, const Decoded &d, std::vector<Finding> &ou
 
 } // namespace
 
-std::string Pattern(const std::string &name) {
-    std::string out;
-    for (const char c : name) {
-        const bool digit = IsDigit(c);
-        if (!digit || out.empty() || out.back() != '*')
-            out += digit ? '*' : c;
-    }
-    return out;
-}
-
 std::vector<Finding> CheckSet(const StaticSet &set, const std::vector<Decoded> &decoded) {
     std::vector<Finding> out;
     CheckNames(set, decoded, out);

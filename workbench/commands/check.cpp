@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 
 #include "base/errors.h"
@@ -10,6 +9,7 @@
 #include "base/text.h"
 #include "checks/findings.h"
 #include "commands/commands.h"
+#include "sets/board_files.h"
 #include "sets/run_options.h"
 #include "sets/static_set.h"
 
@@ -48,14 +48,8 @@ std::vector<std::string> BoardsOf(const CheckOptions &options) {
         out.push_back(options.run.board);
     if (options.boards.empty())
         return out;
-    std::error_code error;
-    for (const auto &file : std::filesystem::directory_iterator(options.boards, error))
-        if (file.path().extension() == ".toml")
-            out.push_back(file.path().string());
-    if (error)
-        throw InputError(options.boards + ": " + error.message());
-    if (out.empty())
-        throw InputError(options.boards + ": no board descriptions (*.toml) in it");
+    const std::vector<std::string> files = BoardFilesOf(options.boards);
+    out.insert(out.end(), files.begin(), files.end());
     std::sort(out.begin(), out.end());
     return out;
 }
