@@ -30,6 +30,7 @@ void AddCommands(Command &program) {
     AddExportCommand(program);
     AddDiffCommand(program);
     AddCheckCommand(program);
+    AddLockCommand(program);
     AddEventCommand(program);
     AddDecodeSelCommand(program);
     AddServeCommand(program);

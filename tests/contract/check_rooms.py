@@ -30,10 +30,11 @@ WORKBENCH_MAY_KNOW = {
     "why": ("base", "sets"),
     "compare": ("base", "sets", "explain"),
     "runtime": ("base", "sets", "events"),
+    "lock": ("base", "sets", "runtime"),
     "scenario": ("base", "events", "runtime"),
     "thresholds": ("base", "sets", "runtime"),
-    "commands": ("base", "sets", "explain", "checks", "serve", "events", "compare", "runtime", "scenario", "thresholds",
-                 "why"),
+    "commands": ("base", "sets", "explain", "checks", "serve", "events", "compare", "runtime", "lock", "scenario",
+                 "thresholds", "why"),
     "main.cpp": ("base", "commands"),
 }
 PUBLIC = {"oxa/store.h": "store", "oxa/thresholds.h": "thresholds", "oxa/events.h": "events",

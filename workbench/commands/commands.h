@@ -14,6 +14,7 @@ void AddShowCommand(Command &program);
 void AddExportCommand(Command &program);
 void AddDiffCommand(Command &program);
 void AddCheckCommand(Command &program);
+void AddLockCommand(Command &program);
 void AddEventCommand(Command &program);
 void AddDecodeSelCommand(Command &program);
 void AddServeCommand(Command &program);
