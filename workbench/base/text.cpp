@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fnmatch.h>
+#include <map>
 #include <numeric>
 
 namespace workbench {
@@ -66,6 +67,19 @@ std::string Pattern(const std::string &name) {
             out += digit ? '*' : c;
     }
     return out;
+}
+
+std::string NamesText(const std::vector<std::string> &names, size_t most) {
+    std::map<std::string, std::vector<std::string>> alike;
+    for (const std::string &name : names)
+        alike[Pattern(name)].push_back(name);
+    std::vector<std::string> told;
+    for (const auto &[pattern, list] : alike)
+        if (told.size() < most)
+            told.push_back(list.size() == 1 ? list[0] : pattern + " (" + std::to_string(list.size()) + ")");
+    if (alike.size() > most)
+        told.push_back(std::to_string(alike.size() - most) + " more");
+    return Join(told, ", ");
 }
 
 std::string FormatNumber(double value) {

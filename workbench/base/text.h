@@ -19,6 +19,9 @@ std::string OneLine(std::string text);
 
 std::string Pattern(const std::string &name); // every number in it as "*"
 
+// Names that are alike but for their numbers are one: "FAN_STATUS_* (8), VCC12V"; beyond `most` of them "3 more".
+std::string NamesText(const std::vector<std::string> &names, size_t most);
+
 std::string FormatNumber(double value);               // "2.35", "-40", "12000"
 std::string Hex(unsigned value, unsigned digits = 2); // "0x0B"
 std::string HexBytes(std::span<const uint8_t> bytes); // "00 00 51"

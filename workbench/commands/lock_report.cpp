@@ -13,20 +13,6 @@ namespace {
 
 constexpr size_t kNamesTold = 6;
 
-// Names that are alike but for their numbers are one: "FAN_STATUS_* (8)".
-std::string Names(const std::set<std::string> &names) {
-    std::map<std::string, std::vector<std::string>> alike;
-    for (const std::string &name : names)
-        alike[Pattern(name)].push_back(name);
-    std::vector<std::string> told;
-    for (const auto &[pattern, list] : alike)
-        if (told.size() < kNamesTold)
-            told.push_back(list.size() == 1 ? list[0] : pattern + " (" + std::to_string(list.size()) + ")");
-    if (alike.size() > kNamesTold)
-        told.push_back(std::to_string(alike.size() - kNamesTold) + " more");
-    return Join(told, ", ");
-}
-
 std::string Where(const Drift &drift) {
     if (drift.what == "board" || drift.what == "table")
         return "";
@@ -66,7 +52,7 @@ constexpr MeaningLine kMeanings[] = {
 std::string MeaningText(const NamesByProfile &names) {
     std::vector<std::string> parts;
     for (const auto &[profile, list] : names)
-        parts.push_back(profile + " " + Names(list));
+        parts.push_back(profile + " " + NamesText({list.begin(), list.end()}, kNamesTold));
     return parts.empty() ? "none" : Join(parts, "; ");
 }
 

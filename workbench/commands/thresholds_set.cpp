@@ -9,6 +9,7 @@
 #include "base/output.h"
 #include "base/text.h"
 #include "commands/thresholds.h"
+#include "sets/counts.h"
 #include "sets/set_json.h"
 
 namespace workbench {
@@ -53,22 +54,15 @@ uint8_t RawOf(const OfferedRecord &record, const std::string &option, const std:
     const auto wanted = Number(word);
     if (!wanted)
         throw InputError(option + " " + word + ": a number is wanted");
-    std::optional<unsigned> below, above; // nearest bytes
-    for (unsigned raw = 0; raw < 256; ++raw) {
-        const double value = *record.Value(static_cast<uint8_t>(raw));
-        if (value == Rounded(*wanted))
-            return static_cast<uint8_t>(raw);
-        std::optional<unsigned> &side = value < *wanted ? below : above;
-        if (!side ||
-            std::abs(value - *wanted) < std::abs(*record.Value(static_cast<uint8_t>(*side)) - *wanted))
-            side = raw;
-    }
-    const auto text = [&record](unsigned raw) { return record.InUnits(static_cast<uint8_t>(raw)); };
-    if (below && above)
+    const NearCounts near = FindCounts(*record.decoded.reading, *wanted);
+    if (near.exact)
+        return *near.exact;
+    if (near.below && near.above)
         throw InputError(option + " " + word + ": " + record.decoded.name + " has nothing between " +
-                         text(*below) + " and " + text(*above));
+                         record.InUnits(*near.below) + " and " + record.InUnits(*near.above));
     throw InputError(option + " " + word + ": " + record.decoded.name +
-                     (below ? " ends at " : " begins at ") + text(below ? *below : *above));
+                     (near.below ? " ends at " : " begins at ") +
+                     record.InUnits(near.below ? *near.below : *near.above));
 }
 
 // ---- the record ------------------------------------------------------------------------------------

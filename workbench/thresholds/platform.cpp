@@ -10,6 +10,7 @@
 #include "runtime/description.h"
 #include "runtime/platform.h"
 #include "sets/board.h"
+#include "sets/counts.h"
 #include "simulator/simulator.h"
 
 namespace workbench {
@@ -96,15 +97,14 @@ SixThresholds OfferedRecord::Six() const {
 std::optional<double> OfferedRecord::Value(uint8_t raw) const {
     if (!decoded.reading)
         return std::nullopt;
-    const int count = decoded.reading->is_signed ? static_cast<int8_t>(raw) : raw;
-    return Rounded(decoded.reading->factor * count + decoded.reading->offset);
+    return ValueOf(*decoded.reading, raw);
 }
 
 std::string OfferedRecord::InUnits(uint8_t raw) const {
     const auto value = Value(raw);
     if (!value)
         return std::to_string(raw);
-    return FormatNumber(*value) + (decoded.reading->unit.empty() ? "" : " " + decoded.reading->unit);
+    return workbench::InUnits(*decoded.reading, *value);
 }
 
 // Most boards name no profile, which reads as default: the image knows better then.
