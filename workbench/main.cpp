@@ -38,6 +38,7 @@ void AddCommands(Command &program) {
     AddScenarioCommand(program);
     AddThresholdsCommand(program);
     AddSchemaCommand(program);
+    AddSheetCommand(program);
 }
 
 // Whether the line asks for JSON, also when the rest of it cannot be understood.

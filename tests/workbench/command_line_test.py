@@ -83,11 +83,12 @@ class Tests(Workbench):
         self.assertIn(" with changes", self.commit_header(tree)[0])
 
     def test_the_example_of_every_help_works(self):
-        for name in ("boards", "scenarios"):
+        for name in ("boards", "scenarios", "library"):
             os.symlink(os.path.join(SOURCE, name), self.path(name))
         os.symlink(SENSORS, self.path("oxa-sensors"))
         environment = dict(os.environ, PATH=self.folder.name + os.pathsep + os.environ["PATH"])
-        groups = {"thresholds": ("set", "show", "preflight")}  # a file is set before it is shown
+        groups = {"thresholds": ("set", "show", "preflight"),  # a file is set before it is shown
+                  "sheet": ("export", "check", "rows", "image")}
         commands = ["", *re.findall(r"^  ([a-z-]+)  ", self.out("--help").partition("Subcommands:")[2], re.M)]
         commands += [f"{group} {name}" for group, names in groups.items() for name in names]
         self.assertGreater(len(commands), 12)
