@@ -2,6 +2,7 @@
 """The lock: what stands in it, what a difference from it means, how it is merged; and the lock of the tree's own boards."""
 import json
 import os
+import random
 import re
 import shutil
 import subprocess
@@ -292,10 +293,28 @@ class WrongInput(LockTest):
                 (told,) = self.faults("--boards", self.boards, "--check", self.lock)
                 self.assertTrue(told.startswith("oxa-sensors: " + self.lock + expected), told)
 
+    def test_damaged_locks_are_read_to_an_end(self):
+        self.copy("boards/empty.toml")
+        self.write()
+        good = self.text().encode()
+        rng = random.Random(8)
+        for _ in range(20):
+            bad = bytearray(good)
+            for _ in range(rng.choice((1, 10, 100))):
+                at = rng.randrange(100, len(bad))
+                bad[at:at + rng.choice((0, 1, 1, 9))] = rng.choice((b"", b" ", b"\n", b"\xff", b"%", b"@", b"#", b"=", b","))
+            with open(self.lock, "wb") as file:
+                file.write(bad)
+            done = self.run_raw("lock", "--boards", self.boards, "--check", self.lock)
+            self.assertIn(done.returncode, (0, 1, 2), done.stderr)
+            for line in done.stderr.decode("latin-1").splitlines():
+                self.assertTrue(line.startswith("oxa-sensors: " + self.lock + ":"), line)
+
     def test_options_that_do_not_go_together(self):
-        for words in ((), ("-o", "x", "--check", "y"), ("--check", "y", "--json", "--format", "github"),
-                      ("-o", "x", "--format", "markdown")):
+        for words in ((), ("-o", "x", "--check", "y"), ("-o", "x", "--format", "markdown")):
             self.refused(2, "lock", "--boards", "boards", *words)
+        done = self.run_raw("lock", "--boards", "boards", "--check", "y", "--json", "--format", "github")
+        self.assertEqual(done.returncode, 2)
         self.refused(2, "lock", "--boards", "boards", "--check", "/nowhere")
         self.refused(2, "lock", "--boards", "boards", "--check", self.boards)
         self.refused(2, "lock", "--boards", self.boards, "-o", self.lock)  # no board in it

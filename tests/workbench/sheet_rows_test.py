@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""A sheet made rows, built, and held against the set that the built library makes."""
+"""Sheets of all sets; and a sheet made rows, built, and held against the set that the built library makes."""
 import csv
 import glob
 import io
@@ -13,10 +13,22 @@ CXX = os.environ.get("OXA_CXX", "c++")
 FLAGS = ("-std=c++20", "-Os", "-fPIC", "-fno-ident", "-fvisibility=hidden", "-fno-exceptions", "-fno-rtti",
          "-fno-threadsafe-statics", "-fdata-sections")
 OBJECTS = os.path.join(os.path.dirname(SENSORS), "CMakeFiles", "oxa_objects.dir", "library")
+PROFILES = ("default", "kestrin", "pellago", "vorana", "astrel", "quorral", "lumora", "durnow", "ferrisk")
+STYLES = ("comma", "semicolon", "tab")
 WRITABLE = ("°C", "V", "A", "W", "RPM")
 
 
-class Tests(Workbench):
+class RoundTrips(Workbench):
+    def test_every_set_is_as_in_its_own_sheet(self):
+        sheet = self.path("limits.csv")
+        boards = sorted(b for b in os.listdir(os.path.join(SOURCE, "boards")) if b.endswith(".toml"))
+        for i, board in enumerate(boards):
+            for k, profile in enumerate(PROFILES):
+                with self.subTest(board=board, profile=profile):
+                    words = ("--board", "boards/" + board, "--profile", profile)
+                    self.out("sheet", "export", *words, "-o", sheet, "--style", STYLES[(i + k) % 3])
+                    self.assertEqual(self.json("sheet", "check", sheet, *words)["findings"], [])
+
     def compile(self, profile, include, name):
         """The profile's file, with the list of this folder."""
         out = self.path(name)
