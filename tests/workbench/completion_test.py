@@ -47,7 +47,7 @@ class Tests(Workbench):
         return done.stdout.decode().split()
 
     def test_bash_offers_commands_and_options(self):
-        self.assertEqual(self.bash("s"), ["show", "serve", "scenario", "schema"])
+        self.assertEqual(self.bash("s"), ["show", "serve", "scenario", "schema", "sheet"])
         self.assertEqual(self.bash("thresholds", ""), ["show", "set", "preflight"])
         self.assertEqual(self.bash("list", "--no"), ["--no-header"])
         self.assertEqual(self.bash("thresholds", "set", "--un"), ["--unc", "--unr"])

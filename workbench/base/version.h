@@ -6,8 +6,8 @@
 
 namespace workbench {
 
-extern const char kVersion[];     // of the library, "1.0.0"
-extern const char kVersionText[]; // "oxa-sensors 1.0.0 (commit 0123456789ab)"
+extern const char kVersion[];     // of the library, "MAJOR.MINOR.PATCH"
+extern const char kVersionText[]; // with the commit: "oxa-sensors MAJOR.MINOR.PATCH (commit 0123456789ab)"
 
 } // namespace workbench
 #endif
