@@ -45,8 +45,8 @@ private:
 
 struct BoardFile {
     Board board;
-    std::vector<Mistake> notes; // what may be so, but can have no effect
-    std::vector<Fault> faults;  // the [[fault]] tables: what a teaching board lets go wrong
+    std::vector<Mistake> notes;              // what may be so, but can have no effect
+    std::vector<Fault> faults;               // the [[fault]] tables: what a teaching board lets go wrong
     std::shared_ptr<const BoardLines> lines; // where its keys stand
 };
 

@@ -290,23 +290,24 @@ static void ExplainBytes(const Where &where, const toml::node &node) {
 }
 
 Reader<std::vector<uint8_t>> Bytes() {
-    return {"a text, a list of numbers 0 to 255, { hex = \"01 FF\" } or { size = 64, fill = 0 }",
-            [](const toml::node &node) -> std::optional<std::vector<uint8_t>> {
-                if (const auto *text = node.as_string())
-                    return std::vector<uint8_t>(text->get().begin(), text->get().end());
-                if (const auto *list = node.as_array())
-                    return ListedBytes(*list);
-                if (const auto *table = node.as_table())
-                    return TableBytes(*table);
-                return std::nullopt;
-            },
-            schema::AnyOf(
-                {R"({"type": "string"})", schema::ListOf(schema::Integer(0, 255)),
-                 R"({"type": "object", "required": ["hex"], "additionalProperties": false, "properties": {"hex": )" +
-                     schema::Pattern("([ \\n]*[0-9a-fA-F]{2})*[ \\n]*") + "}}",
-                 R"({"type": "object", "required": ["size"], "additionalProperties": false, "properties": {"size": )" +
-                     schema::Integer(0, kMaxFile) + R"(, "fill": )" + schema::Integer(0, 255) + "}}"}),
-            ExplainBytes};
+    return {
+        "a text, a list of numbers 0 to 255, { hex = \"01 FF\" } or { size = 64, fill = 0 }",
+        [](const toml::node &node) -> std::optional<std::vector<uint8_t>> {
+            if (const auto *text = node.as_string())
+                return std::vector<uint8_t>(text->get().begin(), text->get().end());
+            if (const auto *list = node.as_array())
+                return ListedBytes(*list);
+            if (const auto *table = node.as_table())
+                return TableBytes(*table);
+            return std::nullopt;
+        },
+        schema::AnyOf(
+            {R"({"type": "string"})", schema::ListOf(schema::Integer(0, 255)),
+             R"({"type": "object", "required": ["hex"], "additionalProperties": false, "properties": {"hex": )" +
+                 schema::Pattern("([ \\n]*[0-9a-fA-F]{2})*[ \\n]*") + "}}",
+             R"({"type": "object", "required": ["size"], "additionalProperties": false, "properties": {"size": )" +
+                 schema::Integer(0, kMaxFile) + R"(, "fill": )" + schema::Integer(0, 255) + "}}"}),
+        ExplainBytes};
 }
 
 // ---- lists of numbers

@@ -203,7 +203,7 @@ public:
     }
     void SetText(std::string text) {
         text_ = std::move(text);
-    } // shown with the event
+    }                                              // shown with the event
     void SetOutput(const void *out, size_t size) { // what the caller got, for the trace
         output_ = 0;
         for (size_t byte = 0; byte < size; ++byte)

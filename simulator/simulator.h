@@ -107,12 +107,14 @@ enum class Level { kDebug, kInfo, kWarn, kError };
 
 struct Event {
     Kind kind = Kind::kCall;
-    std::string function;       // kCall: the platform function; kLog: the function name in the line
-    std::string args;           // kCall: "index=2 slot=3"
-    int64_t result = 0;         // kCall
-    bool failed = false;        // kCall: by a fault
-    std::optional<uint64_t> output = {}; // kCall: first field of what was handed out through the out-parameter
-    std::optional<size_t> rule = {};     // kCall: the fault rule that decided, counted from 0 in the order of AddFault
+    std::string function; // kCall: the platform function; kLog: the function name in the line
+    std::string args;     // kCall: "index=2 slot=3"
+    int64_t result = 0;   // kCall
+    bool failed = false;  // kCall: by a fault
+    std::optional<uint64_t> output =
+        {}; // kCall: first field of what was handed out through the out-parameter
+    std::optional<size_t> rule =
+        {};                     // kCall: the fault rule that decided, counted from 0 in the order of AddFault
     Level level = Level::kInfo; // kLog
     uint32_t number = 0;        // kLog: module number; kDebug, kAudit: channel level
     std::string file;           // kLog, kStat: source file name as given by the library

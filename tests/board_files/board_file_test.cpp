@@ -461,7 +461,8 @@ TEST(EmptyFile, IsABoardWithEveryDefault) {
 TEST(ShippedBoards, AllLoadAndBeginByTellingWhatTheyTeach) {
     for (const std::string &name : tests::BoardNames()) {
         EXPECT_NO_THROW(tests::LoadBoard(name)) << name;
-        EXPECT_TRUE(std::regex_search(ReadText(tests::BoardPath(name)), std::regex("^#:schema [^\n]+\n# [^\n]+\n# [^\n]+\n")))
+        EXPECT_TRUE(std::regex_search(ReadText(tests::BoardPath(name)),
+                                      std::regex("^#:schema [^\n]+\n# [^\n]+\n# [^\n]+\n")))
             << name;
     }
     EXPECT_GE(tests::BoardNames().size(), 18u);

@@ -22,7 +22,7 @@ void AddAddRemoveCommands(Command &program); // add and remove
 void AddScenarioCommand(Command &program);
 void AddWhyCommand(Command &program);
 void AddSchemaCommand(Command &program);
-void AddSheetCommand(Command &program); // sheet export, check, rows, image
+void AddSheetCommand(Command &program);      // sheet export, check, rows, image
 void AddThresholdsCommand(Command &program); // thresholds show, set, preflight
 
 // What shells and the build ask of the program; no command, and not in --help.

@@ -190,7 +190,8 @@ void SetFromWord(DescriptionDraft &draft, const std::string &key, const std::str
 
 DescriptionDraft LoadDescription(const std::string &path) {
     return AsInput([&] {
-        const toml::table table = sim::LoadToml(path, "a file such as description.toml with class = \"temperature\"");
+        const toml::table table =
+            sim::LoadToml(path, "a file such as description.toml with class = \"temperature\"");
         DescriptionDraft draft;
         sim::rules::ReadTable({.path = path, .section = "", .key = ""}, table, DescriptionRules(draft));
         return draft;
