@@ -95,7 +95,8 @@ class Workbench(unittest.TestCase):
 def main():
     """Runs the tests; the last line says how many passed, for scripts/test to add up."""
     result = unittest.main(exit=False).result
-    failed = len({test.id() for test, _ in result.failures + result.errors})
+    # a case may fail in several of its subtests
+    failed = len({getattr(test, "test_case", test).id() for test, _ in result.failures + result.errors})
     skipped = len(result.skipped)
     print(f"cases: {result.testsRun - failed - skipped} passed, {failed} failed, {skipped} skipped")
     sys.exit(0 if result.wasSuccessful() and result.testsRun else 1)
