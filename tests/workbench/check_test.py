@@ -157,6 +157,14 @@ class Tests(Workbench):
         self.assertEqual(done.returncode, 0)
         self.assertEqual(os.listdir(self.folder.name), [])
 
+    def test_every_mistake_of_a_broken_board_has_its_line(self):
+        self.board("[cpus]\ncuont = 1\n[psus]\ncuont = 1\n", "broken.toml")
+        done = self.run_raw("check", "--boards", self.folder.name)
+        lines = done.stderr.decode().splitlines()
+        self.assertEqual((done.returncode, len(lines)), (2, 2), lines)
+        for line, place in zip(lines, ("broken.toml:2:", "broken.toml:4:"), strict=True):
+            self.assertTrue(line.startswith("oxa-sensors: ") and place in line, line)
+
 
 if __name__ == "__main__":
     main()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <memory>
+#include <sstream>
 
 #include "base/errors.h"
 #include "base/json.h"
@@ -235,8 +236,11 @@ std::string RenderJson(const Report &report, bool verbose) {
 void Check(const CheckOptions &options) {
     const Report report = RunChecks(options);
     PrintOut(options.json ? RenderJson(report, options.verbose) : RenderText(report, options));
-    for (const std::string &fault : report.unreadable)
-        std::fprintf(stderr, "oxa-sensors: %s\n", fault.c_str());
+    for (const std::string &fault : report.unreadable) {
+        std::istringstream mistakes(fault); // a line for each
+        for (std::string line; std::getline(mistakes, line);)
+            std::fprintf(stderr, "oxa-sensors: %s\n", line.c_str());
+    }
     if (!report.unreadable.empty())
         throw ExitStatus(kBadInput);
     if (report.Known() != report.findings.size())
