@@ -14,6 +14,8 @@
 
 namespace sim {
 
+constexpr uint8_t kStorage = 0x0A; // network function of repository and event log
+
 // An open session with a BMC; destroying it closes it.
 class BmcSession {
 public:

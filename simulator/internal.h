@@ -102,6 +102,9 @@ struct State {
     void Note(std::string text);
 };
 State &TheState();
+inline Board &TheBoard() {
+    return TheState().board;
+}
 
 // Which error statistic waits for its error line, per thread.
 struct PendingStat {

@@ -7,10 +7,6 @@ namespace {
 
 using namespace sim;
 
-Board &TheBoard() {
-    return TheState().board;
-}
-
 HalI2cClient Client(const BusClient &client) {
     return {client.bus, client.address};
 }

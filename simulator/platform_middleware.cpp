@@ -7,10 +7,6 @@ namespace {
 
 using namespace sim;
 
-Board &TheBoard() {
-    return TheState().board;
-}
-
 template <class T> Bytes BytesOf(const T *object) {
     return {reinterpret_cast<const uint8_t *>(object), sizeof(T)};
 }

@@ -22,39 +22,44 @@ inline constexpr KindPlace kKindPlaces[] = {
 };
 static_assert(sizeof(kKindPlaces) / sizeof(kKindPlaces[0]) == kKindCount);
 
+// pcIndex is what the index of the group's sensors counts, null where it counts nothing; pcEntryIndex what stands in the
+// device-table entry, where that is something else.
 struct GroupWords {
     Group eGroup;
     const char *pcName;
     const char *pcWords;
+    const char *pcIndex = nullptr;
+    const char *pcEntryIndex = nullptr;
 };
 inline constexpr GroupWords kGroupWords[] = {
     {Group::kTable, "kTable", "the static table"},
     {Group::kRackTable, "kRackTable", "the table of the rack management board"},
     {Group::kCduTable, "kCduTable", "the table of the liquid-cooling unit"},
-    {Group::kSwitchPower, "kSwitchPower", "volts and currents of the switch-board card"},
-    {Group::kSwitchTemp, "kSwitchTemp", "temperatures of the switch-board card"},
-    {Group::kSwitchAir, "kSwitchAir", "inlets and outlets of the switch board"},
-    {Group::kCpu, "kCpu", "per CPU"},
-    {Group::kCpuMore, "kCpuMore", "per CPU, behind the others"},
-    {Group::kCpuDomain, "kCpuDomain", "voltage domains, two per CPU"},
-    {Group::kPsu, "kPsu", "per PSU"},
-    {Group::kPsuRedundancy, "kPsuRedundancy", "per PSU group"},
-    {Group::kDimm, "kDimm", "per DIMM"},
-    {Group::kDimmGroup, "kDimmGroup", "per CPU, in place of the DIMMs"},
-    {Group::kPcie, "kPcie", "per PCIe slot"},
-    {Group::kFan, "kFan", "per fan"},
-    {Group::kDisk, "kDisk", "per disk slot"},
-    {Group::kNvme, "kNvme", "per NVMe disk"},
-    {Group::kDiskGroup, "kDiskGroup", "per backplane"},
-    {Group::kOcp, "kOcp", "per OCP card"},
-    {Group::kOcpError, "kOcpError", "per OCP card, behind the temperature"},
-    {Group::kPowerModule, "kPowerModule", "per power module"},
-    {Group::kUbbRetimer, "kUbbRetimer", "per retimer of the GPU base board"},
-    {Group::kSwitchChip, "kSwitchChip", "per switch chip"},
-    {Group::kGpuRail, "kGpuRail", "per GPU supply rail"},
+    {Group::kSwitchPower, "kSwitchPower", "volts and currents of the switch-board card", "instance from 1"},
+    {Group::kSwitchTemp, "kSwitchTemp", "temperatures of the switch-board card", "instance from 1"},
+    {Group::kSwitchAir, "kSwitchAir", "inlets and outlets of the switch board", "place 0..3"},
+    {Group::kCpu, "kCpu", "per CPU", "printed CPU number"},
+    {Group::kCpuMore, "kCpuMore", "per CPU, behind the others", "printed CPU number"},
+    {Group::kCpuDomain, "kCpuDomain", "voltage domains, two per CPU", "printed CPU number"},
+    {Group::kPsu, "kPsu", "per PSU", "PSU index from 1"},
+    {Group::kPsuRedundancy, "kPsuRedundancy", "per PSU group", "PSU group from 0"},
+    {Group::kDimm, "kDimm", "per DIMM", "DIMM number from 0"},
+    {Group::kDimmGroup, "kDimmGroup", "per CPU, in place of the DIMMs", "DIMM group from 0"},
+    {Group::kPcie, "kPcie", "per PCIe slot", "PCIe slot"},
+    {Group::kFan, "kFan", "per fan", "the fan's silk-screen number"},
+    {Group::kDisk, "kDisk", "per disk slot", "disk slot"},
+    {Group::kNvme, "kNvme", "per NVMe disk", "disk slot"},
+    {Group::kDiskGroup, "kDiskGroup", "per backplane", "disk group from 0"},
+    {Group::kOcp, "kOcp", "per OCP card", "OCP index from 1"},
+    {Group::kOcpError, "kOcpError", "per OCP card, behind the temperature", "OCP index from 1",
+     "OCP slot that the platform restores from the index"},
+    {Group::kPowerModule, "kPowerModule", "per power module", "power module from 1"},
+    {Group::kUbbRetimer, "kUbbRetimer", "per retimer of the GPU base board", "retimer from 1"},
+    {Group::kSwitchChip, "kSwitchChip", "per switch chip", "switch chip from 1"},
+    {Group::kGpuRail, "kGpuRail", "per GPU supply rail", "GPU from 1"},
     {Group::kLanSwitch, "kLanSwitch", "the LAN switch board"},
-    {Group::kCduFan, "kCduFan", "per fan of the liquid-cooling unit"},
-    {Group::kCduSupply, "kCduSupply", "per power supply of the liquid-cooling unit"},
+    {Group::kCduFan, "kCduFan", "per fan of the liquid-cooling unit", "index from 1"},
+    {Group::kCduSupply, "kCduSupply", "per power supply of the liquid-cooling unit", "index from 1"},
 };
 static_assert(sizeof(kGroupWords) / sizeof(kGroupWords[0]) == static_cast<size_t>(Group::kCount) - 1);
 

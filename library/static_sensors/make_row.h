@@ -53,23 +53,23 @@ constexpr void CheckName(const char *pcPattern, size_t nDigits = 3) {
 }
 
 // "The board does not support adding sensor <text>.", where the text is not the name.
-template <size_t N> constexpr VariantText<N> Refused(const char (&acText)[N]) {
+template <size_t N> consteval VariantText<N> Refused(const char (&acText)[N]) {
     return {acText};
 }
-template <size_t N> constexpr VariantText<N> OnSmallBoard(const char (&acText)[N]) {
+template <size_t N> consteval VariantText<N> OnSmallBoard(const char (&acText)[N]) {
     CheckName(acText);
     return {acText};
 }
-template <size_t N> constexpr VariantText<N> Second(const char (&acText)[N]) {
+template <size_t N> consteval VariantText<N> Second(const char (&acText)[N]) {
     CheckName(acText);
     return {acText};
 }
 // The driver writes "... for <text>: ucIndex = %d, ucCnt = %d!" before each record of the row.
-template <size_t N> constexpr AnnouncedText<N> Announced(const char (&acText)[N]) {
+template <size_t N> consteval AnnouncedText<N> Announced(const char (&acText)[N]) {
     return {acText};
 }
 // A name that is at most 16 characters with two digits; with more it is cut.
-template <size_t N> constexpr TwoDigitName<N> TwoDigits(const char (&acText)[N]) {
+template <size_t N> consteval TwoDigitName<N> TwoDigits(const char (&acText)[N]) {
     return {acText};
 }
 

@@ -1,5 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The byte-by-byte view."""
+import re
+
 from support import BASE, FULLEST, TWO_SOCKET, Workbench, main
 
 
@@ -19,6 +21,40 @@ class Tests(Workbench):
                     self.assertTrue(field["field"] and field["meaning"] and all(field["meaning"]), field)
                 self.assertEqual(at, size)
                 self.assertEqual(shown[:len(sensor[raw].split())], sensor[raw].split())
+
+    # Profiles whose rows hold every rule for instances and indices, on boards with every part.
+    SETS = (("fullest", "default"), ("fullest", "kestrin"), ("kestrin_8gpu", "kestrin"), ("simplified", "default"), ("two_socket_2u", "quorral"))
+
+    def test_a_byte_that_differs_among_sensors_of_one_row_says_where_it_comes_from(self):
+        for board, profile in self.SETS:
+            rows = {}
+            for sensor in self.json("show", "*", "--board", f"boards/{board}.toml", "--profile", profile)["sensors"]:
+                entry = bytes.fromhex(sensor["entry"])
+                row = (re.sub(r"[0-9A-F]*\d", "#", sensor["name"]), entry[0], entry[1], sensor["record"][36:44])
+                rows.setdefault(row, []).append(sensor)
+            several = 0
+            for alike in rows.values():
+                for which in ("record_fields", "entry_fields"):
+                    for fields in zip(*(sensor[which] for sensor in alike)):
+                        field = fields[0]
+                        if field["field"] in ("record ID", "record length", "sensor number", "ID string type/length",
+                                              "ID string", "unused"):
+                            continue
+                        if len({f["bytes"] for f in fields}) > 1:
+                            several += 1
+                            self.assertTrue(all(f["set_by"] for f in fields), (board, profile, alike[0]["name"], field))
+            self.assertGreater(several, 10, (board, profile))
+
+    def test_an_instance_of_base_and_number_is_their_sum(self):
+        sums = 0
+        for board, profile in self.SETS:
+            for sensor in self.json("show", "*", "--board", f"boards/{board}.toml", "--profile", profile)["sensors"]:
+                record, entry = ({f["offset"]: f for f in sensor[which]} for which in ("record_fields", "entry_fields"))
+                told = re.fullmatch(r"0x(\w\w) \+ (.*?)(; .*)?", record[9]["set_by"] or "")
+                if told and entry[3]["set_by"] == told[2]:
+                    sums += 1
+                    self.assertEqual(int(record[9]["bytes"], 16), int(told[1], 16) + int(entry[3]["bytes"], 16), sensor["name"])
+        self.assertGreater(sums, 100)
 
     def test_entries_repeat_their_records(self):
         text = self.out("show", "*", "--board", FULLEST)

@@ -10,8 +10,6 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kLongestName = 16;
-
 using Places = std::map<std::string, std::vector<size_t>>;
 
 Finding Make(const StaticSet &set, const char *rule, const std::string &subject, const std::string &text) {

@@ -14,7 +14,6 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kLongestName = 16;
 constexpr unsigned kMaxSlot = 99; // silk numbers have at most two digits
 constexpr uint8_t kPorts[] = {1, 9};
 constexpr uint8_t kDeviceOcp = 6, kDeviceNvme = 59;

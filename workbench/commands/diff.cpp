@@ -15,7 +15,7 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kNamesTold = 4;
+constexpr size_t kNamesInGroup = 4;
 
 struct DiffOptions {
     RunOptions run;          // board: where a side names none
@@ -74,8 +74,8 @@ Breakage FindBreakage(const Sides &s) {
 
 std::string Names(const std::vector<std::string> &names) {
     std::vector<std::string> told(names.begin(),
-                                  names.begin() + static_cast<long>(std::min(names.size(), kNamesTold)));
-    if (names.size() > kNamesTold)
+                                  names.begin() + static_cast<long>(std::min(names.size(), kNamesInGroup)));
+    if (names.size() > kNamesInGroup)
         told.push_back("...");
     return " (" + Join(told, ", ") + ")";
 }

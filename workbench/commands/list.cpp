@@ -17,9 +17,9 @@
 namespace workbench {
 namespace {
 
-std::string Summary(const StaticSet &set, const std::vector<Line> &lines) {
+std::string Summary(const StaticSet &set, const std::vector<ListLine> &lines) {
     size_t full = 0;
-    for (const Line &line : lines)
+    for (const ListLine &line : lines)
         full += line.decoded.kind == RecordKind::kFull;
     const std::string of =
         lines.size() == set.sensors.size() ? "" : " of " + std::to_string(set.sensors.size());
@@ -40,7 +40,8 @@ std::string LeftOut(const std::vector<const ListColumn *> &shown, size_t width) 
                              " (--columns chooses)\n";
 }
 
-std::string RenderTable(const ListOptions &options, const StaticSet &set, const std::vector<Line> &lines) {
+std::string RenderTable(const ListOptions &options, const StaticSet &set,
+                        const std::vector<ListLine> &lines) {
     const size_t width = options.columns.empty() ? TerminalWidth() : 0;
     const auto columns = width != 0 ? FittingColumns(lines, width) : ChosenColumns(options.columns);
     Table table = ListTable(columns, lines);
@@ -51,10 +52,10 @@ std::string RenderTable(const ListOptions &options, const StaticSet &set, const 
     return table.Render(ColourWanted());
 }
 
-std::string RenderJson(const StaticSet &set, const std::vector<Line> &lines) {
+std::string RenderJson(const StaticSet &set, const std::vector<ListLine> &lines) {
     Json out = SetJson(set);
     out["sensors"] = Json::array();
-    for (const Line &line : lines)
+    for (const ListLine &line : lines)
         out["sensors"].push_back(SensorJson(*line.sensor, line.decoded));
     return Dump(out);
 }
@@ -72,7 +73,7 @@ void List(const ListOptions &options) {
     if (options.run.profile == "all")
         return ListAll(options);
     const StaticSet set = BuildStaticSet(options.run);
-    std::vector<Line> lines = SelectSensors(set, options.filter);
+    std::vector<ListLine> lines = SelectSensors(set, options.filter);
     if (!options.sort.empty())
         SortLines(lines, options.sort);
     if (options.reverse)

@@ -12,12 +12,12 @@ namespace {
 
 using Value = std::optional<double>;
 
-const Threshold *Limit(const Line &line, size_t index) {
+const Threshold *Limit(const ListLine &line, size_t index) {
     const auto &all = line.decoded.thresholds;
     return index < all.size() && all[index].readable ? &all[index] : nullptr;
 }
 
-template <size_t index> Cell LimitCell(const Line &line) {
+template <size_t index> Cell LimitCell(const ListLine &line) {
     const Threshold *limit = Limit(line, index);
     if (limit == nullptr)
         return {"-", Style::kDim};
@@ -25,16 +25,16 @@ template <size_t index> Cell LimitCell(const Line &line) {
     return {FormatNumber(limit->value), warns ? Style::kWarm : Style::kHot};
 }
 
-template <size_t index> Value LimitValue(const Line &line) {
+template <size_t index> Value LimitValue(const ListLine &line) {
     const Threshold *limit = Limit(line, index);
     return limit != nullptr ? Value(limit->value) : std::nullopt;
 }
 
-Value InstanceValue(const Line &line) {
+Value InstanceValue(const ListLine &line) {
     return line.sensor->record[SDR_ENTITY_INSTANCE];
 }
 
-Value DeviceValue(const Line &line) {
+Value DeviceValue(const ListLine &line) {
     return line.sensor->entry[0] * 256 + line.sensor->entry[1];
 }
 
@@ -60,26 +60,26 @@ const std::vector<ListColumn> &ListColumns() {
     static const std::vector<ListColumn> columns = {
         {"number",
          {"#", true},
-         [](const Line &line) {
+         [](const ListLine &line) {
              return Cell{std::to_string(line.sensor->ordinal), Style::kDim};
          },
-         [](const Line &line) { return Value(line.sensor->ordinal); }},
+         [](const ListLine &line) { return Value(line.sensor->ordinal); }},
         {"name",
          {"NAME"},
-         [](const Line &line) {
+         [](const ListLine &line) {
              return Cell{line.decoded.name, Style::kBold};
          },
          nullptr},
-        {"kind", {"KIND"}, [](const Line &line) { return Cell{KindText(line.decoded.kind)}; }, nullptr},
-        {"type", {"TYPE"}, [](const Line &line) { return Cell{line.decoded.sensor_type_text}; }, nullptr},
-        {"entity", {"ENTITY"}, [](const Line &line) { return Cell{line.decoded.entity_text}; }, nullptr},
+        {"kind", {"KIND"}, [](const ListLine &line) { return Cell{KindText(line.decoded.kind)}; }, nullptr},
+        {"type", {"TYPE"}, [](const ListLine &line) { return Cell{line.decoded.sensor_type_text}; }, nullptr},
+        {"entity", {"ENTITY"}, [](const ListLine &line) { return Cell{line.decoded.entity_text}; }, nullptr},
         {"instance",
          {"INST"},
-         [](const Line &line) { return Cell{Hex(line.sensor->record[SDR_ENTITY_INSTANCE])}; },
+         [](const ListLine &line) { return Cell{Hex(line.sensor->record[SDR_ENTITY_INSTANCE])}; },
          InstanceValue},
         {"reading",
          {"READING"},
-         [](const Line &line) {
+         [](const ListLine &line) {
              return Cell{ReadingText(line.decoded), line.decoded.reading ? Style::kPlain : Style::kDim};
          },
          nullptr},
@@ -91,7 +91,7 @@ const std::vector<ListColumn> &ListColumns() {
         {"unr", {"UNR", true}, LimitCell<5>, LimitValue<5>},
         {"device",
          {"DEVICE"},
-         [](const Line &line) { return Cell{DeviceText(line.sensor->entry)}; },
+         [](const ListLine &line) { return Cell{DeviceText(line.sensor->entry)}; },
          DeviceValue},
     };
     return columns;
@@ -112,7 +112,7 @@ std::vector<const ListColumn *> ChosenColumns(const std::string &names) {
     return out;
 }
 
-std::vector<const ListColumn *> FittingColumns(const std::vector<Line> &lines, size_t width) {
+std::vector<const ListColumn *> FittingColumns(const std::vector<ListLine> &lines, size_t width) {
     std::vector<const ListColumn *> out = ChosenColumns("");
     for (const char *name : kLeaveOut) {
         if (ListTable(out, lines).Width() <= width)
@@ -122,9 +122,9 @@ std::vector<const ListColumn *> FittingColumns(const std::vector<Line> &lines, s
     return out;
 }
 
-void SortLines(std::vector<Line> &lines, const std::string &name) {
+void SortLines(std::vector<ListLine> &lines, const std::string &name) {
     const ListColumn &column = *Find(name);
-    std::stable_sort(lines.begin(), lines.end(), [&column](const Line &left, const Line &right) {
+    std::stable_sort(lines.begin(), lines.end(), [&column](const ListLine &left, const ListLine &right) {
         if (column.value == nullptr)
             return column.cell(left).text < column.cell(right).text;
         const Value a = column.value(left), b = column.value(right);
@@ -132,12 +132,12 @@ void SortLines(std::vector<Line> &lines, const std::string &name) {
     });
 }
 
-Table ListTable(const std::vector<const ListColumn *> &columns, const std::vector<Line> &lines) {
+Table ListTable(const std::vector<const ListColumn *> &columns, const std::vector<ListLine> &lines) {
     std::vector<Column> headers;
     for (const ListColumn *column : columns)
         headers.push_back(column->column);
     Table table(std::move(headers));
-    for (const Line &line : lines) {
+    for (const ListLine &line : lines) {
         std::vector<Cell> row;
         for (const ListColumn *column : columns)
             row.push_back(column->cell(line));

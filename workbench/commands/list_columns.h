@@ -14,13 +14,13 @@
 
 namespace workbench {
 
-using Line = Selected;
+using ListLine = Selected;
 
 struct ListColumn {
     const char *name; // "uc"
     Column column;
-    Cell (*cell)(const Line &line);
-    std::optional<double> (*value)(const Line &line); // to sort by; null: by the text
+    Cell (*cell)(const ListLine &line);
+    std::optional<double> (*value)(const ListLine &line); // to sort by; null: by the text
 };
 
 // In the order in which the table shows them.
@@ -30,11 +30,11 @@ const std::vector<ListColumn> &ListColumns();
 std::vector<const ListColumn *> ChosenColumns(const std::string &names);
 
 // Those that fit into a terminal; the ones that are missed least go first.
-std::vector<const ListColumn *> FittingColumns(const std::vector<Line> &lines, size_t width);
+std::vector<const ListColumn *> FittingColumns(const std::vector<ListLine> &lines, size_t width);
 
-void SortLines(std::vector<Line> &lines, const std::string &column); // lines without a value come last
+void SortLines(std::vector<ListLine> &lines, const std::string &column); // lines without a value come last
 
-Table ListTable(const std::vector<const ListColumn *> &columns, const std::vector<Line> &lines);
+Table ListTable(const std::vector<const ListColumn *> &columns, const std::vector<ListLine> &lines);
 
 } // namespace workbench
 #endif

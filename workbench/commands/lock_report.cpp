@@ -11,7 +11,7 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kNamesTold = 6;
+constexpr size_t kNamesInDrift = 6;
 
 std::string Where(const Drift &drift) {
     if (drift.what == "board" || drift.what == "table")
@@ -36,29 +36,29 @@ std::string Sentence(const Drift &drift) {
 struct MeaningLine {
     const char *key;  // of JSON
     const char *text; // followed by profiles and names
-    const NamesByProfile Meaning::*names;
+    const NamesByProfile DriftMeaning::*names;
 };
-constexpr MeaningLine kMeanings[] = {
+constexpr MeaningLine kDriftMeanings[] = {
     {"thresholds_dropped", "Stored user thresholds that are not found again (name and readable mask)",
-     &Meaning::dropped},
+     &DriftMeaning::dropped},
     {"thresholds_read_otherwise", "Stored user thresholds whose bytes are other values now",
-     &Meaning::read_anew},
+     &DriftMeaning::read_anew},
     {"thresholds_in_force", "Stored user thresholds stay in force over the changed limits",
-     &Meaning::outranked},
-    {"names_gone", "Names that monitoring may ask for and that are gone", &Meaning::names_gone},
-    {"names_read_otherwise", "Names that stay and are read otherwise", &Meaning::new_meaning},
+     &DriftMeaning::outranked},
+    {"names_gone", "Names that monitoring may ask for and that are gone", &DriftMeaning::names_gone},
+    {"names_read_otherwise", "Names that stay and are read otherwise", &DriftMeaning::new_meaning},
 };
 
 std::string MeaningText(const NamesByProfile &names) {
     std::vector<std::string> parts;
     for (const auto &[profile, list] : names)
-        parts.push_back(profile + " " + NamesText({list.begin(), list.end()}, kNamesTold));
+        parts.push_back(profile + " " + NamesText({list.begin(), list.end()}, kNamesInDrift));
     return parts.empty() ? "none" : Join(parts, "; ");
 }
 
 std::vector<std::string> MeaningLines(const LockReport &report, bool empty_too) {
     std::vector<std::string> out;
-    for (const MeaningLine &line : kMeanings)
+    for (const MeaningLine &line : kDriftMeanings)
         if (const NamesByProfile &names = report.comparison.meaning.*line.names; empty_too || !names.empty())
             out.push_back(std::string(line.text) + ": " + MeaningText(names));
     return out;
@@ -183,7 +183,7 @@ std::string LockAsJson(const LockReport &report) {
                                       {"boards", d.boards},
                                       {"records", d.count},
                                       {"line", d.line == 0 ? Json(nullptr) : Json(d.line)}});
-    for (const MeaningLine &line : kMeanings)
+    for (const MeaningLine &line : kDriftMeanings)
         out[line.key] = ByProfileJson(report.comparison.meaning.*line.names);
     return Dump(out);
 }

@@ -131,7 +131,7 @@ std::vector<size_t> Unexpected(const Json &steps) {
     return out;
 }
 
-std::string Verdict(const StoryEnd &end) {
+std::string EndVerdict(const StoryEnd &end) {
     size_t judged = 0;
     for (const Json &step : end.steps)
         judged += step.at("expected").is_boolean();
@@ -167,7 +167,7 @@ std::string Render(const ScenarioOptions &options, const Scenario &scenario, con
            Others(final.other_events, "event") + "\n";
     if (!final.events.empty())
         out += EventTable(final.events, colour);
-    out += "\n" + Verdict(end) + "\n";
+    out += "\n" + EndVerdict(end) + "\n";
     for (const std::string &difference : final.differences)
         out += "! " + difference + "\n";
     for (const std::string &violation : end.violations)

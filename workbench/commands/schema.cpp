@@ -14,10 +14,10 @@
 namespace workbench {
 namespace {
 
-struct Meaning {
+struct KeyMeaning {
     const char *file, *key, *meaning;
 };
-constexpr Meaning kMeanings[] = {
+constexpr KeyMeaning kMeanings[] = {
 #define MEANING(file, key, meaning) {file, key, meaning},
 #include "commands/schema_meanings.def"
 #undef MEANING
@@ -27,7 +27,7 @@ using Meanings = std::map<std::string, std::string>; // by dotted key; "*" for k
 
 Meanings MeaningsOf(const std::string &file, const std::string &prefix) {
     Meanings out;
-    for (const Meaning &meaning : kMeanings)
+    for (const KeyMeaning &meaning : kMeanings)
         if (meaning.file == file)
             out[prefix + meaning.key] = meaning.meaning;
     return out;

@@ -16,7 +16,7 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kNamesTold = 12;
+constexpr size_t kNamesWithoutLimits = 12;
 constexpr const char *kColumns =
     "The first row names the columns, in any order: Name (or Sensor), Unit, LNR, LC, LNC, UNC, UC, UNR.\n"
     "Comma, semicolon or tab; decimal point or comma; an empty cell or \"-\" is no limit.\n";
@@ -80,7 +80,7 @@ std::string CheckText(const SheetOptions &options, const JudgedSheet &judged) {
                "' is not looked at\n";
     const std::vector<std::string> &none = judged.judgement.without_limits;
     if (!none.empty())
-        out += options.file + ": no limits in sheet and set: " + NamesText(none, kNamesTold) + "\n";
+        out += options.file + ": no limits in sheet and set: " + NamesText(none, kNamesWithoutLimits) + "\n";
     const size_t found = judged.judgement.findings.size();
     return out + options.file + ": " + std::to_string(judged.sheet.rows.size()) + " sensors in the sheet, " +
            (found == 0 ? "the set is as in the sheet"

@@ -18,7 +18,7 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kNamesTold = 6;
+constexpr size_t kNamesKept = 6;
 
 // Limits of the set whose cell is empty: neither a row nor a user can take them away.
 std::vector<std::string> KeptLimits(const JudgedSheet &judged) {
@@ -42,7 +42,7 @@ std::vector<std::string> FactorFaults(const SheetOptions &options, const JudgedS
     std::vector<std::string> out;
     for (const SheetSensor &sensor : judged.judgement.sensors) {
         const Sensor &record = judged.sensors[static_cast<size_t>(sensor.sensor - judged.set.data())];
-        const std::string origin = Origin(record, 'S', FULL_SDR_M_VALUE_LS_8_BITS);
+        const std::string origin = Origin(RowThatBuilt(record), 'S', FULL_SDR_M_VALUE_LS_8_BITS);
         if (sensor.Changes() && !origin.empty())
             out.push_back(SheetWhere(options, sensor) + "its factor is not the list's (" + origin +
                           "), so no row can give its limits");
@@ -62,7 +62,7 @@ std::string RowsText(const std::string &list, const ListEdits &edits, const std:
                       std::to_string(bytes) + " bytes more (" + std::to_string(grown) +
                       " without limits of their own before)\n";
     if (!kept.empty())
-        out += "empty in the sheet and not to be taken away by a row: " + NamesText(kept, kNamesTold) + "\n";
+        out += "empty in the sheet and not to be taken away by a row: " + NamesText(kept, kNamesKept) + "\n";
     return out + Patch(list, edits.edits);
 }
 
@@ -173,7 +173,7 @@ void SheetImage(const SheetOptions &options) {
                               {"kept", kept}}));
     PrintOut((kept.empty()
                   ? ""
-                  : "empty in the sheet, kept from the record: " + NamesText(kept, kNamesTold) + "\n") +
+                  : "empty in the sheet, kept from the record: " + NamesText(kept, kNamesKept) + "\n") +
              options.output + ": " + std::to_string(image.entries.size()) + " of " +
              std::to_string(SENSOR_MAX_COUNT) + " entries, " + SavedUnder(judged.custom_id) + "\n");
 }

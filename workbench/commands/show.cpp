@@ -98,7 +98,7 @@ Json FieldsJson(const std::vector<Field> &fields, std::span<const uint8_t> bytes
     return out;
 }
 
-std::string RenderJson(const StaticSet &set, const std::vector<Selected> &found) {
+std::string DetailsJson(const StaticSet &set, const std::vector<Selected> &found) {
     Json out = SetJson(set);
     out["sensors"] = Json::array();
     for (const Selected &f : found) {
@@ -114,7 +114,7 @@ void Show(const ShowOptions &options) {
     const StaticSet set = BuildStaticSet(options.run);
     const std::vector<Selected> found = SelectSensors(set, options.names);
     if (options.json)
-        return PrintOut(RenderJson(set, found));
+        return PrintOut(DetailsJson(set, found));
     std::string out;
     const bool colour = ColourWanted();
     for (const Selected &f : found) {

@@ -162,8 +162,8 @@ Style StatusStyle(Status status) {
                                                                       : Style::kWarm;
 }
 
-std::vector<Cell> Row(const Preflight &run, size_t index, Status status, const std::string &origin,
-                      const std::string &what) {
+std::vector<Cell> VerdictRow(const Preflight &run, size_t index, Status status, const std::string &origin,
+                             const std::string &what) {
     return {{std::to_string(index + 1), Style::kDim},
             {StatusText(status), StatusStyle(status)},
             {run.image.entries[index].name, Style::kBold},
@@ -176,9 +176,9 @@ std::string RenderText(const Preflight &run) {
     for (size_t i = 0; i < run.verdicts.size(); ++i) {
         const Verdict &verdict = run.verdicts[i];
         for (const Offer &offer : verdict.offers)
-            table.Add(Row(run, i, offer.status, offer.record->origin, offer.what));
+            table.Add(VerdictRow(run, i, offer.status, offer.record->origin, offer.what));
         if (verdict.offers.empty())
-            table.Add(Row(run, i, verdict.status, "-", verdict.why));
+            table.Add(VerdictRow(run, i, verdict.status, "-", verdict.why));
     }
     std::string out = Head(run) + "\n";
     if (!run.verdicts.empty())

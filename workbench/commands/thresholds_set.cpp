@@ -15,8 +15,6 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kLongestName = 16;
-
 // What is to be stored, and what it was made from.
 struct Plan {
     uint32_t custom_id = 0;

@@ -16,7 +16,7 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kTextWidth = 96;
+constexpr size_t kReasonWidth = 96;
 constexpr size_t kMostNames = 8;
 
 struct WhyOptions {
@@ -27,7 +27,7 @@ struct WhyOptions {
 };
 
 // What is to be told about one profile.
-struct Answers {
+struct WhyAnswers {
     const Profile *profile;
     size_t sensors = 0, rows = 0; // in the set, in the list
     std::vector<Present> present;
@@ -51,7 +51,7 @@ bool HasSensor(const Trial &trial, const Row &row) {
         [&row](const Sensor &sensor) { return Built(row, sensor); });
 }
 
-void AddPattern(const Trials &trials, const std::string &pattern, Answers &out) {
+void AddPattern(const Trials &trials, const std::string &pattern, WhyAnswers &out) {
     for (const Row &row : RowsOf(trials.profile())) {
         for (const Sensor &sensor : trials.AsItIs().sensors)
             if (Built(row, sensor) && MatchesGlob(NameOf(sensor), pattern))
@@ -61,7 +61,7 @@ void AddPattern(const Trials &trials, const std::string &pattern, Answers &out) 
     }
 }
 
-void AddName(const Trials &trials, const std::string &name, Answers &out) {
+void AddName(const Trials &trials, const std::string &name, WhyAnswers &out) {
     const size_t before = out.present.size();
     for (const Sensor &sensor : trials.AsItIs().sensors)
         for (const Row &row : RowsOf(trials.profile()))
@@ -110,11 +110,11 @@ void CheckNames(const std::vector<std::string> &names, const std::vector<const P
     }
 }
 
-Answers Ask(const WhyOptions &options, const Profile &profile) {
+WhyAnswers Ask(const WhyOptions &options, const Profile &profile) {
     RunOptions run = options.run;
     run.profile = profile.name;
     const Trials trials(run);
-    Answers out{&profile, trials.AsItIs().sensors.size(), RowsOf(profile).size(), {}, {}, {}};
+    WhyAnswers out{&profile, trials.AsItIs().sensors.size(), RowsOf(profile).size(), {}, {}, {}};
     for (const std::string &name : options.names)
         HasWildcard(name) ? AddPattern(trials, name, out) : AddName(trials, name, out);
     if (options.dropped)
@@ -165,20 +165,20 @@ std::string SetsText(const Present &present, const Asked &asked) {
 
 // ---- text -------------------------------------------------------------------------------------------------------
 
-std::string Line(const std::string &word, const std::string &text) {
+std::string WordLine(const std::string &word, const std::string &text) {
     std::string out;
-    for (const std::string &part : Wrap(text, kTextWidth))
+    for (const std::string &part : Wrap(text, kReasonWidth))
         out += (out.empty() ? "  " + word + std::string(8 - word.size(), ' ') : std::string(10, ' ')) + part +
                "\n";
     return text.empty() ? "" : out;
 }
 
 std::string RowText(const Row &row, const Profile &profile) {
-    return Line("row", RowPlace(row) + ", row " + std::to_string(row.place) + " of " +
-                           std::to_string(RowsOf(profile).size()) + " of the profile") +
-           Line("kind", KindName(row) + ", " + KindPlace(row)) +
-           Line("group", std::string(row.Words().pcName) + ": " + row.Words().pcWords) +
-           Line("logs as", row.function.empty() ? "the driver" : row.function);
+    return WordLine("row", RowPlace(row) + ", row " + std::to_string(row.place) + " of " +
+                               std::to_string(RowsOf(profile).size()) + " of the profile") +
+           WordLine("kind", KindName(row) + ", " + KindPlace(row)) +
+           WordLine("group", std::string(row.Words().pcName) + ": " + row.Words().pcWords) +
+           WordLine("logs as", row.function.empty() ? "the driver" : row.function);
 }
 
 std::string OrText(const std::vector<std::string> &parts) {
@@ -195,19 +195,19 @@ std::string GoneText(const std::vector<std::string> &when) {
 }
 
 std::string AskedText(const Asked &asked, const std::string &sets) {
-    std::string out = Line("asked", CallText(asked.event) + " = " + ValueText(asked.event));
-    out += Line("  from", asked.from);
-    out += Line("  sets", sets);
-    return out + Line("  gone", asked.gone_when.empty() ? "" : "when it " + GoneText(asked.gone_when));
+    std::string out = WordLine("asked", CallText(asked.event) + " = " + ValueText(asked.event));
+    out += WordLine("  from", asked.from);
+    out += WordLine("  sets", sets);
+    return out + WordLine("  gone", asked.gone_when.empty() ? "" : "when it " + GoneText(asked.gone_when));
 }
 
-std::string RenderPresent(const Answers &answers, const Present &present, bool colour) {
+std::string RenderPresent(const WhyAnswers &answers, const Present &present, bool colour) {
     std::string out = Paint(NameOf(present.sensor), Style::kBold, colour) + ": in the set of " +
                       answers.profile->name + ", sensor " + std::to_string(present.sensor.ordinal) + " of " +
                       std::to_string(answers.sensors) + "\n" + RowText(*present.row, *answers.profile);
     for (const Asked &asked : present.asked)
         out += AskedText(asked, SetsText(present, asked));
-    return out + (present.asked.empty() ? Line("asked", "nothing: every board has it") : "");
+    return out + (present.asked.empty() ? WordLine("asked", "nothing: every board has it") : "");
 }
 
 std::string BuiltText(std::vector<std::string> names) {
@@ -216,21 +216,22 @@ std::string BuiltText(std::vector<std::string> names) {
     return Join(names, ", ") + (more != 0 ? " and " + std::to_string(more) + " more" : "");
 }
 
-std::string RenderAbsent(const Answers &answers, const std::string &name, const Absent &absent, bool colour) {
+std::string RenderAbsent(const WhyAnswers &answers, const std::string &name, const Absent &absent,
+                         bool colour) {
     std::string out = Paint(name, Style::kBold, colour) + ": not in the set of " + answers.profile->name +
                       " (" + Word(absent.cause) + ")\n" + RowText(*absent.row, *answers.profile);
-    out += Line("why", absent.text) + Line("log", absent.line);
+    out += WordLine("why", absent.text) + WordLine("log", absent.line);
     for (const Asked &asked : absent.decided_by)
         out += AskedText(asked, "");
-    return out + Line("tried", absent.tried) + Line("built", BuiltText(absent.built));
+    return out + WordLine("tried", absent.tried) + WordLine("built", BuiltText(absent.built));
 }
 
-std::string RenderElsewhere(const Answers &answers, const std::string &name, bool colour) {
+std::string RenderElsewhere(const WhyAnswers &answers, const std::string &name, bool colour) {
     return Paint(name, Style::kBold, colour) + ": no row of profile " + answers.profile->name +
-           " makes it\n" + Line("has it", Join(ProfilesWith(name), ", "));
+           " makes it\n" + WordLine("has it", Join(ProfilesWith(name), ", "));
 }
 
-std::string RenderNames(const Answers &answers, bool colour) {
+std::string RenderNames(const WhyAnswers &answers, bool colour) {
     std::vector<std::string> parts;
     for (const Present &present : answers.present)
         parts.push_back(RenderPresent(answers, present, colour));
@@ -249,7 +250,7 @@ std::string FromText(const Absent &absent) {
     return Join(places, "; ");
 }
 
-std::string RenderDropped(const Answers &answers, const std::string &board, bool colour) {
+std::string RenderDropped(const WhyAnswers &answers, const std::string &board, bool colour) {
     Table table({{"LINE", true}, {"NAME"}, {"CAUSE"}, {"WHY"}, {"FROM"}});
     for (const auto &[name, absent] : answers.absent)
         table.Add({{std::to_string(absent.row->line), Style::kDim},
@@ -321,7 +322,7 @@ Json AbsentJson(const std::string &name, const Absent &absent) {
     return out;
 }
 
-Json AnswersJson(const Answers &answers) {
+Json AnswersJson(const WhyAnswers &answers) {
     Json out{{"name", answers.profile->name},
              {"count", answers.sensors},
              {"rows", answers.rows},
@@ -338,15 +339,15 @@ Json AnswersJson(const Answers &answers) {
 
 // ---- the command ------------------------------------------------------------------------------------------------
 
-void CheckOptions(const WhyOptions &options) {
+void CheckWhyOptions(const WhyOptions &options) {
     if (options.dropped != options.names.empty())
         throw InputError("why: give one or more names, or --dropped");
 }
 
-std::string Render(const WhyOptions &options, const std::vector<Answers> &all) {
+std::string Render(const WhyOptions &options, const std::vector<WhyAnswers> &all) {
     std::string out;
     const bool colour = ColourWanted();
-    for (const Answers &answers : all)
+    for (const WhyAnswers &answers : all)
         out +=
             (out.empty() ? "" : "\n") + (options.dropped ? RenderDropped(answers, options.run.board, colour)
                                                          : RenderNames(answers, colour));
@@ -354,24 +355,24 @@ std::string Render(const WhyOptions &options, const std::vector<Answers> &all) {
 }
 
 void Why(const WhyOptions &options) {
-    CheckOptions(options);
+    CheckWhyOptions(options);
     const std::vector<const Profile *> profiles =
         options.run.profile == "all"
             ? ProfilesWithDriver()
             : std::vector{&FindProfile(SettledProfile(options.run.profile, options.run.board))};
     CheckNames(options.names, profiles);
-    std::vector<Answers> all;
+    std::vector<WhyAnswers> all;
     for (const Profile *profile : profiles)
         all.push_back(Ask(options, *profile));
     if (options.json) {
         Json out{{"board", options.run.board}, {"profiles", Json::array()}};
-        for (const Answers &answers : all)
+        for (const WhyAnswers &answers : all)
             out["profiles"].push_back(AnswersJson(answers));
         PrintOut(Dump(out));
     } else {
         PrintOut(Render(options, all));
     }
-    const bool missing = std::any_of(all.begin(), all.end(), [](const Answers &answers) {
+    const bool missing = std::any_of(all.begin(), all.end(), [](const WhyAnswers &answers) {
         return !answers.absent.empty() || !answers.elsewhere.empty();
     });
     if (missing && !options.dropped)

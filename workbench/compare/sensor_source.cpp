@@ -16,8 +16,6 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kHeader = SDR_RECORD_LENGTH + 1;
-
 std::string ReadWholeFile(const std::string &path) {
     struct stat info {};
     std::ifstream file(path, std::ios::binary);
@@ -40,9 +38,9 @@ Sensor &AddSensor(SensorSource &source) {
 void ReadRaw(const std::string &path, const std::string &bytes, SensorSource &source) {
     for (size_t at = 0; at < bytes.size();) {
         const std::string where = Where(path, source.sensors.size() + 1);
-        if (bytes.size() - at < kHeader)
+        if (bytes.size() - at < kRecordHeader)
             throw InputError(where + "the file ends within its header");
-        const size_t size = static_cast<uint8_t>(bytes[at + SDR_RECORD_LENGTH]) + kHeader;
+        const size_t size = static_cast<uint8_t>(bytes[at + SDR_RECORD_LENGTH]) + kRecordHeader;
         if (size > SDR_SLOT_SIZE || bytes[at + SDR_VERSION] != 0x51)
             throw InputError(where + "no sensor record (is this a file of 'oxa-sensors export'?)");
         if (bytes.size() - at < size)

@@ -60,6 +60,30 @@ constexpr DeviceCode kDeviceCodes[] = {
     {0xF2, "NVMe disk temperature"},
 };
 
+constexpr bool HasText(uint8_t code) {
+    for (const DeviceCode &row : kDeviceCodes)
+        if (row.code == code)
+            return true;
+    return false;
+}
+constexpr bool IsUsed(uint8_t code) {
+    for (const oxa::SensorKind &kind : oxa::kKinds)
+        if (kind.tDoes.tDevice.ucCode == code)
+            return true;
+    return false;
+}
+static_assert(
+    [] {
+        for (const oxa::SensorKind &kind : oxa::kKinds)
+            if (!HasText(kind.tDoes.tDevice.ucCode))
+                return false;
+        for (const DeviceCode &row : kDeviceCodes)
+            if (!IsUsed(row.code))
+                return false;
+        return true;
+    }(),
+    "each device code that a kind has is explained, and no other");
+
 std::string DeviceCodeText(uint8_t code) {
     for (const DeviceCode &row : kDeviceCodes)
         if (row.code == code)
@@ -151,9 +175,10 @@ std::string CopyText(const EntryRow &row, const Sensor &sensor) {
 } // namespace
 
 std::vector<Field> ExplainEntry(const Sensor &sensor) {
+    const Row *built_by = RowThatBuilt(sensor);
     std::vector<Field> out;
     for (const EntryRow &row : kRows) {
-        std::string origin = row.record_byte >= 0 ? CopyText(row, sensor) : Origin(sensor, 'E', row.offset);
+        std::string origin = row.record_byte >= 0 ? CopyText(row, sensor) : Origin(built_by, 'E', row.offset);
         out.push_back({row.offset, row.size, row.name, {Meaning(row, sensor.entry)}, origin});
     }
     return out;

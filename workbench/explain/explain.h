@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "sets/decode.h"
+#include "sets/rows.h"
 
 namespace workbench {
 
@@ -23,8 +24,9 @@ struct Field {
 std::vector<Field> ExplainRecord(const Sensor &sensor, const Decoded &decoded);
 std::vector<Field> ExplainEntry(const Sensor &sensor);
 
-// What set a byte of the record ('S') or of the entry ('E') of this sensor; empty when nothing is known.
-std::string Origin(const Sensor &sensor, char where, unsigned offset);
+// What gives a byte of the record ('S') or of the entry ('E') of the row's sensors its value, where it differs among them;
+// empty where it does not, and without a row.
+std::string Origin(const Row *row, char where, unsigned offset);
 
 } // namespace workbench
 #endif

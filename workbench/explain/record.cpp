@@ -322,9 +322,10 @@ constexpr FieldRow kCompact[] = {
 };
 
 template <size_t N> void AddRows(const View &view, const FieldRow (&rows)[N], std::vector<Field> &out) {
+    const Row *built_by = RowThatBuilt(view.sensor);
     for (const FieldRow &row : rows)
-        out.push_back({row.offset, row.size, row.name, row.words(view, row.offset),
-                       Origin(view.sensor, 'S', row.offset)});
+        out.push_back(
+            {row.offset, row.size, row.name, row.words(view, row.offset), Origin(built_by, 'S', row.offset)});
 }
 
 void AddName(const View &view, std::vector<Field> &out) {

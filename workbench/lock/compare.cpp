@@ -109,7 +109,7 @@ private:
 
 class SetComparison {
 public:
-    SetComparison(const Lines &old, const Lines &now, Drifts &drifts, Meaning &meaning)
+    SetComparison(const Lines &old, const Lines &now, Drifts &drifts, DriftMeaning &meaning)
         : old_(old), now_(now), profile_(old.front()->Profile()), board_(old.front()->Board()),
           drifts_(drifts), meaning_(meaning) {
         for (const SensorLine *line : now)
@@ -182,7 +182,7 @@ private:
     const Lines &old_, &now_;
     const std::string profile_, board_;
     Drifts &drifts_;
-    Meaning &meaning_;
+    DriftMeaning &meaning_;
     std::set<std::string> names_;
 };
 
@@ -190,7 +190,7 @@ std::string Sensors(size_t count) {
     return std::to_string(count) + (count == 1 ? " sensor" : " sensors");
 }
 
-void CompareSets(const Sets &locked, const Sets &now, Drifts &drifts, Meaning &meaning) {
+void CompareSets(const Sets &locked, const Sets &now, Drifts &drifts, DriftMeaning &meaning) {
     for (const auto &[board, profiles] : locked) {
         const auto same = now.find(board);
         if (same == now.end()) {
@@ -249,7 +249,7 @@ std::string TableChange(std::vector<std::string> old, std::vector<std::string> n
 }
 
 // Names that are asked for, and thresholds that are stored under them.
-void TellNameLost(const TableLine &old, const TableLine *now, Meaning &meaning) {
+void TellNameLost(const TableLine &old, const TableLine *now, DriftMeaning &meaning) {
     if (old.tag != "@name" && old.tag != "@family")
         return;
     const std::string profile = OfProfile(old) ? FromLockWord(old.key[0]) : "all";
@@ -264,7 +264,7 @@ void TellNameLost(const TableLine &old, const TableLine *now, Meaning &meaning) 
         meaning.dropped[profile].insert(name);
 }
 
-void CompareTables(const Lock &locked, const Lock &now, Drifts &drifts, Meaning &meaning) {
+void CompareTables(const Lock &locked, const Lock &now, Drifts &drifts, DriftMeaning &meaning) {
     std::map<std::string, const TableLine *> built;
     for (const TableLine &line : now.tables)
         built[KeyOf(line)] = &line;

@@ -27,7 +27,7 @@ struct Drift {
 using NamesByProfile = std::map<std::string, std::set<std::string>>;
 
 // What users and programs notice that rely on the locked sets.
-struct Meaning {
+struct DriftMeaning {
     NamesByProfile dropped;     // stored user thresholds that are not applied any more
     NamesByProfile outranked;   // limits that changed where a stored user threshold stays in force
     NamesByProfile read_anew;   // stored user thresholds whose bytes are other values now
@@ -37,7 +37,7 @@ struct Meaning {
 
 struct LockComparison {
     std::vector<Drift> drifts;
-    Meaning meaning;
+    DriftMeaning meaning;
     size_t sensors = 0, sets = 0; // that are built now
 };
 

@@ -7,16 +7,15 @@
 
 #include "base/errors.h"
 #include "base/text.h"
+#include "sets/static_set.h"
 
 namespace workbench {
 namespace {
 
-constexpr uint8_t kStorage = 0x0A; // network function
 constexpr uint8_t kReserveRepository = 0x22, kGetSdr = 0x23;
 constexpr uint8_t kGetSelEntry = 0x43;
 constexpr uint8_t kNotPresent = 0xCB;
 constexpr uint16_t kNone = 0xFFFF; // record id after the last record
-constexpr size_t kHeader = 5;      // of a record: id, version, type, length
 constexpr size_t kMostAtOnce = 32; // bytes of a record in one answer
 
 // A session; Ask gives the data behind the completion code.
@@ -32,7 +31,7 @@ public:
     // Nothing: there is no such record.  What comes behind the bytes that were asked for is not believed.
     std::vector<uint8_t> Ask(uint8_t command, const std::vector<uint8_t> &data, size_t wanted) {
         std::string reason;
-        const auto answer = session_->Send(kStorage, command, data, reason);
+        const auto answer = session_->Send(sim::kStorage, command, data, reason);
         if (!answer)
             throw SetError("BMC " + name_ + ": no answer to command " + Hex(command) + ": " + reason);
         if ((*answer)[0] == kNotPresent)
@@ -61,7 +60,7 @@ private:
     std::unique_ptr<sim::BmcSession> session_;
 };
 
-uint16_t Word(const std::vector<uint8_t> &bytes) {
+uint16_t FirstTwoBytes(const std::vector<uint8_t> &bytes) {
     return static_cast<uint16_t>(bytes[0] | bytes[1] << 8);
 }
 
@@ -88,15 +87,15 @@ std::vector<sim::RepositoryRecord> ReadRepositoryOf(const sim::Bmc &bmc) {
     const std::vector<uint8_t> reserved = reader.Ask(kReserveRepository, {}, 2);
     if (reserved.empty())
         throw SetError("BMC: its repository gives no reservation");
-    const uint16_t reservation = Word(reserved);
+    const uint16_t reservation = FirstTwoBytes(reserved);
     std::vector<sim::RepositoryRecord> out;
     for (uint16_t id = 0; id != kNone;) {
-        const std::vector<uint8_t> head = GetSdr(reader, reservation, id, 0, kHeader);
+        const std::vector<uint8_t> head = GetSdr(reader, reservation, id, 0, kRecordHeader);
         if (head.empty())
             break; // an empty repository
         sim::RepositoryRecord record{static_cast<uint16_t>(head[2] | head[3] << 8), {}};
         record.bytes.assign(head.begin() + 2, head.end());
-        const size_t size = kHeader + head[2 + 4];
+        const size_t size = kRecordHeader + head[2 + SDR_RECORD_LENGTH];
         while (record.bytes.size() < size) {
             const size_t count = std::min(kMostAtOnce, size - record.bytes.size());
             const auto piece = GetSdr(reader, reservation, record.id, record.bytes.size(), count);
@@ -105,7 +104,7 @@ std::vector<sim::RepositoryRecord> ReadRepositoryOf(const sim::Bmc &bmc) {
             record.bytes.insert(record.bytes.end(), piece.begin() + 2, piece.end());
         }
         out.push_back(std::move(record));
-        id = reader.Follow(Word(head), "repository");
+        id = reader.Follow(FirstTwoBytes(head), "repository");
     }
     return out;
 }
@@ -121,7 +120,7 @@ std::vector<BmcEvent> ReadEventLogOf(const sim::Bmc &bmc) {
             break;
         out.push_back({static_cast<uint16_t>(answer[2] | answer[3] << 8),
                        {answer.begin() + 2, answer.begin() + 2 + kRecord}});
-        id = reader.Follow(Word(answer), "event log");
+        id = reader.Follow(FirstTwoBytes(answer), "event log");
     }
     return out;
 }

@@ -16,7 +16,6 @@
 namespace workbench {
 namespace {
 
-constexpr uint8_t kStorage = 0x0A; // network function of the repository
 constexpr uint8_t kAddSdr = 0x24;
 constexpr const char *kThresholdFile = "/conf/BMC1/sensor_threshold.dat";
 
@@ -226,8 +225,8 @@ std::vector<std::string> LogSince(size_t mark) {
 
 std::string CompletionText(uint32_t code) {
     char text[128] = {};
-    if (code > 0xFF ||
-        ipmi_completion_code_strerror_r(kAddSdr, kStorage, static_cast<uint8_t>(code), text, sizeof text) < 0)
+    if (code > 0xFF || ipmi_completion_code_strerror_r(kAddSdr, sim::kStorage, static_cast<uint8_t>(code),
+                                                       text, sizeof text) < 0)
         return "no IPMI completion code";
     std::string name = text; // a name and a sentence
     if (name.rfind("No error message", 0) == 0)

@@ -16,8 +16,6 @@ using sim::rules::Rules;
 namespace schema = sim::rules::schema;
 using sim::rules::Where;
 
-constexpr uint8_t kNoSlot = 255;
-
 template <class T> T Taken(const std::optional<T> &said, T otherwise = 0) {
     return said.value_or(otherwise);
 }

@@ -35,6 +35,8 @@ void SetFromWord(DescriptionDraft &draft, const std::string &key, const std::str
 
 DescriptionDraft LoadDescription(const std::string &path); // InputError with file and line
 
+constexpr uint8_t kNoSlot = 255;
+
 // Without a class: InputError.  Without a slot 255 (none), without a bitmap the bits of the thresholds that were
 // said; a power supply's index, which the add reads from the device type and the delete from the slot, goes to
 // both.

@@ -43,7 +43,6 @@ constexpr Word kThresholdBits[] = {
     {"unc", THRESH_BIT_UNC}, {"uc", THRESH_BIT_UC}, {"ucr", THRESH_BIT_UC}, {"unr", THRESH_BIT_UNR},
 };
 
-constexpr uint8_t kNoSlot = 255;
 constexpr uint32_t kFanClass = 0x0403;
 
 std::string WordOf(std::span<const Word> words, uint32_t value) {

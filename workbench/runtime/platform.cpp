@@ -15,7 +15,6 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kHeader = SDR_RECORD_LENGTH + 1;
 constexpr uint8_t kVersion = 0x51;
 
 uint16_t RecordId(const std::string &bytes, size_t at) {
@@ -26,7 +25,8 @@ uint16_t RecordId(const std::string &bytes, size_t at) {
 size_t SizeAt(const std::string &path, const std::string &bytes, size_t at, size_t number) {
     const std::string where = path + ": record " + std::to_string(number) + ": ";
     const size_t left = bytes.size() - at;
-    const size_t size = left < kHeader ? 0 : static_cast<uint8_t>(bytes[at + SDR_RECORD_LENGTH]) + kHeader;
+    const size_t size =
+        left < kRecordHeader ? 0 : static_cast<uint8_t>(bytes[at + SDR_RECORD_LENGTH]) + kRecordHeader;
     if (size == 0 || size > left)
         throw InputError(where + "the file ends within it");
     if (size > SDR_SLOT_SIZE || static_cast<uint8_t>(bytes[at + SDR_VERSION]) != kVersion)

@@ -14,7 +14,6 @@ namespace workbench {
 namespace {
 
 constexpr uint8_t kLocator = 0x11;
-constexpr size_t kHeader = SDR_RECORD_LENGTH + 1;
 
 struct DestroyContext {
     void operator()(ipmi_sdr_ctx_t context) const {
@@ -95,7 +94,7 @@ std::vector<Cell> Row(const RecordView &view) {
 } // namespace
 
 size_t RecordSize(const Bytes &bytes) {
-    return bytes.size() < kHeader ? 0 : bytes[SDR_RECORD_LENGTH] + kHeader;
+    return bytes.size() < kRecordHeader ? 0 : bytes[SDR_RECORD_LENGTH] + kRecordHeader;
 }
 
 RecordView ViewRecord(const sim::RepositoryRecord &record) {

@@ -33,7 +33,6 @@ constexpr int kStartSeconds = 10;
 constexpr int kPingMs = 20;  // between two questions whether it listens
 constexpr int kEndMs = 2000; // to end by itself
 
-constexpr uint8_t kStorage = 0x0A; // network function
 constexpr uint8_t kGetRepositoryInfo = 0x20;
 constexpr uint8_t kSetSelTime = 0x49;
 
@@ -238,13 +237,13 @@ unsigned CountRecordsAndSetClock(uint16_t port) {
     const auto session = sim::SessionsWith({.port = port})(reason);
     if (session == nullptr)
         throw SetError("ipmi_sim gives no session: " + reason);
-    const auto info = session->Send(kStorage, kGetRepositoryInfo, {}, reason);
+    const auto info = session->Send(sim::kStorage, kGetRepositoryInfo, {}, reason);
     if (!info || info->size() < 4 || (*info)[0] != 0)
         throw SetError("ipmi_sim does not answer for its repository: " + (info ? "refused" : reason));
     const auto now = static_cast<uint32_t>(std::time(nullptr));
     const uint8_t stamp[] = {static_cast<uint8_t>(now), static_cast<uint8_t>(now >> 8),
                              static_cast<uint8_t>(now >> 16), static_cast<uint8_t>(now >> 24)};
-    session->Send(kStorage, kSetSelTime, stamp, reason); // without it events have no date
+    session->Send(sim::kStorage, kSetSelTime, stamp, reason); // without it events have no date
     return (*info)[2] | (*info)[3] << 8;
 }
 

@@ -160,7 +160,7 @@ StaticSet BuildStaticSet(const RunOptions &options) {
 }
 
 unsigned RecordSize(const Record &record) {
-    return record[SDR_RECORD_LENGTH] + 5u;
+    return record[SDR_RECORD_LENGTH] + kRecordHeader;
 }
 
 } // namespace workbench

@@ -45,6 +45,10 @@ struct RunOptions {
     bool log = false;    // the library's log lines only
 };
 
+constexpr size_t kLongestName = 16; // of a sensor, in its record and wherever it is kept
+constexpr size_t kRecordHeader =
+    SDR_RECORD_LENGTH + 1; // id, version, type and length: what the length leaves out
+
 struct Sensor {
     unsigned ordinal = 0; // 1-based place in the set
     Record record{};

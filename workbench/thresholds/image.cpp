@@ -26,7 +26,6 @@ namespace {
 
 constexpr size_t kImageSize = sizeof(SensorThreshTable);
 constexpr size_t kMost = 1 << 20; // more is read of no file
-constexpr size_t kNameField = 16;
 constexpr unsigned kAllThresholds = 0x3F;
 
 std::string Place(size_t index) {
@@ -48,14 +47,14 @@ std::string SizeFault(size_t size) {
 
 // What no save of the library leaves in an entry; empty when it is sound.
 std::string EntryFault(const SensorThreshEntry &entry) {
-    const size_t length = strnlen(entry.acName, kNameField);
+    const size_t length = strnlen(entry.acName, kLongestName);
     if (length == 0)
         return "it has no name";
     for (size_t i = 0; i < length; ++i)
         if (entry.acName[i] < ' ' || entry.acName[i] > '~')
             return "character " + std::to_string(i + 1) + " of its name is " +
                    Hex(static_cast<uint8_t>(entry.acName[i])) + ", not printable ASCII";
-    for (size_t i = length; i <= kNameField; ++i)
+    for (size_t i = length; i <= kLongestName; ++i)
         if (entry.acName[i] != 0)
             return "byte " + std::to_string(i) + " of it is " + Hex(static_cast<uint8_t>(entry.acName[i])) +
                    "; behind the end of a name all are zero";
@@ -70,7 +69,7 @@ bool IsBlank(const SensorThreshEntry &entry) {
 }
 
 StoredThresholds View(const SensorThreshEntry &entry) {
-    return {std::string(entry.acName, strnlen(entry.acName, kNameField)),
+    return {std::string(entry.acName, strnlen(entry.acName, kLongestName)),
             {entry.ucUNR, entry.ucUC, entry.ucUNC, entry.ucLNR, entry.ucLC, entry.ucLNC},
             {entry.aucExtra[0], entry.aucExtra[1]},
             entry.wMask};

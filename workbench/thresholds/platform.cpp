@@ -17,7 +17,6 @@ namespace workbench {
 namespace {
 
 constexpr char kThresholdPath[] = "/conf/BMC1/sensor_threshold.dat";
-constexpr size_t kNameField = 16;
 
 const Profile &ProfileOf(const std::string &file, uint32_t custom_id) {
     for (const Profile *profile : AllProfiles())
@@ -82,7 +81,7 @@ void AddRunTimeSensors(const RecordOptions &options, const Profile &profile, con
 
 std::string NameField(const std::string &name) {
     std::string field = name;
-    field.resize(kNameField, '\0');
+    field.resize(kLongestName, '\0');
     return field;
 }
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "sets/rows.h"
 #include "simulator/simulator.h"
-#include "why/rows.h"
 
 namespace workbench {
 

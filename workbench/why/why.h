@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "sets/rows.h"
 #include "why/reading.h"
-#include "why/rows.h"
 #include "why/trials.h"
 
 namespace workbench {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // The rows of the profiles' lists as they are written down: what a sensor's line says and where it stands.
-#ifndef OXA_WORKBENCH_WHY_ROWS_H
-#define OXA_WORKBENCH_WHY_ROWS_H
+#ifndef OXA_WORKBENCH_SETS_ROWS_H
+#define OXA_WORKBENCH_SETS_ROWS_H
 
 #include <string>
 #include <vector>
@@ -39,6 +39,8 @@ bool MakesName(const Row &row, const std::string &name);
 bool HasNumber(const Row &row); // or a text: the row stands for several sensors
 // Whether the record came from this row.
 bool Built(const Row &row, const Sensor &sensor);
+// The row of some profile that gives such a record; null: none, as for records of other makes.
+const Row *RowThatBuilt(const Sensor &sensor);
 std::string NameOf(const Sensor &sensor);
 
 } // namespace workbench

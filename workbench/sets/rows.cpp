@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "why/rows.h"
+#include "sets/rows.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -9,8 +9,6 @@ namespace workbench {
 namespace {
 
 using namespace oxa;
-
-constexpr size_t kNameSize = 16;
 
 // "/home/x/oxa/library/profiles/default.def" as it stands in the tree.
 std::string InTree(const std::string &path) {
@@ -128,7 +126,7 @@ Pattern Take(const std::string &pattern) {
 
 // A name field holds 16 characters, what is printed beyond them is cut.
 bool IsPrinted(const std::string &printed, const std::string &name) {
-    return printed.substr(0, kNameSize) == name;
+    return printed.substr(0, kLongestName) == name;
 }
 
 bool Prints(const std::string &pattern, const std::string &name) {
@@ -139,7 +137,7 @@ bool Prints(const std::string &pattern, const std::string &name) {
         return false;
     if (parts.prints == 's')
         return name.size() > parts.before.size() &&
-               (name.size() == kNameSize ||
+               (name.size() == kLongestName ||
                 (name.ends_with(parts.behind) && name.size() > parts.before.size() + parts.behind.size()));
     for (int number = 0; number < 256; ++number) {
         if (parts.prints == 'c' && (number <= ' ' || number > '~'))
@@ -150,6 +148,14 @@ bool Prints(const std::string &pattern, const std::string &name) {
             return true;
     }
     return false;
+}
+
+// Two kinds may share device code, item and name; then these tell them apart.
+bool LooksLike(const SensorKind &kind, const Sensor &sensor) {
+    for (const unsigned at : {SDR_RECORD_TYPE, SDR_ENTITY_ID, SDR_SENSOR_TYPE, SDR_EVENT_TYPE})
+        if (kind.tHead.auc[at] != sensor.record[at])
+            return false;
+    return true;
 }
 
 bool VariantIsName(const Row &row) {
@@ -198,10 +204,18 @@ bool Built(const Row &row, const Sensor &sensor) {
            MakesName(row, NameOf(sensor));
 }
 
+const Row *RowThatBuilt(const Sensor &sensor) {
+    for (const auto &[id, rows] : AllRows())
+        for (const Row &row : rows)
+            if (LooksLike(row.Kind(), sensor) && Built(row, sensor))
+                return &row;
+    return nullptr;
+}
+
 std::string NameOf(const Sensor &sensor) {
     const bool full = sensor.record[SDR_RECORD_TYPE] == 0x01;
     const unsigned at = full ? FULL_SDR_NAME : COMPACT_SDR_NAME;
-    const size_t length = std::min<size_t>(sensor.record[at - 1u] & 0x1F, kNameSize);
+    const size_t length = std::min<size_t>(sensor.record[at - 1u] & 0x1F, kLongestName);
     return {reinterpret_cast<const char *>(sensor.record.data()) + at, length};
 }
 
