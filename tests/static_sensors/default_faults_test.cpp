@@ -167,7 +167,7 @@ class EveryCallFailingOnTheFullestBoard : public testing::TestWithParam<size_t> 
 TEST_P(EveryCallFailingOnTheFullestBoard, AloneHasItsExactOutcome) {
     const CleanPass clean = RunCleanPass(LoadBoard("fullest"));
     ASSERT_EQ(clean.calls.size(), sim::FailableCalls());
-    for (size_t k = 1 + GetParam(); k <= clean.calls.size(); k += kSweepShards) {
+    for (size_t k = 1 + GetParam(); k <= clean.calls.size(); k += kSweepShards * tests::SweepStep()) {
         FailOne(clean, k);
         if (HasFatalFailure())
             return;

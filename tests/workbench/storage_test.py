@@ -1,12 +1,10 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Where the simulated platform keeps the library's files: no place, no room, and several calls at once."""
-import fcntl
 import hashlib
 import os
 import resource
 import subprocess
 import threading
-import time
 
 from support import BASE, SENSORS, SOURCE, TWO_SOCKET, Workbench, main
 
@@ -114,27 +112,6 @@ class Tests(Workbench):
         told = self.json("add", "-b", TWO_SOCKET, "--root", root, "--list")
         self.assertEqual(len(told["repository"]), 8)
         self.assertEqual(len({record["record_id"] for record in told["repository"]}), 8)
-
-    def test_a_folder_that_stays_busy_is_given_up_in_one_line(self):
-        root = self.path("root")
-        os.mkdir(root)
-        folder = os.open(root, os.O_RDONLY)
-        self.addCleanup(os.close, folder)
-        fcntl.flock(folder, fcntl.LOCK_EX)
-        begin = time.monotonic()
-        line = self.told(self.run_raw("remove", "-b", BASE, "--slot", "1", "--root", root))
-        self.assertIn(f"--root {root}: another oxa-sensors has been working in it for 10 seconds; try again", line)
-        self.assertLess(time.monotonic() - begin, 20)
-
-    def test_a_folder_that_gets_free_is_waited_for(self):
-        root = self.path("root")
-        os.mkdir(root)
-        folder = os.open(root, os.O_RDONLY)
-        fcntl.flock(folder, fcntl.LOCK_EX)
-        threading.Timer(1, os.close, (folder,)).start()
-        begin = time.monotonic()
-        self.out("add", "-b", BASE, *PSU, "1", "--root", root)
-        self.assertGreater(time.monotonic() - begin, 0.9)
 
 
 if __name__ == "__main__":
