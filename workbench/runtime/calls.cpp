@@ -12,6 +12,7 @@
 #include "oxa/store.h"
 #include "oxa/thresholds.h"
 #include "sets/static_set.h"
+#include "simulator/bmc_session.h"
 
 namespace workbench {
 namespace {
