@@ -80,7 +80,8 @@ bool AskForFacts(Draft &tDraft) {
         CountCpu(tDraft);
     if (tDraft.bBelowFirstCpu && tDraft.Has(kDropBelowFirstCpu))
         return false;
-    return tDraft.Does().eBoardLine == BoardLine::kNone || WriteBoardLine(tDraft);
+    WriteBoardLine(tDraft);
+    return true;
 }
 
 bool ApplyPlatformValues(Draft &tDraft) {

@@ -55,7 +55,7 @@ struct Draft : Result {
 
 bool PassGate(Draft &tDraft);                           // false: refused, said why
 bool AskForFacts(Draft &tDraft);                        // CPU number and board id; false: not to be built
-bool WriteBoardLine(Draft &tDraft);                     // reads the board id as the kind says; true
+void WriteBoardLine(Draft &tDraft);                     // reads the board id as the kind says
 bool ApplyPlatformValues(Draft &tDraft);                // what the board told; false: no bus client, said so
 const char *PickName(Draft &tDraft, uint8_t &ucNumber); // the pattern, null: no such index
 void WriteDuplicateNotice(const Draft &tDraft);         // the record is already stored

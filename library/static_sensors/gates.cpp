@@ -241,35 +241,31 @@ int32_t ReadBoardId(Draft &tDraft) {
     return sdwRet;
 }
 
-GATE LogBoardOfPower(Draft &tDraft) {
+[[gnu::noinline]] void LogBoardOfPower(Draft &tDraft) {
     const int32_t sdwRet = ReadBoardId(tDraft);
     OXA_INFO(kModuleSdr, tDraft.Unit(), tDraft.Function(),
              "OXA_Add%sSensor for POWER_WATTS: sdwRet = %d wBoardId = %x!", tDraft.ProfileName(), sdwRet,
              tDraft.wBoardId);
-    return true;
 }
 
-GATE LogBoardOfInput(Draft &tDraft) {
+[[gnu::noinline]] void LogBoardOfInput(Draft &tDraft) {
     const int32_t sdwRet = ReadBoardId(tDraft);
     OXA_INFO(kModuleSdr, tDraft.Unit(), tDraft.Function(),
              "OXA_Add%sSensor for INPUT_TEMP: sdwRet = %d wBoardId = %x!", tDraft.ProfileName(), sdwRet,
              tDraft.wBoardId);
-    return true;
 }
 
-GATE LogBoardOfSwitch(Draft &tDraft) {
+[[gnu::noinline]] void LogBoardOfSwitch(Draft &tDraft) {
     const int32_t sdwRet = ReadBoardId(tDraft);
     OXA_INFO(kModuleSdr, tDraft.Unit(), tDraft.Function(),
              "OXA_Add%sSensor for SW_Total_Power: sdwRet = %d wBoardId = 0x%x!", tDraft.ProfileName(), sdwRet,
              tDraft.wBoardId);
-    return true;
 }
 
-GATE LogOwnBoardLine(Draft &tDraft) {
+[[gnu::noinline]] void LogOwnBoardLine(Draft &tDraft) {
     const int32_t sdwRet = ReadBoardId(tDraft);
     OXA_INFO(kModuleSdr, tDraft.Unit(), tDraft.Function(), "%s: sdwRet = %d wBoardId = %x!",
              tDraft.Function(), sdwRet, tDraft.wBoardId);
-    return true;
 }
 
 // The total power of the switch board is measured on some boards only, and there only with the right card.
@@ -423,18 +419,17 @@ bool PassGate(Draft &tDraft) {
     return AirIndex(tDraft);
 }
 
-bool WriteBoardLine(Draft &tDraft) {
+void WriteBoardLine(Draft &tDraft) {
     switch (tDraft.Does().eBoardLine) {
     case BoardLine::kNone:
-        return true; // AskForFacts does not come here for it
+        return;
     case BoardLine::kOwn:
         return LogOwnBoardLine(tDraft);
     case BoardLine::kPowerWatts:
         return LogBoardOfPower(tDraft);
     case BoardLine::kInputTemp:
-        break;
+        return LogBoardOfInput(tDraft);
     }
-    return LogBoardOfInput(tDraft);
 }
 
 } // namespace oxa
