@@ -110,15 +110,6 @@ std::string MonitoringLine(const Breakage &b) {
     return "Monitoring that keys on names: " + (parts.empty() ? "nothing breaks" : Join(parts, "; ")) + "\n";
 }
 
-std::string WhatText(const SensorSource &source, size_t i) {
-    const Decoded &d = source.decoded[i];
-    std::string out = std::string(KindText(d.kind)) + ", " + d.sensor_type_text + ", " + d.entity_text + " " +
-                      Hex(source.sensors[i].record[SDR_ENTITY_INSTANCE]);
-    if (d.reading)
-        out += ", " + d.reading->formula;
-    return source.has_entries ? out + ", " + DeviceText(source.sensors[i].entry) : out;
-}
-
 std::string ChangeText(const FieldChange &change) {
     const std::string left = Join(change.left, ", "), right = Join(change.right, ", ");
     return std::string(change.in_entry ? "entry: " : "") + change.field + ": " + (left.empty() ? "-" : left) +

@@ -12,6 +12,7 @@
 #include "sets/decode.h"
 #include "sets/run_options.h"
 #include "why/why.h"
+#include "why/why_json.h"
 
 namespace workbench {
 namespace {
@@ -265,29 +266,11 @@ std::string RenderDropped(const WhyAnswers &answers, const std::string &board, b
 
 // ---- JSON -------------------------------------------------------------------------------------------------------
 
-Json RowJson(const Row &row) {
-    return {{"pattern", row.name},
-            {"file", row.file},
-            {"line", row.line},
-            {"place", row.place},
-            {"group", row.Words().pcName},
-            {"function", row.function},
-            {"kind", {{"name", KindName(row)}, {"place", KindPlace(row)}}}};
-}
-
 Json BytesJson(const std::vector<NamedByte> &bytes) {
     Json out = Json::array();
     for (const NamedByte &byte : bytes)
         out.push_back({{"offset", byte.offset}, {"size", byte.size}, {"field", byte.field}});
     return out;
-}
-
-Json AskedJson(const Asked &asked) {
-    return {{"call", asked.event.function},
-            {"args", asked.event.args},
-            {"answer", ValueText(asked.event)},
-            {"failed", asked.event.failed},
-            {"from", asked.from}};
 }
 
 Json PresentJson(const Present &present) {

@@ -164,6 +164,15 @@ Comparison CompareSources(const SensorSource &left, const SensorSource &right) {
     return out;
 }
 
+std::string WhatText(const SensorSource &source, size_t i) {
+    const Decoded &d = source.decoded[i];
+    std::string out = std::string(KindText(d.kind)) + ", " + d.sensor_type_text + ", " + d.entity_text + " " +
+                      Hex(source.sensors[i].record[SDR_ENTITY_INSTANCE]);
+    if (d.reading)
+        out += ", " + d.reading->formula;
+    return source.has_entries ? out + ", " + DeviceText(source.sensors[i].entry) : out;
+}
+
 bool CanHaveThresholds(const Sensor &sensor) {
     return sensor.record[SDR_RECORD_TYPE] == 0x01 && sensor.record[SDR_EVENT_TYPE] == 0x01 &&
            sensor.record[SDR_READING_MASK] != 0;

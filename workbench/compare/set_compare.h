@@ -33,6 +33,9 @@ struct Comparison {
 
 Comparison CompareSources(const SensorSource &left, const SensorSource &right);
 
+// "full, Temperature, Air Inlet 0x60, signed, 1 °C, 0x00/0"
+std::string WhatText(const SensorSource &source, size_t i);
+
 // A user's saved thresholds are found again by ID string and readable mask; this pair's are not.
 bool LosesThresholds(const SensorSource &left, const SensorSource &right, const SensorPair &pair);
 bool CanHaveThresholds(const Sensor &sensor);

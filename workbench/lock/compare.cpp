@@ -10,7 +10,7 @@
 namespace workbench {
 namespace {
 
-using Lines = std::vector<const SensorLine *>;
+using Lines = SensorLines;
 using Sets = std::map<std::string, std::map<std::string, Lines>>; // by board and profile
 
 Sets SetsOf(const Lock &lock) {
@@ -286,6 +286,14 @@ void CompareTables(const Lock &locked, const Lock &now, Drifts &drifts, DriftMea
 }
 
 } // namespace
+
+SensorLines PartnersOf(const SensorLines &locked, const SensorLines &now) {
+    const Matching matching(locked, now);
+    SensorLines out;
+    for (size_t i = 0; i < locked.size(); ++i)
+        out.push_back(matching.PartnerOf(i));
+    return out;
+}
 
 LockComparison CompareLocks(const Lock &locked, const Lock &now) {
     LockComparison out;

@@ -43,5 +43,9 @@ struct LockComparison {
 
 LockComparison CompareLocks(const Lock &locked, const Lock &now);
 
+// Of one board and profile: for each locked line the one that it became; null: there is none.
+using SensorLines = std::vector<const SensorLine *>;
+SensorLines PartnersOf(const SensorLines &locked, const SensorLines &now);
+
 } // namespace workbench
 #endif

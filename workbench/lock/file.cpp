@@ -169,6 +169,12 @@ std::string Text(const Lock &lock) {
     return out;
 }
 
+bool IsLock(const std::string &path) {
+    std::string first(sizeof kFirstWords - 1, '\0');
+    std::ifstream file(path, std::ios::binary);
+    return file.read(first.data(), static_cast<std::streamsize>(first.size())) && first == kFirstWords;
+}
+
 Lock ReadLock(const std::string &path, LockFaults &faults) {
     std::ifstream file(path, std::ios::binary);
     if (!file || std::filesystem::is_directory(path))

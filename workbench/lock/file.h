@@ -27,6 +27,8 @@ Lock BuildLock(const std::string &folder, LockFaults &faults);
 
 std::string Text(const Lock &lock);
 
+bool IsLock(const std::string &path); // a file that begins as one of any format
+
 // Faults name file, line and column.
 Lock ReadLock(const std::string &path, LockFaults &faults);
 

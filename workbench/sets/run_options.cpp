@@ -16,6 +16,17 @@ std::string UsualName(const std::string &given) {
     return profile != nullptr ? profile->name : SameName(given, kAll) ? kAll : given;
 }
 
+Option AsBoard(Option option) {
+    return option.Takes("FILE").FromEnvironment(kBoardVariable).Completes(CompleteBoards);
+}
+
+Option AsProfile(Option option) {
+    return option.Takes("NAME")
+        .FromEnvironment(kProfileVariable)
+        .Becomes(UsualName)
+        .Completes(CompleteProfiles);
+}
+
 } // namespace
 
 std::vector<std::string> CompleteBoards(const GivenWords &) {
@@ -51,18 +62,19 @@ std::vector<std::string> CompleteSensors(const GivenWords &given) {
 }
 
 Option AddBoardOption(Command &command, std::string &board, const std::string &about) {
-    return command.AddOption("-b,--board", board, about)
-        .Takes("FILE")
-        .FromEnvironment(kBoardVariable)
-        .Completes(CompleteBoards);
+    return AsBoard(command.AddOption("-b,--board", board, about));
+}
+
+Option AddBoardsOption(Command &command, std::vector<std::string> &boards, const std::string &about) {
+    return AsBoard(command.AddOption("-b,--board", boards, about)).OneValueEach();
 }
 
 Option AddProfileOption(Command &command, std::string &profile, const std::string &about) {
-    return command.AddOption("-p,--profile", profile, about)
-        .Takes("NAME")
-        .FromEnvironment(kProfileVariable)
-        .Becomes(UsualName)
-        .Completes(CompleteProfiles);
+    return AsProfile(command.AddOption("-p,--profile", profile, about));
+}
+
+Option AddProfilesOption(Command &command, std::vector<std::string> &profiles, const std::string &about) {
+    return AsProfile(command.AddOption("-p,--profile", profiles, about)).OneValueEach();
 }
 
 void AddRunOptions(Command &command, RunOptions &run, const std::string &more) {

@@ -18,6 +18,9 @@ constexpr char kProfileVariable[] = "OXA_PROFILE";
 
 Option AddBoardOption(Command &command, std::string &board, const std::string &about);
 Option AddProfileOption(Command &command, std::string &profile, const std::string &about);
+// The same, several times for several.
+Option AddBoardsOption(Command &command, std::vector<std::string> &boards, const std::string &about);
+Option AddProfilesOption(Command &command, std::vector<std::string> &profiles, const std::string &about);
 
 // What shells offer: the boards of a folder "boards", every profile, the names in the set of the board that is given.
 std::vector<std::string> CompleteBoards(const GivenWords &given);
