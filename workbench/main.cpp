@@ -28,6 +28,7 @@ void AddCommands(Command &program) {
     AddShowCommand(program);
     AddWhyCommand(program);
     AddExportCommand(program);
+    AddReportCommand(program);
     AddDiffCommand(program);
     AddCheckCommand(program);
     AddLockCommand(program);

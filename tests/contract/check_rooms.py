@@ -32,10 +32,11 @@ WORKBENCH_MAY_KNOW = {
     "runtime": ("base", "sets", "events"),
     "lock": ("base", "sets", "runtime"),
     "scenario": ("base", "events", "runtime"),
+    "report": ("base", "sets", "explain", "compare", "lock", "why"),
     "sheet": ("base", "sets"),
     "thresholds": ("base", "sets", "runtime"),
     "commands": ("base", "sets", "explain", "checks", "serve", "events", "compare", "runtime", "lock", "scenario",
-                 "sheet", "thresholds", "why"),
+                 "report", "sheet", "thresholds", "why"),
     "main.cpp": ("base", "commands"),
 }
 PUBLIC = {"oxa/store.h": "store", "oxa/thresholds.h": "thresholds", "oxa/events.h": "events",

@@ -17,6 +17,7 @@ class Tests(Workbench):
         runs = {
             "list": ("list", *machine), "list all": ("list", "--board", BASE, "--profile", "all"),
             "show": ("show", "Inlet_Temp", *machine), "export": ("export", *machine),
+            "report": ("report", *machine, "-o", self.path("set.html")),
             "diff": ("diff", "kestrin", "kestrin", "--board", BASE), "check": ("check", *machine),
             "event": ("event", "addDiskSEL", "4", "1", "5", "0", *machine), "event list": ("event", "--list"),
             "decode-sel": ("decode-sel", "00 00 E0 00 00 00 03 04 00 04 0D 43 6F A1 00 18"),
@@ -77,6 +78,7 @@ class Tests(Workbench):
                 (2, ("list", "--board", "/nowhere.toml")), (2, ("show", "NONE", "--board", BASE)),
                 (1, ("list", "--board", "boards/guards/psu_count_255.toml")),
                 (2, ("export", "--board", BASE, "-o", "/nowhere/x")), (2, ("diff", "default", "/nowhere")),
+                (2, ("report", "--board", BASE, "-o", "/nowhere/x")),
                 (2, ("check", "--boards", "/nowhere")), (2, ("event", "addDiskSEL", "4")),
                 (2, ("decode-sel", "/nowhere")), (2, ("add", "--board", BASE, "--class", "x")),
                 (2, ("remove", "--board", "/nowhere.toml", "--slot", "1")), (2, ("scenario", "/nowhere.toml")),

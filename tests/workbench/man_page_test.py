@@ -9,7 +9,8 @@ import unittest
 from support import SENSORS, Workbench, main
 
 COMMANDS = ["list", "show", "export", "diff", "check", "event", "decode-sel", "serve", "add", "remove", "scenario",
-            "thresholds show", "thresholds set", "thresholds preflight", "schema", "why"]
+            "thresholds show", "thresholds set", "thresholds preflight", "schema", "why",
+            "report"]
 
 
 class Tests(Workbench):

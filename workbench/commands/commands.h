@@ -12,6 +12,7 @@ namespace workbench {
 void AddListCommand(Command &program);
 void AddShowCommand(Command &program);
 void AddExportCommand(Command &program);
+void AddReportCommand(Command &program);
 void AddDiffCommand(Command &program);
 void AddCheckCommand(Command &program);
 void AddLockCommand(Command &program);
