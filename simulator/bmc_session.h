@@ -22,7 +22,8 @@ public:
     virtual ~BmcSession() = default;
     // Completion code and data of the answer; nothing (and the reason) when no answer came.
     virtual std::optional<std::vector<uint8_t>> Send(uint8_t network_function, uint8_t command,
-                                                     std::span<const uint8_t> data, std::string &reason) = 0;
+                                                     std::span<const uint8_t> data, std::string &reason,
+                                                     uint8_t lun = 0) = 0;
 };
 
 // Opens a session, or gives null and the reason.

@@ -17,7 +17,8 @@ struct Bmc {
     uint16_t port = 623;
     std::string user = "ipmiusr";
     std::string password = "test";
-    uint8_t cipher_suite = 3; // HMAC-SHA1, HMAC-SHA1-96, AES-CBC-128; 17: the same with SHA256
+    uint8_t cipher_suite = 3;     // HMAC-SHA1, HMAC-SHA1-96, AES-CBC-128; 17: the same with SHA256
+    uint16_t timeout_seconds = 5; // until an answer must have come; it is asked for again ten times meanwhile
 };
 
 OpenBmcSession SessionsWith(const Bmc &bmc);

@@ -18,7 +18,7 @@ public:
     explicit Session(Repository &repository) : repository_(repository) {}
 
     std::optional<std::vector<uint8_t>> Send(uint8_t, uint8_t command, std::span<const uint8_t> data,
-                                             std::string &) override {
+                                             std::string &, uint8_t) override {
         uint16_t id = 0;
         uint8_t code = 0;
         if (command == kAddSdr) {

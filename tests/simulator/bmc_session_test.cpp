@@ -34,7 +34,7 @@ public:
         --bmc_.open;
     }
     std::optional<Bytes> Send(uint8_t network_function, uint8_t command, std::span<const uint8_t> data,
-                              std::string &reason) override {
+                              std::string &reason, uint8_t) override {
         Bytes request = {network_function, command};
         request.insert(request.end(), data.begin(), data.end());
         bmc_.requests.push_back(request);

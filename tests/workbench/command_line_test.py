@@ -126,7 +126,7 @@ class Tests(Workbench):
         self.assertEqual(self.told("list", "-b", BASE, "--profile="),
                          "--profile: its value is missing; write --profile NAME")
         self.assertEqual(self.told("export", "-b", BASE, "--format"),
-                         "--format: its value is missing; write --format raw|json|csv")
+                         "--format: its value is missing; write --format raw|json|csv|freeipmi-cache")
         self.assertEqual(self.told("thresholds", "set", "x", "-s", "y", "--description"),
                          "--description: its value is missing; write --description FILE")
 
@@ -140,7 +140,7 @@ class Tests(Workbench):
 
     def test_a_word_that_is_none_of_several_gets_them(self):
         self.assertEqual(self.told("export", "-b", BASE, "--format", "xml"),
-                         "--format xml: raw, json or csv is wanted")
+                         "--format xml: raw, json, csv or freeipmi-cache is wanted")
 
     def test_a_number_that_is_none_gets_its_range(self):
         for word in ("x", "5x", "-1", "70000", "0x10", "1.5", "99999999999999999999"):

@@ -24,6 +24,9 @@ struct Finding {
     }
 };
 
+// "-" where it is not known whose the set is.
+std::string ProfileWord(const StaticSet &set);
+
 // Rules over one set.
 std::vector<Finding> CheckSet(const StaticSet &set, const std::vector<Decoded> &decoded);
 

@@ -13,7 +13,7 @@ namespace {
 using Places = std::map<std::string, std::vector<size_t>>;
 
 Finding Make(const StaticSet &set, const char *rule, const std::string &subject, const std::string &text) {
-    return {rule, set.profile->name, subject, text, {set.board}, ""};
+    return {rule, ProfileWord(set), subject, text, {set.Label()}, ""};
 }
 
 void CheckNames(const StaticSet &set, const std::vector<Decoded> &decoded, std::vector<Finding> &out) {
@@ -63,6 +63,8 @@ void CheckInstances(const StaticSet &set, const std::vector<Decoded> &decoded, s
     Places by_place;
     for (size_t i = 0; i < decoded.size(); ++i) {
         const Sensor &s = set.sensors[i];
+        if (!s.has_entry) // of which kind it is stands in the entry
+            continue;
         by_place[DeviceText(s.entry) + " " + Hex(s.record[SDR_ENTITY_ID]) +
                  Hex(s.record[SDR_ENTITY_INSTANCE])]
             .push_back(i);
@@ -102,6 +104,10 @@ void CheckScale(const StaticSet &set, const Decoded &d, std::vector<Finding> &ou
 
 } // namespace
 
+std::string ProfileWord(const StaticSet &set) {
+    return set.profile != nullptr ? set.profile->name : "-";
+}
+
 std::vector<Finding> CheckSet(const StaticSet &set, const std::vector<Decoded> &decoded) {
     std::vector<Finding> out;
     CheckNames(set, decoded, out);
@@ -110,6 +116,8 @@ std::vector<Finding> CheckSet(const StaticSet &set, const std::vector<Decoded> &
         CheckThresholds(set, d, out);
         CheckScale(set, d, out);
     }
+    if (set.profile == nullptr)
+        return out;
     for (Finding &finding : CheckMeetings(set, decoded))
         out.push_back(std::move(finding));
     return out;

@@ -157,15 +157,15 @@ std::vector<Finding> CheckMeetings(const StaticSet &set, const std::vector<Decod
             const std::string subject = Pattern(decoded[i].name);
             const bool told = std::any_of(out.begin(), out.end(),
                                           [&subject](const Finding &f) { return f.subject == subject; });
-            if (!told && SameKind(row, decoded[i]) && !SameDevice(row, set.sensors[i]) &&
-                CanPrint(row, decoded[i].name))
+            if (!told && set.sensors[i].has_entry && SameKind(row, decoded[i]) &&
+                !SameDevice(row, set.sensors[i]) && CanPrint(row, decoded[i].name))
                 out.push_back({"name-meets-static",
                                set.profile->name,
                                subject,
                                "a static sensor (device " + DeviceText(set.sensors[i].entry) +
                                    ") and run-time sensors of device type " +
                                    std::to_string(row.ucDeviceType) + " can have one name",
-                               {set.board},
+                               {set.Label()},
                                ""});
         }
     return out;

@@ -10,18 +10,18 @@
 #include "base/text.h"
 #include "checks/findings.h"
 #include "commands/commands.h"
+#include "sets/aside.h"
 #include "sets/board_files.h"
 #include "sets/run_options.h"
-#include "sets/static_set.h"
+#include "sources/source.h"
 
 namespace workbench {
 namespace {
 
 constexpr size_t kTextWidth = 76;
 
-struct CheckOptions {
-    RunOptions run;     // board: empty for none; profile: one or "all"
-    std::string boards; // folder of board files; empty: none
+struct CheckOptions : SourceOptions { // board: empty for none; profile: one or "all"
+    std::string boards;               // folder of board files; empty: none
     bool json = false;
     bool verbose = false;
 };
@@ -37,6 +37,7 @@ struct Report {
     std::vector<Scale> scales;
     std::vector<std::string> unused;
     std::vector<std::string> unreadable; // what is wrong with board files of a folder
+    std::vector<AsideRecord> aside;      // of --from
     size_t Known() const {
         return static_cast<size_t>(std::count_if(
             findings.begin(), findings.end(), [](const Finding &f) { return f.IsKnown(); }));
@@ -74,7 +75,7 @@ void Add(Report &report, Finding finding) {
 void AddScales(const StaticSet &set, const std::vector<Decoded> &decoded, Report &report) {
     for (const Decoded &d : decoded)
         if (d.reading)
-            report.scales.push_back({set.board, set.profile->name, d.name, d.reading->unit,
+            report.scales.push_back({set.Label(), ProfileWord(set), d.name, d.reading->unit,
                                      d.reading->minimum, d.reading->maximum, d.reading->factor});
 }
 
@@ -116,6 +117,29 @@ std::vector<std::string> UsableBoards(const CheckOptions &options, Report &repor
     return out;
 }
 
+void ExplainFindings(Report &report) {
+    KnownFindings known;
+    for (Finding &finding : report.findings)
+        known.Explain(finding);
+    std::stable_partition(report.findings.begin(), report.findings.end(),
+                          [](const Finding &finding) { return !finding.IsKnown(); });
+    report.unused = known.Unused();
+}
+
+// One set that was built elsewhere; which findings are known depends on the profile, where it is known.
+Report CheckSource(const CheckOptions &options) {
+    SourceOptions source = options;
+    if (options.run.profile == "all")
+        source.run.profile.clear();
+    const StaticSet set = LoadSource(source, "check").set;
+    Report report;
+    report.sets = 1;
+    report.aside = set.aside;
+    CheckOne(set, report);
+    ExplainFindings(report);
+    return report;
+}
+
 Report RunChecks(const CheckOptions &options) {
     Report report;
     const std::vector<const Profile *> profiles = ProfilesOf(options);
@@ -138,12 +162,7 @@ Report RunChecks(const CheckOptions &options) {
             for (Finding &finding : check(*profile))
                 Add(report, std::move(finding));
     }
-    KnownFindings known;
-    for (Finding &finding : report.findings)
-        known.Explain(finding);
-    std::stable_partition(report.findings.begin(), report.findings.end(),
-                          [](const Finding &finding) { return !finding.IsKnown(); });
-    report.unused = known.Unused();
+    ExplainFindings(report);
     return report;
 }
 
@@ -183,6 +202,14 @@ std::string ScaleText(const Report &report) {
     return out + (report.unused.empty() ? "" : "\n");
 }
 
+std::string Whose(const CheckOptions &options) {
+    const std::string profile =
+        options.run.profile == "all" ? "all profiles" : "profile " + options.run.profile;
+    if (options.from.empty())
+        return profile;
+    return options.run.profile == "all" ? options.from : profile + ", " + options.from;
+}
+
 std::string RenderText(const Report &report, const CheckOptions &options) {
     Table table({{"STATUS"}, {"RULE"}, {"PROFILE"}, {"SUBJECT"}, {"FINDING"}});
     for (const Finding &finding : report.findings)
@@ -194,8 +221,8 @@ std::string RenderText(const Report &report, const CheckOptions &options) {
            std::to_string(report.tables) +
            (report.tables == 1 ? " name table checked: " : " name tables checked: ") +
            std::to_string(report.findings.size() - known) + " new findings, " + std::to_string(known) +
-           " known; " + (options.run.profile == "all" ? "all profiles" : "profile " + options.run.profile) +
-           "\n";
+           " known; " + Whose(options) + "\n" +
+           (report.aside.empty() ? "" : "set aside: " + AsideCount(report.aside) + "\n");
 }
 
 Json ScalesJson(const Report &report) {
@@ -226,6 +253,7 @@ std::string RenderJson(const Report &report, bool verbose) {
                                    {"boards", f.boards},
                                    {"reason", f.IsKnown() ? Json(f.reason) : Json(nullptr)}});
     out["unreadable"] = report.unreadable;
+    out["set_aside"] = AsideJson(report.aside);
     if (verbose) {
         out["scales"] = ScalesJson(report);
         out["not_met"] = report.unused;
@@ -234,7 +262,9 @@ std::string RenderJson(const Report &report, bool verbose) {
 }
 
 void Check(const CheckOptions &options) {
-    const Report report = RunChecks(options);
+    if (!options.from.empty() && !options.boards.empty())
+        throw InputError("--from is one set; --boards is a folder of others");
+    const Report report = options.from.empty() ? RunChecks(options) : CheckSource(options);
     PrintOut(options.json ? RenderJson(report, options.verbose) : RenderText(report, options));
     for (const std::string &fault : report.unreadable) {
         std::istringstream mistakes(fault); // a line for each
@@ -261,6 +291,8 @@ void AddCheckCommand(Command &program) {
         .Takes("FILE")
         .Completes(CompleteBoards);
     command.AddOption("--boards", options->boards, "Every *.toml of a folder").Takes("DIR");
+    AddFromOption(command, options->from);
+    AddLoginOptions(command, options->login);
     AddProfileOption(command, options->run.profile, "One customer profile, or all").ShowsDefault();
     command.AddFlag("-v,--verbose", options->verbose, "Full scale and step of every analog sensor too");
     command.AddFlag("--json", options->json, "JSON");
@@ -269,7 +301,7 @@ void AddCheckCommand(Command &program) {
         "Of a folder, files that cannot be read are told and the others are checked; the status is 2 then.");
     command.Example("oxa-sensors check --boards boards --profile kestrin");
     command.Runs([options] {
-        if (options->run.board.empty() && options->boards.empty())
+        if (options->run.board.empty() && options->boards.empty() && options->from.empty())
             options->run.board = EnvironmentValue(kBoardVariable);
         Check(*options);
     });

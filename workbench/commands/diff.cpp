@@ -9,8 +9,11 @@
 #include "base/text.h"
 #include "commands/commands.h"
 #include "compare/set_compare.h"
+#include "sets/active.h"
+#include "sets/aside.h"
 #include "sets/run_options.h"
 #include "sets/set_json.h"
+#include "sources/source.h"
 
 namespace workbench {
 namespace {
@@ -19,12 +22,13 @@ constexpr size_t kNamesInGroup = 4;
 
 struct DiffOptions {
     RunOptions run;          // board: where a side names none
-    std::string left, right; // PROFILE, PROFILE@BOARD, or a file that export wrote
+    LoginOptions login;      // at BMCs
+    std::string left, right; // sources
     bool json = false;
 };
 
 struct Sides {
-    SensorSource left, right;
+    Side left, right;
     Comparison comparison;
 };
 
@@ -53,11 +57,11 @@ bool ReadsOtherwise(const SensorPair &pair) {
 
 Breakage FindBreakage(const Sides &s) {
     Breakage out;
-    out.other_profile =
-        s.left.profile != nullptr && s.right.profile != nullptr && s.left.profile != s.right.profile;
+    out.other_profile = s.left.set.profile != nullptr && s.right.set.profile != nullptr &&
+                        s.left.set.profile != s.right.set.profile;
     for (const size_t i : s.comparison.removed) {
         out.names_gone.push_back(s.left.decoded[i].name);
-        if (CanHaveThresholds(s.left.sensors[i]))
+        if (CanHaveThresholds(s.left.set.sensors[i]))
             out.thresholds.push_back(s.left.decoded[i].name);
     }
     for (const SensorPair &pair : s.comparison.pairs) {
@@ -146,9 +150,10 @@ size_t Same(const Comparison &c) {
     return c.pairs.size() - Renamed(c) - Changed(c);
 }
 
-std::string Heading(const char *letter, const SensorSource &side) {
-    return std::string(letter) + ": " + side.label + ", " + SensorCount(side.sensors.size()) +
-           (side.has_entries ? "\n" : " (records only, no device table)\n");
+std::string Heading(const char *letter, const Side &side) {
+    return std::string(letter) + ": " + side.label + ", " + SensorCount(side.set.sensors.size()) +
+           (side.has_entries ? "" : " (records only, no device table)") +
+           (side.set.aside.empty() ? "" : "; set aside: " + AsideCount(side.set.aside)) + "\n";
 }
 
 std::string RenderText(const Sides &s) {
@@ -171,16 +176,19 @@ std::string RenderText(const Sides &s) {
            (c.Equal() ? "" : table.Render(ColourWanted()) + "\n") + std::to_string(c.removed.size()) +
            " removed, " + std::to_string(c.added.size()) + " added, " + std::to_string(Renamed(c)) +
            " renamed, " + std::to_string(Changed(c)) + " changed, " + std::to_string(Same(c)) +
-           " the same\n" + ThresholdLine(breakage) + MonitoringLine(breakage);
+           " the same\n" + ActiveText(s.left.decoded, s.left.label) +
+           ActiveText(s.right.decoded, s.right.label) + ThresholdLine(breakage) + MonitoringLine(breakage);
 }
 
-Json SideJson(const SensorSource &side) {
-    Json out{{"source", side.label}, {"count", side.sensors.size()}, {"device_table", side.has_entries}};
-    out["profile"] = side.profile != nullptr ? ProfileJson(side.profile->id) : Json(nullptr);
+Json SideJson(const Side &side) {
+    Json out{{"source", side.label}, {"count", side.set.sensors.size()}, {"device_table", side.has_entries}};
+    out["profile"] = side.set.profile != nullptr ? ProfileJson(side.set.profile->id) : Json(nullptr);
+    out["set_aside"] = AsideJson(side.set.aside);
+    out["active"] = ActiveJson(side.decoded);
     return out;
 }
 
-Json SensorsJson(const SensorSource &side, const std::vector<size_t> &which) {
+Json SensorsJson(const Side &side, const std::vector<size_t> &which) {
     Json out = Json::array();
     for (const size_t i : which)
         out.push_back({{"name", side.decoded[i].name}, {"ordinal", i + 1}, {"what", WhatText(side, i)}});
@@ -219,8 +227,17 @@ std::string RenderJson(const Sides &s) {
     return Dump(out);
 }
 
+Side LoadSide(const std::string &text, const DiffOptions &options) {
+    try {
+        SourceSet source = LoadSource(text, options.run, options.login);
+        return MakeSide(std::move(source.set), source.label);
+    } catch (const SetError &error) { // without a set there is nothing to compare
+        throw InputError(text + ": " + error.what());
+    }
+}
+
 void Diff(const DiffOptions &options) {
-    Sides s{LoadSensorSource(options.left, options.run), LoadSensorSource(options.right, options.run), {}};
+    Sides s{LoadSide(options.left, options), LoadSide(options.right, options), {}};
     s.comparison = CompareSources(s.left, s.right);
     PrintOut(options.json ? RenderJson(s) : RenderText(s));
     if (!s.comparison.Equal())
@@ -231,7 +248,7 @@ void Diff(const DiffOptions &options) {
 
 void AddDiffCommand(Command &program) {
     Command command =
-        program.AddCommand("diff", "What differs between two profiles, boards or exported sets");
+        program.AddCommand("diff", "What differs between two profiles, boards, files of records or BMCs");
     const auto options = std::make_shared<DiffOptions>();
     command.AddOption("A", options->left, "The set as it was")
         .Required()
@@ -242,10 +259,10 @@ void AddDiffCommand(Command &program) {
         .Takes("")
         .Completes(CompleteProfiles);
     AddBoardOption(command, options->run.board, "Board description (TOML) for a side that names none");
+    AddLoginOptions(command, options->login);
     command.AddFlag("--json", options->json, "JSON with every field that differs");
-    command.Footer(
-        "A and B: PROFILE (with --board), PROFILE@BOARD, or a file of 'oxa-sensors export' (JSON or raw).\n"
-        "Exit status: 0 equal; 1 different; 2 wrong input, or a side that has no set.");
+    command.Footer(std::string("A and B: ") + kSourceHelp +
+                   "Exit status: 0 equal; 1 different; 2 wrong input, or a side that has no set.");
     command.Example("oxa-sensors diff default@boards/base_48.toml kestrin@boards/base_48.toml");
     command.Runs([options] { Diff(*options); });
 }

@@ -14,13 +14,14 @@
 #include "sets/select.h"
 #include "sets/set_json.h"
 #include "sets/set_numbers.h"
+#include "sources/freeipmi_cache.h"
+#include "sources/source.h"
 
 namespace workbench {
 namespace {
 
-struct ExportOptions {
-    RunOptions run;
-    std::string format = "raw"; // raw, json, csv
+struct ExportOptions : SourceOptions {
+    std::string format = "raw"; // raw, json, csv, freeipmi-cache
     std::string output;         // empty or "-": standard output
     bool json = false;          // another word for the format
     std::vector<std::string> filter;
@@ -81,14 +82,21 @@ std::string CsvRow(const Sensor &sensor, const Decoded &d) {
                                     d.entity_text,
                                     Hex(sensor.record[SDR_ENTITY_INSTANCE])};
     AddCsvReading(d, row);
-    row.insert(row.end(),
-               {std::to_string(d.hysteresis_positive), std::to_string(d.hysteresis_negative), Hex(entry[0]),
-                std::to_string(entry[1]), std::to_string(entry[3]), Hex(entry[5]), Hex(entry[6]),
-                Hex(entry[7]), HexBytes({sensor.record.data(), RecordSize(sensor.record)}), HexBytes(entry)});
+    std::vector<std::string> device = {
+        Hex(entry[0]), std::to_string(entry[1]), std::to_string(entry[3]), Hex(entry[5]), Hex(entry[6]),
+        Hex(entry[7])};
+    if (!sensor.has_entry)
+        device.assign(device.size(), "");
+    row.insert(row.end(), {std::to_string(d.hysteresis_positive), std::to_string(d.hysteresis_negative)});
+    row.insert(row.end(), device.begin(), device.end());
+    row.insert(row.end(), {HexBytes({sensor.record.data(), RecordSize(sensor.record)}),
+                           sensor.has_entry ? HexBytes(entry) : ""});
     for (std::string &field : row)
         field = Quoted(field);
     return Join(row, ",") + "\n";
 }
+
+constexpr const char *kCacheFormat = "freeipmi-cache";
 
 std::string CsvText(const std::vector<Selected> &selected) {
     std::string out = kCsvHeader;
@@ -104,19 +112,29 @@ std::string RawTextOf(const std::vector<Selected> &selected) {
     return RawText(part);
 }
 
+std::string Text(const ExportOptions &options, const SourceSet &source) {
+    const auto selected =
+        SelectSensors(source.set, options.filter); // a record that nobody can read is not exported
+    if (options.format == "csv")
+        return CsvText(selected);
+    if (options.format == "json")
+        return JsonText(source.set, selected);
+    const std::string raw = RawTextOf(selected);
+    return options.format == "raw" ? raw : FreeIpmiCache(raw, selected.size(), source.stamps);
+}
+
 void Export(const ExportOptions &options) {
     const bool to_stdout = options.output.empty() || options.output == "-";
-    if (options.format == "raw" && to_stdout && isatty(STDOUT_FILENO))
+    const bool is_text = options.format == "csv" || options.format == "json";
+    if (!is_text && to_stdout && isatty(STDOUT_FILENO))
         throw InputError("raw records are no text for a terminal; give -o FILE or a pipe");
-    StaticSet set = BuildStaticSet(options.run);
-    if (!options.keep_ids)
-        SetRecordIds(set);
-    if (options.number)
-        SetSensorNumbers(set, "--number");
-    const auto selected = SelectSensors(set, options.filter); // a record that nobody can read is not exported
-    const std::string text = options.format == "raw"   ? RawTextOf(selected)
-                             : options.format == "csv" ? CsvText(selected)
-                                                       : JsonText(set, selected);
+    SourceSet source = LoadSource(options, "export");
+    const bool built = !source.set.board.empty(); // a repository has given no numbers yet
+    if (built && !options.keep_ids)
+        SetRecordIds(source.set);
+    if (built && (options.number || options.format == kCacheFormat))
+        SetSensorNumbers(source.set, "--number");
+    const std::string text = Text(options, source);
     if (to_stdout)
         PrintOut(text);
     else
@@ -134,22 +152,24 @@ void SettleFormat(ExportOptions &options, bool format_given) {
 } // namespace
 
 void AddExportCommand(Command &program) {
-    Command command = program.AddCommand("export", "Write a board's set for other programs");
+    Command command =
+        program.AddCommand("export", "Write a board's set, or that of a file or a BMC, for other programs");
     const auto options = std::make_shared<ExportOptions>();
-    AddRunOptions(command, options->run);
+    AddSourceOptions(command, *options);
     const Option format =
         command
             .AddOption(
                 "--format", options->format,
-                "raw (default): records as 'ipmitool sdr dump' writes them; json; csv: one line per sensor")
-            .OneOf({"raw", "json", "csv"})
-            .Takes("raw|json|csv");
+                "raw (default): records as 'ipmitool sdr dump' writes them; json; csv: one line per sensor; "
+                "freeipmi-cache: what FreeIPMI's tools take with --sdr-cache-file")
+            .OneOf({"raw", "json", "csv", kCacheFormat})
+            .Takes("raw|json|csv|freeipmi-cache");
     command.AddOption("-o,--output", options->output, "Replace FILE in one step; default: standard output")
         .Takes("FILE");
     AddFilterOption(command, options->filter);
     command.AddFlag("--json", options->json, "The same as --format json");
     command.AddFlag("--keep-ids", options->keep_ids,
-                    "Leave record ids at 0 instead of numbering them from 1");
+                    "Leave record ids at 0 instead of numbering them from 1 (those of files and BMCs stay)");
     command.AddFlag("--number", options->number,
                     "Number the sensors 1 to 254, then on LUN 1 and LUN 3; default: 0, as built");
     command.Example("oxa-sensors export --board boards/base_48.toml --format csv --output sensors.csv");

@@ -9,7 +9,8 @@
 #include "commands/commands.h"
 #include "commands/list_columns.h"
 #include "commands/list_options.h"
-#include "sets/board.h"
+#include "sets/active.h"
+#include "sets/aside.h"
 #include "sets/decode.h"
 #include "sets/run_options.h"
 #include "sets/set_json.h"
@@ -25,8 +26,7 @@ std::string Summary(const StaticSet &set, const std::vector<ListLine> &lines) {
         lines.size() == set.sensors.size() ? "" : " of " + std::to_string(set.sensors.size());
     return std::to_string(lines.size()) + of +
            (lines.size() == 1 && of.empty() ? " sensor (" : " sensors (") + std::to_string(full) + " full, " +
-           std::to_string(lines.size() - full) + " compact), profile " + set.profile->name + ", board " +
-           BoardText(set.board) + "\n";
+           std::to_string(lines.size() - full) + " compact), " + OriginText(set) + "\n" + AsideLine(set);
 }
 
 // Of the table that is as wide as the terminal.
@@ -40,14 +40,35 @@ std::string LeftOut(const std::vector<const ListColumn *> &shown, size_t width) 
                              " (--columns chooses)\n";
 }
 
+// Records that are no sensors are told where the whole source is.
+std::string AsideTable(const ListOptions &options, const StaticSet &set) {
+    if (set.aside.empty() || !options.filter.empty())
+        return "";
+    Table table({{"ID", true}, {"NAME"}, {"SET ASIDE"}, {"WHAT"}});
+    for (const AsideRecord &record : set.aside)
+        table.Add({{std::to_string(record.record_id), Style::kDim},
+                   {record.name.empty() ? "-" : record.name, Style::kBold},
+                   {record.kind},
+                   {record.what}});
+    return table.Render(ColourWanted()) + "\n";
+}
+
+std::string ActiveTextOf(const StaticSet &set, const std::vector<ListLine> &lines) {
+    std::vector<Decoded> decoded;
+    for (const ListLine &line : lines)
+        decoded.push_back(line.decoded);
+    const std::string text = ActiveText(decoded, set.Label());
+    return text.empty() ? "" : text + "\n";
+}
+
 std::string RenderTable(const ListOptions &options, const StaticSet &set,
                         const std::vector<ListLine> &lines) {
     const size_t width = options.columns.empty() ? TerminalWidth() : 0;
     const auto columns = width != 0 ? FittingColumns(lines, width) : ChosenColumns(options.columns);
     Table table = ListTable(columns, lines);
     if (!options.no_header)
-        return table.Render(ColourWanted()) + "\n" + Summary(set, lines) +
-               (width != 0 ? LeftOut(columns, width) : "");
+        return table.Render(ColourWanted()) + "\n" + AsideTable(options, set) + ActiveTextOf(set, lines) +
+               Summary(set, lines) + (width != 0 ? LeftOut(columns, width) : "");
     table.WithoutHeader();
     return table.Render(ColourWanted());
 }
@@ -64,15 +85,17 @@ void Settle(const ListOptions &options) {
     ChosenColumns(options.columns);
     if (options.json && (!options.columns.empty() || options.no_header))
         throw InputError("--columns and --no-header are about the table; --json has none");
+    if (options.run.profile == "all" && !options.from.empty())
+        throw InputError("--profile all counts the sets of a board; --from is another source");
     if (options.run.profile == "all" && (!options.columns.empty() || !options.sort.empty()))
         throw InputError("--columns and --sort are about sensors; --profile all counts them");
 }
 
 void List(const ListOptions &options) {
     Settle(options);
-    if (options.run.profile == "all")
+    if (options.run.profile == "all" && !options.run.board.empty())
         return ListAll(options);
-    const StaticSet set = BuildStaticSet(options.run);
+    const StaticSet set = LoadSource(options, "list").set;
     std::vector<ListLine> lines = SelectSensors(set, options.filter);
     if (!options.sort.empty())
         SortLines(lines, options.sort);
@@ -84,9 +107,10 @@ void List(const ListOptions &options) {
 } // namespace
 
 void AddListCommand(Command &program) {
-    Command command = program.AddCommand("list", "One line per sensor of a board's set, decoded");
+    Command command =
+        program.AddCommand("list", "One line per sensor of a board's set, of a file or of a BMC, decoded");
     const auto options = std::make_shared<ListOptions>();
-    AddRunOptions(command, options->run, "; all: counts of every profile");
+    AddSourceOptions(command, *options, "; all: counts of every profile");
     AddFilterOption(command, options->filter);
     std::vector<std::string> names;
     for (const ListColumn &column : ListColumns())
@@ -103,8 +127,6 @@ void AddListCommand(Command &program) {
     command.AddFlag("--reverse", options->reverse, "The last line first");
     command.AddFlag("--no-header", options->no_header, "Lines of sensors only, no header and no summary");
     command.AddFlag("--json", options->json, "JSON with raw and decoded values");
-    command.Footer(
-        "Exit status: 0 done; 1 the library built no usable set; 2 wrong input (nothing is written).");
     command.Example("oxa-sensors list --board boards/base_48.toml --columns name,uc --sort uc --no-header");
     command.Runs([options] { List(*options); });
 }

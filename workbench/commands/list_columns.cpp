@@ -91,7 +91,9 @@ const std::vector<ListColumn> &ListColumns() {
         {"unr", {"UNR", true}, LimitCell<5>, LimitValue<5>},
         {"device",
          {"DEVICE"},
-         [](const ListLine &line) { return Cell{DeviceText(line.sensor->entry)}; },
+         [](const ListLine &line) {
+             return line.sensor->has_entry ? Cell{DeviceText(line.sensor->entry)} : Cell{"-", Style::kDim};
+         },
          DeviceValue},
     };
     return columns;

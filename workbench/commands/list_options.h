@@ -5,12 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "sets/static_set.h"
+#include "sources/source.h"
 
 namespace workbench {
 
-struct ListOptions {
-    RunOptions run;
+struct ListOptions : SourceOptions {
     bool json = false;
     std::vector<std::string> filter; // names and patterns; empty: all
     std::string columns, sort;       // names of columns; empty: as it comes

@@ -23,6 +23,7 @@ namespace {
 struct ReportOptions {
     std::vector<std::string> boards, profiles;
     std::string output, against;
+    LoginOptions login; // where that is a BMC
     bool json = false;
 };
 
@@ -114,8 +115,7 @@ std::vector<Json> Documents(const std::vector<Reported> &sets, const std::option
         }
         const StaticSet &set = one.built.set;
         if (against)
-            differences = against->Of(out.size(), one.run.board,
-                                      {one.run.board, set.profile, true, set.sensors, one.decoded});
+            differences = against->Of(out.size(), one.run.board, {set, one.run.board, true, one.decoded});
         out.push_back(SetDocument(set, one.decoded, why.at(asked++), differences));
     }
     return out;
@@ -148,7 +148,7 @@ void WriteReport(const ReportOptions &options) {
     const std::vector<RunOptions> runs = RunsOf(options);
     std::optional<Against> against;
     if (!options.against.empty())
-        against.emplace(options.against, runs);
+        against.emplace(options.against, runs, options.login);
     const std::vector<Reported> sets = BuildSets(runs);
     if (BuiltOf(sets) == 0)
         throw SetError(Missing(sets));
@@ -180,9 +180,10 @@ void AddReportCommand(Command &program) {
     command
         .AddOption(
             "--against", options->against,
-            "Mark what differs from PROFILE (on each board), PROFILE@BOARD, a file of export, or a lock")
+            "Mark what differs from PROFILE (on each board), PROFILE@BOARD, a file of export, a lock, or bmc://HOST")
         .Takes("SET")
         .Completes(CompleteProfiles);
+    AddLoginOptions(command, options->login);
     command.AddFlag("--json", options->json, "JSON with what was written, instead of a line");
     command.Footer(
         "Exit status: 0 written; 1 one of the sets could not be built, and the page says why (nothing is written\n"

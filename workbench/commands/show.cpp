@@ -9,11 +9,14 @@
 #include "base/text.h"
 #include "commands/commands.h"
 #include "explain/explain.h"
+#include "sets/active.h"
+#include "sets/aside.h"
 #include "sets/board.h"
 #include "sets/decode.h"
 #include "sets/run_options.h"
 #include "sets/select.h"
 #include "sets/set_json.h"
+#include "sources/source.h"
 
 namespace workbench {
 namespace {
@@ -21,8 +24,7 @@ namespace {
 constexpr unsigned kBytesPerLine = 8;
 constexpr size_t kMeaningWidth = 76;
 
-struct ShowOptions {
-    RunOptions run;
+struct ShowOptions : SourceOptions {
     bool json = false;
     std::vector<std::string> names;
 };
@@ -72,15 +74,66 @@ std::string RenderFields(const std::vector<Field> &fields, std::span<const uint8
     return table.Render(colour);
 }
 
+std::string Whose(const StaticSet &set) {
+    if (set.board.empty())
+        return OriginText(set);
+    const std::string board = NameBehind(BoardOf(set.board).board, set.board);
+    return std::string("profile ") + set.profile->name + (board.empty() ? "" : ", board" + board);
+}
+
+std::string InForce(const Decoded &sensor) {
+    const auto lines = ActiveLines(sensor);
+    return lines.empty() ? "the record's thresholds" : Join(lines, "\n          ");
+}
+
+// A record that is no sensor's: what is known of it, and its bytes.
+std::string RenderAside(const AsideRecord &record) {
+    std::string out = (record.name.empty() ? "-" : record.name) + ": " + record.kind + " of " +
+                      std::to_string(record.bytes.size()) + " bytes, record " +
+                      std::to_string(record.record_id) + (record.what.empty() ? "" : ", " + record.what) +
+                      "\n\n";
+    constexpr size_t kPerLine = 16;
+    const std::span<const uint8_t> bytes(record.bytes);
+    for (size_t at = 0; at < bytes.size(); at += kPerLine)
+        out += "  " + HexBytes(bytes.subspan(at, std::min(kPerLine, bytes.size() - at))) + "\n";
+    return out;
+}
+
+bool MeansASensor(const StaticSet &set, const std::string &word) {
+    try {
+        return !SelectSensors(set, {word}).empty();
+    } catch (const InputError &) {
+        return false;
+    }
+}
+
+// The records that are no sensors and that a word means; words that mean nothing else are taken away.
+std::vector<const AsideRecord *> TakeAside(const StaticSet &set, std::vector<std::string> &wanted) {
+    std::vector<const AsideRecord *> out;
+    for (const AsideRecord &record : set.aside)
+        if (!record.name.empty() &&
+            std::any_of(wanted.begin(), wanted.end(),
+                        [&record](const std::string &word) { return IsMeant(record.name, word); }))
+            out.push_back(&record);
+    std::erase_if(wanted, [&](const std::string &word) {
+        return std::any_of(out.begin(), out.end(),
+                           [&word](const auto *one) { return IsMeant(one->name, word); }) &&
+               !MeansASensor(set, word);
+    });
+    return out;
+}
+
 std::string RenderSensor(const StaticSet &set, const Selected &found, bool colour) {
     const Sensor &sensor = *found.sensor;
-    const std::string board = NameBehind(BoardOf(set.board).board, set.board);
     std::string out = Paint(found.decoded.name, Style::kBold, colour) + ": " + KindText(found.decoded.kind) +
                       " record of " + std::to_string(RecordSize(sensor.record)) + " bytes, sensor " +
-                      std::to_string(sensor.ordinal) + " of " + std::to_string(set.sensors.size()) +
-                      ", profile " + set.profile->name + (board.empty() ? "" : ", board" + board) + "\n\n";
+                      std::to_string(sensor.ordinal) + " of " + std::to_string(set.sensors.size()) + ", " +
+                      Whose(set) + "\n\n";
     out += "Record\n" + RenderFields(ExplainRecord(sensor, found.decoded), sensor.record, colour);
-    out += "\nDevice-table entry\n" + RenderFields(ExplainEntry(sensor), sensor.entry, colour);
+    if (sensor.active)
+        out += "\nIn force: " + InForce(found.decoded) + "\n";
+    if (sensor.has_entry)
+        out += "\nDevice-table entry\n" + RenderFields(ExplainEntry(sensor), sensor.entry, colour);
     return out;
 }
 
@@ -104,15 +157,18 @@ std::string DetailsJson(const StaticSet &set, const std::vector<Selected> &found
     for (const Selected &f : found) {
         Json sensor = SensorJson(*f.sensor, f.decoded);
         sensor["record_fields"] = FieldsJson(ExplainRecord(*f.sensor, f.decoded), f.sensor->record);
-        sensor["entry_fields"] = FieldsJson(ExplainEntry(*f.sensor), f.sensor->entry);
+        sensor["entry_fields"] =
+            f.sensor->has_entry ? FieldsJson(ExplainEntry(*f.sensor), f.sensor->entry) : Json(nullptr);
         out["sensors"].push_back(std::move(sensor));
     }
     return Dump(out);
 }
 
 void Show(const ShowOptions &options) {
-    const StaticSet set = BuildStaticSet(options.run);
-    const std::vector<Selected> found = SelectSensors(set, options.names);
+    const StaticSet set = LoadSource(options, "show").set;
+    std::vector<std::string> names = options.names;
+    const std::vector<const AsideRecord *> aside = TakeAside(set, names);
+    const std::vector<Selected> found = names.empty() ? std::vector<Selected>() : SelectSensors(set, names);
     if (options.json)
         return PrintOut(DetailsJson(set, found));
     std::string out;
@@ -121,6 +177,8 @@ void Show(const ShowOptions &options) {
         out += out.empty() ? "" : "\n";
         out += RenderSensor(set, f, colour);
     }
+    for (const AsideRecord *record : aside)
+        out += (out.empty() ? "" : "\n") + RenderAside(*record);
     PrintOut(out);
 }
 
@@ -129,7 +187,7 @@ void Show(const ShowOptions &options) {
 void AddShowCommand(Command &program) {
     Command command = program.AddCommand("show", "Every byte of a sensor's record and device-table entry");
     const auto options = std::make_shared<ShowOptions>();
-    AddRunOptions(command, options->run);
+    AddSourceOptions(command, *options);
     command.AddOption("NAME", options->names, "Sensor names, or patterns such as 'PSU_*_01', in any case")
         .Required()
         .Takes("")

@@ -12,7 +12,7 @@ namespace workbench {
 namespace {
 
 using Key = std::string;
-using KeyOf = std::function<Key(const SensorSource &, size_t)>;
+using KeyOf = std::function<Key(const Side &, size_t)>;
 
 Key Bytes(std::initializer_list<unsigned> bytes) {
     Key out;
@@ -22,27 +22,28 @@ Key Bytes(std::initializer_list<unsigned> bytes) {
 }
 
 // What the scanner reads for the sensor: the same place under another name is the same sensor renamed.
-Key Place(const SensorSource &source, size_t i) {
-    const Sensor &s = source.sensors[i];
+Key Place(const Side &source, size_t i) {
+    const Sensor &s = source.set.sensors[i];
     return Bytes({s.entry[0], s.entry[1], s.entry[2], s.entry[3], s.record[SDR_ENTITY_ID]});
 }
 
 // The next best thing where no entries are known.
-Key RecordPlace(const SensorSource &source, size_t i) {
-    const Record &r = source.sensors[i].record;
+Key RecordPlace(const Side &source, size_t i) {
+    const Record &r = source.set.sensors[i].record;
     return Bytes({r[SDR_RECORD_TYPE], r[SDR_ENTITY_ID], r[SDR_ENTITY_INSTANCE], r[SDR_SENSOR_TYPE],
                   r[SDR_EVENT_TYPE], r[SDR_BASE_UNIT]});
 }
 
-Key Name(const SensorSource &source, size_t i) {
+Key Name(const Side &source, size_t i) {
     return source.decoded[i].name;
 }
 
 // Finds partners among the sensors that have none yet, one kind of likeness after the other.
 class Matcher {
 public:
-    Matcher(const SensorSource &left, const SensorSource &right)
-        : left_(left), right_(right), partner_(left.sensors.size(), kNone), taken_(right.sensors.size()) {}
+    Matcher(const Side &left, const Side &right)
+        : left_(left), right_(right), partner_(left.set.sensors.size(), kNone),
+          taken_(right.set.sensors.size()) {}
 
     // Sensors of equal key in their order; only_single: keys that several of one side share are left alone.
     void Match(const KeyOf &key, bool only_single = false) {
@@ -73,7 +74,7 @@ public:
     }
 
 private:
-    const SensorSource &left_, &right_;
+    const Side &left_, &right_;
     std::vector<size_t> partner_;
     std::vector<bool> taken_;
 };
@@ -124,9 +125,9 @@ void CompareFields(const std::vector<Field> &left, const std::vector<Field> &rig
     }
 }
 
-std::vector<FieldChange> Changes(const SensorSource &left, const SensorSource &right, size_t i, size_t k) {
+std::vector<FieldChange> Changes(const Side &left, const Side &right, size_t i, size_t k) {
     std::vector<FieldChange> out;
-    const Sensor &a = left.sensors[i], &b = right.sensors[k];
+    const Sensor &a = left.set.sensors[i], &b = right.set.sensors[k];
     CompareFields(ExplainRecord(a, left.decoded[i]), ExplainRecord(b, right.decoded[k]), a.record, b.record,
                   false, out);
     if (left.has_entries && right.has_entries)
@@ -136,6 +137,16 @@ std::vector<FieldChange> Changes(const SensorSource &left, const SensorSource &r
 
 } // namespace
 
+Side MakeSide(StaticSet set, const std::string &label) {
+    Side out{std::move(set), label, true, {}};
+    const Decoder decoder;
+    for (const Sensor &sensor : out.set.sensors) {
+        out.has_entries = out.has_entries && sensor.has_entry;
+        out.decoded.push_back(decoder.Decode(sensor));
+    }
+    return out;
+}
+
 bool Comparison::Equal() const {
     return removed.empty() && added.empty() &&
            std::all_of(
@@ -143,34 +154,34 @@ bool Comparison::Equal() const {
                [](const SensorPair &pair) { return !pair.renamed && pair.changes.empty(); });
 }
 
-Comparison CompareSources(const SensorSource &left, const SensorSource &right) {
+Comparison CompareSources(const Side &left, const Side &right) {
     const bool entries = left.has_entries && right.has_entries;
     const KeyOf place = entries ? Place : RecordPlace;
     Matcher matcher(left, right);
-    matcher.Match([&place](const SensorSource &s, size_t i) { return Name(s, i) + "\n" + place(s, i); });
+    matcher.Match([&place](const Side &s, size_t i) { return Name(s, i) + "\n" + place(s, i); });
     matcher.Match(Name);
     matcher.Match(place, !entries);
     Comparison out;
-    for (size_t i = 0; i < left.sensors.size(); ++i) {
+    for (size_t i = 0; i < left.set.sensors.size(); ++i) {
         const size_t k = matcher.Partners()[i];
         if (k == Matcher::kNone)
             out.removed.push_back(i);
         else
             out.pairs.push_back({i, k, Name(left, i) != Name(right, k), Changes(left, right, i, k)});
     }
-    for (size_t k = 0; k < right.sensors.size(); ++k)
+    for (size_t k = 0; k < right.set.sensors.size(); ++k)
         if (!matcher.Taken(k))
             out.added.push_back(k);
     return out;
 }
 
-std::string WhatText(const SensorSource &source, size_t i) {
-    const Decoded &d = source.decoded[i];
+std::string WhatText(const Side &side, size_t i) {
+    const Decoded &d = side.decoded[i];
     std::string out = std::string(KindText(d.kind)) + ", " + d.sensor_type_text + ", " + d.entity_text + " " +
-                      Hex(source.sensors[i].record[SDR_ENTITY_INSTANCE]);
+                      Hex(side.set.sensors[i].record[SDR_ENTITY_INSTANCE]);
     if (d.reading)
         out += ", " + d.reading->formula;
-    return source.has_entries ? out + ", " + DeviceText(source.sensors[i].entry) : out;
+    return side.has_entries ? out + ", " + DeviceText(side.set.sensors[i].entry) : out;
 }
 
 bool CanHaveThresholds(const Sensor &sensor) {
@@ -178,9 +189,9 @@ bool CanHaveThresholds(const Sensor &sensor) {
            sensor.record[SDR_READING_MASK] != 0;
 }
 
-bool LosesThresholds(const SensorSource &left, const SensorSource &right, const SensorPair &pair) {
-    const Record &mine = left.sensors[pair.left].record, &theirs = right.sensors[pair.right].record;
-    if (!CanHaveThresholds(left.sensors[pair.left]))
+bool LosesThresholds(const Side &left, const Side &right, const SensorPair &pair) {
+    const Record &mine = left.set.sensors[pair.left].record, &theirs = right.set.sensors[pair.right].record;
+    if (!CanHaveThresholds(left.set.sensors[pair.left]))
         return false;
     return pair.renamed || theirs[SDR_RECORD_TYPE] != 0x01 ||
            mine[SDR_READING_MASK] != theirs[SDR_READING_MASK];

@@ -7,9 +7,21 @@
 #include <string>
 #include <vector>
 
-#include "compare/sensor_source.h"
+#include "sets/decode.h"
+#include "sets/static_set.h"
 
 namespace workbench {
+
+// One side of a comparison.
+struct Side {
+    StaticSet set;
+    std::string label;            // what the user wrote, completed by the board
+    bool has_entries = false;     // device-table entries are known
+    std::vector<Decoded> decoded; // one per sensor
+};
+
+// SetError for a record that cannot be decoded.
+Side MakeSide(StaticSet set, const std::string &label);
 
 // A field of record or entry whose bytes or whose meaning differ; the meaning is in units.
 struct FieldChange {
@@ -31,13 +43,13 @@ struct Comparison {
     bool Equal() const;
 };
 
-Comparison CompareSources(const SensorSource &left, const SensorSource &right);
+Comparison CompareSources(const Side &left, const Side &right);
 
 // "full, Temperature, Air Inlet 0x60, signed, 1 °C, 0x00/0"
-std::string WhatText(const SensorSource &source, size_t i);
+std::string WhatText(const Side &side, size_t i);
 
 // A user's saved thresholds are found again by ID string and readable mask; this pair's are not.
-bool LosesThresholds(const SensorSource &left, const SensorSource &right, const SensorPair &pair);
+bool LosesThresholds(const Side &left, const Side &right, const SensorPair &pair);
 bool CanHaveThresholds(const Sensor &sensor);
 
 } // namespace workbench

@@ -32,7 +32,7 @@ std::string Value(const View &v, double value) {
 
 std::string Counts(const View &v, uint8_t raw) { // a difference in raw counts
     const std::string text = Plural(raw, "count");
-    return v.d.reading ? text + ", " + Value(v, raw * v.d.reading->factor) : text;
+    return v.d.reading && v.d.reading->IsLinear() ? text + ", " + Value(v, raw * v.d.reading->factor) : text;
 }
 
 Lines Id(const View &v, unsigned at) {
@@ -322,7 +322,8 @@ constexpr FieldRow kCompact[] = {
 };
 
 template <size_t N> void AddRows(const View &view, const FieldRow (&rows)[N], std::vector<Field> &out) {
-    const Row *built_by = RowThatBuilt(view.sensor);
+    // Of a record without its entry nobody knows who built it.
+    const Row *built_by = view.sensor.has_entry ? RowThatBuilt(view.sensor) : nullptr;
     for (const FieldRow &row : rows)
         out.push_back(
             {row.offset, row.size, row.name, row.words(view, row.offset), Origin(built_by, 'S', row.offset)});
@@ -340,6 +341,8 @@ void AddName(const View &view, std::vector<Field> &out) {
                        "unused",
                        {"rest of the slot, not part of the record"},
                        ""});
+    if (!view.sensor.has_entry)
+        return;
     for (Field &field : out)
         if (field.offset == SDR_RECORD_LENGTH)
             field.set_by = std::string(base) + " + name length";

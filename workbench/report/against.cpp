@@ -5,7 +5,6 @@
 
 #include "base/errors.h"
 #include "base/text.h"
-#include "compare/set_compare.h"
 #include "lock/changes.h"
 #include "lock/compare.h"
 
@@ -43,25 +42,29 @@ Lock LoadLock(const std::string &path) {
 
 } // namespace
 
-Against::Against(const std::string &text, const std::vector<RunOptions> &runs) : text_(text) {
+Against::Against(const std::string &text, const std::vector<RunOptions> &runs, const LoginOptions &login)
+    : text_(text) {
     if (IsLock(text)) {
         lock_ = LoadLock(text);
         return;
     }
     const bool of_each_board = ProfileNamed(text) != nullptr;
     for (const RunOptions &run : runs)
-        if (of_each_board || sources_.empty())
-            sources_.push_back(LoadSensorSource(text, run));
+        if (of_each_board || sources_.empty()) {
+            SourceSet source = LoadSource(text, run, login);
+            sources_.push_back(MakeSide(std::move(source.set), source.label));
+        }
 }
 
-Json Against::Of(size_t run, const std::string &board, const SensorSource &set) const {
-    return lock_ ? OfLock(board, set) : OfSource(sources_[sources_.size() == 1 ? 0 : run], set);
+Json Against::Of(size_t run, const std::string &board, const Side &side) const {
+    return lock_ ? OfLock(board, side) : OfSource(sources_[sources_.size() == 1 ? 0 : run], side);
 }
 
-Json Against::OfSource(const SensorSource &was, const SensorSource &set) const {
-    const Comparison comparison = CompareSources(was, set);
-    Json out{
-        {"label", was.label}, {"removed", Json::array()}, {"sensors", Json(set.sensors.size(), nullptr)}};
+Json Against::OfSource(const Side &was, const Side &side) const {
+    const Comparison comparison = CompareSources(was, side);
+    Json out{{"label", was.label},
+             {"removed", Json::array()},
+             {"sensors", Json(side.set.sensors.size(), nullptr)}};
     for (const size_t i : comparison.removed)
         out["removed"].push_back({{"name", was.decoded[i].name}, {"what", WhatText(was, i)}});
     for (const size_t k : comparison.added)
@@ -71,20 +74,21 @@ Json Against::OfSource(const SensorSource &was, const SensorSource &set) const {
         for (const FieldChange &change : pair.changes)
             lines.push_back(LineOfChange(change));
         out["sensors"][pair.right] =
-            Changed(was.decoded[pair.left].name, set.decoded[pair.right].name, std::move(lines));
+            Changed(was.decoded[pair.left].name, side.decoded[pair.right].name, std::move(lines));
     }
     return out;
 }
 
-Json Against::OfLock(const std::string &board, const SensorSource &set) const {
+Json Against::OfLock(const std::string &board, const Side &side) const {
     const std::string stem = std::filesystem::path(board).stem().string();
-    Json out{{"label", text_}, {"removed", Json::array()}, {"sensors", Json(set.sensors.size(), nullptr)}};
+    Json out{
+        {"label", text_}, {"removed", Json::array()}, {"sensors", Json(side.set.sensors.size(), nullptr)}};
     std::vector<SensorLine> lines;
-    for (size_t i = 0; i < set.sensors.size(); ++i)
-        lines.push_back(LineOf(stem, *set.profile, set.sensors[i], set.decoded[i]));
+    for (size_t i = 0; i < side.set.sensors.size(); ++i)
+        lines.push_back(LineOf(stem, *side.set.profile, side.set.sensors[i], side.decoded[i]));
     SensorLines old, now;
     for (const SensorLine &line : lock_->sensors)
-        if (line.Board() == stem && line.Profile() == set.profile->name)
+        if (line.Board() == stem && line.Profile() == side.set.profile->name)
             old.push_back(&line);
     for (const SensorLine &line : lines)
         now.push_back(&line);

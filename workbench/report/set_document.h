@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "base/json.h"
-#include "compare/sensor_source.h"
 #include "sets/static_set.h"
 
 namespace workbench {

@@ -9,6 +9,7 @@
 #include <fstream>
 
 #include "base/errors.h"
+#include "base/text.h"
 
 namespace workbench {
 namespace {
@@ -33,7 +34,7 @@ std::string FirstLineOf(const std::string &path) {
     return line;
 }
 
-std::string Password(const BmcOptions &options) {
+std::string Password(const LoginOptions &options) {
     if (options.password && !options.password_file.empty())
         throw InputError("--password contradicts --password-file");
     const char *variable = std::getenv("IPMI_PASSWORD");
@@ -48,8 +49,7 @@ std::string Password(const BmcOptions &options) {
 
 } // namespace
 
-void AddBmcOptions(Command &command, BmcOptions &options, const std::string &help) {
-    command.AddOption("--bmc", options.address, help).Takes("HOST:PORT");
+void AddLoginOptions(Command &command, LoginOptions &options) {
     command.AddOption("--user", options.login.user, "User at the BMC").Takes("NAME").ShowsDefault();
     command
         .AddOption(
@@ -68,27 +68,47 @@ void AddBmcOptions(Command &command, BmcOptions &options, const std::string &hel
             "Cipher suite: 3 (SHA1, the default; the only one that ipmi_sim knows) or 17 (SHA256)")
         .Takes("3|17")
         .OneOf({"3", "17"});
+    command
+        .AddOption("--timeout", options.login.timeout_seconds,
+                   "Seconds in which a BMC must answer, first asked again after a tenth of it")
+        .Takes("N")
+        .Between(1, 600)
+        .ShowsDefault();
+}
+
+void AddBmcOptions(Command &command, BmcOptions &options, const std::string &help) {
+    command.AddOption("--bmc", options.address, help).Takes("HOST:PORT");
+    AddLoginOptions(command, options);
+}
+
+void SetAddress(sim::Bmc &bmc, const std::string &address, const std::string &what) {
+    const size_t bracket = address.starts_with('[') ? address.find(']') : 0; // of a version 6 address
+    const size_t colon = bracket == std::string::npos ? bracket : address.find(':', bracket);
+    bmc.host = address.substr(0, colon);
+    if (bmc.host.empty() || bracket == std::string::npos)
+        throw InputError(what + ": no host; write HOST:PORT");
+    if (colon == std::string::npos)
+        return;
+    const std::string port = address.substr(colon + 1);
+    const bool number =
+        !port.empty() && port.size() <= 5 && port.find_first_not_of("0123456789") == std::string::npos;
+    const unsigned long value = number ? std::stoul(port) : 0;
+    if (value == 0 || value > 65535)
+        throw InputError(what + ": '" + Printable(port) + "' is no port");
+    bmc.port = static_cast<uint16_t>(value);
+}
+
+sim::Bmc BmcAt(const std::string &address, const LoginOptions &options, const std::string &what) {
+    sim::Bmc bmc = options.login;
+    bmc.password = Password(options);
+    SetAddress(bmc, address, what);
+    return bmc;
 }
 
 std::optional<sim::Bmc> ChosenBmc(const BmcOptions &options) {
     if (!options.Given())
         return std::nullopt;
-    sim::Bmc bmc = options.login;
-    bmc.password = Password(options);
-    const size_t colon = options.address.rfind(':');
-    bmc.host = options.address.substr(0, colon);
-    if (colon != std::string::npos) {
-        const std::string port = options.address.substr(colon + 1);
-        const bool number =
-            !port.empty() && port.size() <= 5 && port.find_first_not_of("0123456789") == std::string::npos;
-        const unsigned long value = number ? std::stoul(port) : 0;
-        if (value == 0 || value > 65535)
-            throw InputError("--bmc " + options.address + ": '" + port + "' is no port");
-        bmc.port = static_cast<uint16_t>(value);
-    }
-    if (bmc.host.empty())
-        throw InputError("--bmc " + options.address + ": no host; write HOST:PORT");
-    return bmc;
+    return BmcAt(options.address, options, "--bmc " + options.address);
 }
 
 } // namespace workbench

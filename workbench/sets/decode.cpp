@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "sets/decode.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <freeipmi/freeipmi.h>
+#include <span>
 #include <utility>
 
 #include "base/errors.h"
@@ -13,6 +15,9 @@ namespace {
 
 constexpr uint8_t kFormatTwosComplement = 2;
 constexpr uint8_t kFormatNone = 3; // units byte: no analog reading
+constexpr const char *kFunctions[] = {"",   "ln", "log10", "log2", "e^",   "10^",
+                                      "2^", "1/", "sqr",   "cube", "sqrt", "cube^-1"};
+constexpr uint8_t kLastFunction = 11; // of the linearizations that a record tells all of
 
 struct ThresholdPlace {
     const char *key, *name;
@@ -68,6 +73,9 @@ public:
     const Record &record() const {
         return sensor_.record;
     }
+    unsigned size() const {
+        return size_;
+    }
     uint8_t operator[](unsigned offset) const {
         return sensor_.record[offset];
     }
@@ -78,19 +86,35 @@ private:
     unsigned size_;
 };
 
-std::vector<State> ThresholdStates(const std::array<uint8_t, 12> &flags) {
+// The bits of a mask that are on; a threshold sensor's has more behind them, for what can be compared.
+std::vector<State> MaskStates(const Parser &p, const Decoded &d, unsigned offset) {
+    const unsigned mask = p[offset] | p[offset + 1] << 8;
+    const unsigned count = d.IsThreshold() ? 12 : 15;
     std::vector<State> out;
-    for (unsigned i = 0; i < flags.size(); ++i)
-        if (flags[i])
-            out.push_back({i, StateText(0x01, 0, i)});
+    for (unsigned i = 0; i < count; ++i)
+        if (mask >> i & 1)
+            out.push_back({i, StateText(d.event_type, d.sensor_type, i)});
     return out;
 }
 
-std::vector<State> DiscreteStates(const Decoded &d, const std::array<uint8_t, 15> &flags) {
-    std::vector<State> out;
-    for (unsigned i = 0; i < flags.size(); ++i)
-        if (flags[i])
-            out.push_back({i, StateText(d.event_type, d.sensor_type, i)});
+// ---- names -----------------------------------------------------------------------------------------------
+
+std::string BcdPlus(std::span<const uint8_t> bytes) {
+    constexpr char kDigits[] = "0123456789 -.:,_";
+    std::string out;
+    for (const uint8_t byte : bytes)
+        out += {kDigits[byte >> 4], kDigits[byte & 0x0F]};
+    return out;
+}
+
+// Six bits a character, the first one lowest.
+std::string SixBitAscii(std::span<const uint8_t> bytes) {
+    std::string out;
+    for (size_t bit = 0; bit + 6 <= bytes.size() * 8; bit += 6) {
+        const size_t at = bit / 8;
+        const unsigned word = bytes[at] | (at + 1 < bytes.size() ? bytes[at + 1] << 8 : 0);
+        out += static_cast<char>((word >> bit % 8 & 0x3F) + 0x20);
+    }
     return out;
 }
 
@@ -114,25 +138,15 @@ void DecodeHead(const Parser &p, Decoded &d) {
     d.capabilities = p[SDR_SENSOR_CAPS];
     p.Call(ipmi_sdr_parse_sensor_capabilities, &d.event_control, &d.threshold_support, &d.hysteresis_support,
            &d.auto_rearm, &d.entity_ignore);
-    char name[IPMI_SDR_MAX_SENSOR_NAME_LENGTH + 1] = {};
-    p.Call(ipmi_sdr_parse_id_string, name, static_cast<unsigned>(IPMI_SDR_MAX_SENSOR_NAME_LENGTH));
-    d.name = Printable(name);
+    const unsigned at = d.kind == RecordKind::kFull ? FULL_SDR_NAME : COMPACT_SDR_NAME;
+    d.name = IdText(std::span(p.record()).first(p.size()), at - 1);
 }
 
 void DecodeStates(const Parser &p, Decoded &d) {
-    if (d.IsThreshold()) {
-        d.assertion = ThresholdStates(p.Values<uint8_t, 12>(ipmi_sdr_parse_threshold_assertion_supported));
-        d.deassertion =
-            ThresholdStates(p.Values<uint8_t, 12>(ipmi_sdr_parse_threshold_deassertion_supported));
-        return;
-    }
-    d.assertion = DiscreteStates(d, p.Values<uint8_t, 15>(ipmi_sdr_parse_assertion_supported));
-    d.deassertion = DiscreteStates(d, p.Values<uint8_t, 15>(ipmi_sdr_parse_deassertion_supported));
-    std::array<uint8_t, 15> reading{}; // libfreeipmi has no call for the reading mask
-    const unsigned mask = p[SDR_READING_MASK] | p[SDR_READING_MASK + 1] << 8;
-    for (unsigned i = 0; i < reading.size(); ++i)
-        reading[i] = mask >> i & 1;
-    d.readable = DiscreteStates(d, reading);
+    d.assertion = MaskStates(p, d, SDR_ASSERT_MASK);
+    d.deassertion = MaskStates(p, d, SDR_DEASSERT_MASK);
+    if (!d.IsThreshold())
+        d.readable = MaskStates(p, d, SDR_READING_MASK);
 }
 
 std::string UnitString(const Parser &p, bool abbreviated) {
@@ -167,7 +181,7 @@ std::string FormulaText(const Reading &r) {
         r.is_signed && r.offset == 0 ? FormatNumber(r.factor) : "x * " + FormatNumber(r.factor);
     if (r.offset != 0)
         text += (r.offset < 0 ? " - " : " + ") + FormatNumber(r.offset < 0 ? -r.offset : r.offset);
-    return sign + text + unit;
+    return sign + (r.IsLinear() ? text : std::string(kFunctions[r.linearization]) + "(" + text + ")") + unit;
 }
 
 void DecodeRanges(const Parser &p, Reading &r) {
@@ -184,8 +198,9 @@ void DecodeRanges(const Parser &p, Reading &r) {
 }
 
 void DecodeReading(const Parser &p, Decoded &d) {
-    if (d.kind != RecordKind::kFull || p[SDR_UNITS_1] >> 6 == kFormatNone)
-        return;
+    if (d.kind != RecordKind::kFull || p[SDR_UNITS_1] >> 6 == kFormatNone ||
+        (p[FULL_SDR_LINEARIZATION] & 0x7F) > kLastFunction)
+        return; // what a count stands for then differs from reading to reading, and is not in the record
     Reading r;
     int8_t r_exponent = 0, b_exponent = 0;
     int16_t m = 0, b = 0;
@@ -196,8 +211,10 @@ void DecodeReading(const Parser &p, Decoded &d) {
     r.m = m;
     r.b = b;
     r.is_signed = r.format == kFormatTwosComplement;
+    const uint8_t function = std::exchange(r.linearization, 0);
     r.offset = Convert(p, r, 0);
     r.factor = Convert(p, r, 1) - r.offset;
+    r.linearization = function;
     r.unit = ShortUnit(p);
     r.formula = FormulaText(r);
     DecodeRanges(p, r);
@@ -212,8 +229,27 @@ void DecodeThresholds(const Parser &p, Decoded &d) {
     const auto readable = p.Values<uint8_t, 6>(ipmi_sdr_parse_threshold_readable);
     const auto settable = p.Values<uint8_t, 6>(ipmi_sdr_parse_threshold_settable);
     for (const ThresholdPlace &t : kThresholds)
-        d.thresholds.push_back({t.key, t.name, t.offset, raw[t.index], readable[t.index] != 0,
-                                settable[t.index] != 0, value[t.index]});
+        d.thresholds.push_back({t.key,
+                                t.name,
+                                t.offset,
+                                raw[t.index],
+                                readable[t.index] != 0,
+                                settable[t.index] != 0,
+                                value[t.index],
+                                {},
+                                0});
+}
+
+// The bits of a readable mask go from LNC up, those of ActiveLimits as the record's bytes.
+void DecodeActive(const Parser &p, const std::optional<ActiveLimits> &active, Decoded &d) {
+    for (Threshold &t : d.thresholds) {
+        const auto place = std::find_if(std::begin(kThresholds), std::end(kThresholds),
+                                        [&t](const ThresholdPlace &one) { return one.offset == t.offset; });
+        if (!active || (active->mask >> place->index & 1) == 0)
+            continue;
+        t.active_raw = active->raw[t.offset - FULL_SDR_UNR];
+        t.active_value = Convert(p, *d.reading, *t.active_raw);
+    }
 }
 
 void DecodeTail(const Parser &p, Decoded &d) {
@@ -251,8 +287,25 @@ Decoded Decoder::Decode(const Sensor &sensor) const {
     d.unit_text = UnitString(parser, false);
     DecodeReading(parser, d);
     DecodeThresholds(parser, d);
+    DecodeActive(parser, sensor.active, d);
     DecodeTail(parser, d);
     return d;
+}
+
+std::string IdText(std::span<const uint8_t> record, size_t at) {
+    if (at + 1 >= record.size())
+        return "";
+    const size_t size = std::min<size_t>(record[at] & 0x1F, record.size() - at - 1);
+    const std::span<const uint8_t> bytes = record.subspan(at + 1, size);
+    const std::string plain(bytes.begin(), std::find(bytes.begin(), bytes.end(), 0));
+    switch (record[at] >> 6) {
+    case 1:
+        return BcdPlus(bytes);
+    case 2:
+        return SixBitAscii(bytes);
+    default:
+        return Printable(plain);
+    }
 }
 
 const Threshold *Decoded::FindThreshold(unsigned offset) const {

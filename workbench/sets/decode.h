@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -25,13 +26,23 @@ struct Threshold {
     bool readable = false; // announced by the readable mask: the threshold exists
     bool settable = false;
     double value = 0; // in units, whether announced or not
+    // What the BMC goes by, where it was asked and has the limit.
+    std::optional<uint8_t> active_raw;
+    double active_value = 0;
+    bool IsSetOtherwise() const {
+        return active_raw && *active_raw != raw;
+    }
 };
 
 struct Reading { // how a raw byte becomes a number
     int m = 0, b = 0, r_exponent = 0, b_exponent = 0;
     uint8_t linearization = 0, format = 0;
-    double factor = 0, offset = 0; // value = factor * raw + offset
+    double factor = 0,
+           offset = 0; // value = factor * raw + offset, to which the function of the linearization applies
     bool is_signed = false;
+    bool IsLinear() const {
+        return linearization == 0;
+    }
     std::string unit;    // "V", "°C", "%"
     std::string formula; // "x * 0.01 V"
     double minimum = 0, maximum = 0;
@@ -83,6 +94,9 @@ private:
     struct Impl;
     std::unique_ptr<Impl> impl_;
 };
+
+// A name whose type/length byte stands at that place, in any of the codes that there are.
+std::string IdText(std::span<const uint8_t> record, size_t at);
 
 // Texts of single codes.
 std::string SensorTypeText(uint8_t type);

@@ -15,7 +15,7 @@ namespace {
     for (const Selected &one : all)
         names.push_back(one.decoded.name);
     const std::vector<std::string> nearest = NearestNames(wanted, names);
-    throw InputError(set.board + ": no sensor '" + wanted + "' among " + std::to_string(names.size()) +
+    throw InputError(set.Label() + ": no sensor '" + wanted + "' among " + std::to_string(names.size()) +
                      (nearest.empty() ? "" : "; did you mean " + Join(nearest, ", ") + "?"));
 }
 

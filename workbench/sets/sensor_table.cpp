@@ -19,6 +19,8 @@ std::vector<Column> SensorColumns(const std::string &number) {
 std::string ReadingText(const Decoded &decoded) {
     if (decoded.reading)
         return decoded.reading->formula;
+    if (decoded.IsThreshold())
+        return "-"; // no analog reading, or one whose factors are not in the record
     const size_t states = decoded.readable.size();
     return std::to_string(states) + (states == 1 ? " state" : " states");
 }

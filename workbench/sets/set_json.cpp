@@ -5,16 +5,10 @@
 #include <cctype>
 
 #include "base/text.h"
+#include "sets/aside.h"
 
 namespace workbench {
 namespace {
-
-std::string Lower(const char *key) {
-    std::string out = key;
-    std::transform(out.begin(), out.end(), out.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return out;
-}
 
 Json ReadingJson(const Decoded &d) {
     if (!d.reading)
@@ -37,7 +31,8 @@ Json ReadingJson(const Decoded &d) {
 
 Json HysteresisJson(const Decoded &d, uint8_t raw) {
     Json out{{"raw", raw}};
-    out["value"] = d.reading ? Json(Rounded(raw * d.reading->factor)) : Json(nullptr);
+    out["value"] =
+        d.reading && d.reading->IsLinear() ? Json(Rounded(raw * d.reading->factor)) : Json(nullptr);
     return out;
 }
 
@@ -45,6 +40,14 @@ Json StatesJson(const std::vector<State> &states) {
     Json out = Json::array();
     for (const State &s : states)
         out.push_back({{"bit", s.offset}, {"text", s.text}});
+    return out;
+}
+
+// "active" is there when the BMC was asked.
+Json LimitJson(const Threshold &t) {
+    Json out{{"raw", t.raw}, {"value", Rounded(t.value)}, {"settable", t.settable}};
+    if (t.active_raw)
+        out["active"] = {{"raw", *t.active_raw}, {"value", Rounded(t.active_value)}};
     return out;
 }
 
@@ -56,15 +59,22 @@ Json DeviceJson(const Entry &entry) {
 
 } // namespace
 
+std::string LowerKey(const Threshold &threshold) {
+    std::string out = threshold.key;
+    std::transform(out.begin(), out.end(), out.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return out;
+}
+
 Json ThresholdsJson(const Decoded &d) {
     if (d.thresholds.empty())
         return nullptr;
     Json out;
     for (const Threshold &t : d.thresholds)
         if (t.readable)
-            out[Lower(t.key)] = {{"raw", t.raw}, {"value", Rounded(t.value)}, {"settable", t.settable}};
+            out[LowerKey(t)] = LimitJson(t);
         else
-            out[Lower(t.key)] = nullptr;
+            out[LowerKey(t)] = nullptr;
     return out;
 }
 
@@ -75,11 +85,16 @@ Json ProfileJson(uint32_t id) {
 Json SetJson(const StaticSet &set) {
     const auto full = std::count_if(set.sensors.begin(), set.sensors.end(),
                                     [](const Sensor &s) { return s.record[SDR_RECORD_TYPE] == 0x01; });
-    return {{"board", set.board},
-            {"profile", ProfileJson(set.profile->id)},
-            {"count", set.sensors.size()},
-            {"full", full},
-            {"compact", set.sensors.size() - static_cast<size_t>(full)}};
+    Json out{{"board", set.board.empty() ? Json(nullptr) : Json(set.board)},
+             {"profile", set.profile == nullptr ? Json(nullptr) : ProfileJson(set.profile->id)},
+             {"count", set.sensors.size()},
+             {"full", full},
+             {"compact", set.sensors.size() - static_cast<size_t>(full)}};
+    if (set.source.empty())
+        return out;
+    out["source"] = set.source;
+    out["set_aside"] = AsideJson(set.aside);
+    return out;
 }
 
 Json SensorJson(const Sensor &sensor, const Decoded &d) {
@@ -105,9 +120,9 @@ Json SensorJson(const Sensor &sensor, const Decoded &d) {
          {{"assertion", StatesJson(d.assertion)},
           {"deassertion", StatesJson(d.deassertion)},
           {"reading", StatesJson(d.readable)}}},
-        {"device", DeviceJson(sensor.entry)},
+        {"device", sensor.has_entry ? DeviceJson(sensor.entry) : Json(nullptr)},
         {"record", HexBytes(record)},
-        {"entry", HexBytes(sensor.entry)}};
+        {"entry", sensor.has_entry ? Json(HexBytes(sensor.entry)) : Json(nullptr)}};
 }
 
 } // namespace workbench

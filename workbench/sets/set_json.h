@@ -9,8 +9,9 @@
 
 namespace workbench {
 
-Json ProfileJson(uint32_t id);               // {"name": "kestrin", "id": 1}
-Json SetJson(const StaticSet &set);          // board, profile, counts; sensors are added by the caller
+Json ProfileJson(uint32_t id);                    // {"name": "kestrin", "id": 1}
+std::string LowerKey(const Threshold &threshold); // "lnr"
+Json SetJson(const StaticSet &set);               // board, profile, counts; sensors are added by the caller
 Json ThresholdsJson(const Decoded &decoded); // all six, null where the readable mask says that there is none
 Json SensorJson(const Sensor &sensor, const Decoded &decoded);
 

@@ -24,7 +24,7 @@ void SetRecordIds(StaticSet &set) {
 void SetSensorNumbers(StaticSet &set, const std::string &who) {
     const size_t most = kNumbersPerLun * std::size(kLuns);
     if (set.sensors.size() > most)
-        throw SetError(set.board + ": " + std::to_string(set.sensors.size()) + " sensors; " + who +
+        throw SetError(set.Label() + ": " + std::to_string(set.sensors.size()) + " sensors; " + who +
                        " has numbers for " + std::to_string(most));
     for (Sensor &sensor : set.sensors) {
         const unsigned index = sensor.ordinal - 1;

@@ -42,7 +42,7 @@ std::string LastLogLine() {
 }
 
 StaticSet CollectSensors(const RunOptions &options, const Profile &profile, const sim::StaticArrays &arrays) {
-    StaticSet set{options.board, &profile, {}};
+    StaticSet set{options.board, &profile, {}, {}, {}};
     for (unsigned i = 0; i < arrays.count; ++i) {
         Sensor sensor;
         sensor.ordinal = i + 1;

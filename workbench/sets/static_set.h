@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Runs one board through one profile's driver on the simulated platform and keeps what it built.
+// Runs one board through one profile's driver on the simulated platform and keeps what it built.  A set can come from
+// elsewhere too (room sources).
 #ifndef OXA_WORKBENCH_SETS_STATIC_SET_H
 #define OXA_WORKBENCH_SETS_STATIC_SET_H
 
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -49,16 +51,40 @@ constexpr size_t kLongestName = 16; // of a sensor, in its record and wherever i
 constexpr size_t kRecordHeader =
     SDR_RECORD_LENGTH + 1; // id, version, type and length: what the length leaves out
 
+// Limits that a BMC goes by now; users set others than the record's.
+struct ActiveLimits {
+    uint8_t mask = 0;             // which there are, as in the record's readable mask
+    std::array<uint8_t, 6> raw{}; // UNR UC UNC LNR LC LNC, as in the record
+};
+
 struct Sensor {
     unsigned ordinal = 0; // 1-based place in the set
     Record record{};
     Entry entry{};
+    bool has_entry = true;              // false: a record without its device-table entry
+    std::optional<ActiveLimits> active; // of a sensor whose BMC was asked
+};
+
+// A record of a repository that is no sensor with a reading: read, shown, and compared with nothing.
+struct AsideRecord {
+    size_t place = 0; // among all records, from 1
+    uint16_t record_id = 0;
+    uint8_t type = 0;
+    std::string kind; // "FRU locator"
+    std::string name; // may be empty
+    std::string what; // "FRU id 17, Power Supply 0x01"
+    std::vector<uint8_t> bytes;
 };
 
 struct StaticSet {
-    std::string board;
-    const Profile *profile = nullptr;
+    std::string board;                // empty: not built from a board
+    const Profile *profile = nullptr; // null: not known
     std::vector<Sensor> sensors;
+    std::string source; // where it comes from, when not from a board
+    std::vector<AsideRecord> aside;
+    const std::string &Label() const {
+        return board.empty() ? source : board;
+    }
 };
 
 // InputError: the board file or profile cannot be used.  SetError: the pass ended without a count, or broke a

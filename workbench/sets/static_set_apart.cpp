@@ -41,7 +41,7 @@ StaticSet ParseAnswer(const RunOptions &options, const std::string &answer) {
         throw SetError(text.empty() ? options.board + ": the pass ended with its process" : text);
     if (answer[0] == kInputError)
         throw InputError(text);
-    StaticSet set{options.board, &FindProfile(options.profile), {}};
+    StaticSet set{options.board, &FindProfile(options.profile), {}, {}, {}};
     for (size_t at = 0; at + SDR_SLOT_SIZE + DEV_TAB_ENTRY_SIZE <= text.size();) {
         Sensor sensor;
         sensor.ordinal = static_cast<unsigned>(set.sensors.size()) + 1;

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/errors.h"
+#include "sets/board.h"
+#include "sets/run_options.h"
+#include "sources/source.h"
+
+namespace workbench {
+
+void AddFromOption(Command &command, std::string &from) {
+    command
+        .AddOption(
+            "--from", from,
+            "Another source than the board: a file of records ('ipmitool sdr dump', 'export', 'list --json'), "
+            "bmc://HOST[:PORT], or PROFILE@BOARD")
+        .Takes("SOURCE");
+}
+
+void AddSourceOptions(Command &command, SourceOptions &options, const std::string &more_of_profile) {
+    AddBoardOption(command, options.run.board, "Board description (TOML)");
+    AddProfileOption(command, options.run.profile,
+                     "Customer profile: " + AvailableProfiles() + more_of_profile + "; default: the board's");
+    AddFromOption(command, options.from);
+    AddLoginOptions(command, options.login);
+    AddTraceOptions(command, options.run.trace, options.run.log);
+    command.Footer(
+        "Exit status: 0 done; 1 the library built no usable set, or the BMC gives none; 2 wrong input (nothing is\n"
+        "written).");
+}
+
+SourceSet LoadSource(const SourceOptions &options, const std::string &command) {
+    if (options.from.empty() && options.run.board.empty())
+        throw InputError("--board is required, or --from SOURCE (see oxa-sensors " + command + " --help)");
+    if (options.from.empty())
+        return {BuildStaticSet(options.run), options.run.board, {}};
+    SourceSet out = LoadSource(options.from, options.run, options.login);
+    if (out.set.profile == nullptr && !options.run.profile.empty())
+        out.set.profile = &NamedProfile(options.run.profile); // records do not tell whose they are
+    return out;
+}
+
+std::string OriginText(const StaticSet &set) {
+    const std::string profile =
+        set.profile != nullptr ? std::string("profile ") + set.profile->name + ", " : "";
+    return profile + (set.board.empty() ? set.source : "board " + BoardText(set.board));
+}
+
+} // namespace workbench
