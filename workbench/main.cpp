@@ -32,6 +32,7 @@ void AddCommands(Command &program) {
     AddDiffCommand(program);
     AddCheckCommand(program);
     AddLockCommand(program);
+    AddVerifyCommand(program);
     AddEventCommand(program);
     AddDecodeSelCommand(program);
     AddServeCommand(program);

@@ -132,8 +132,9 @@ Apart RunApart(const std::function<void(const Say &)> &work) {
 }
 
 void RunManyApart(size_t count, const std::function<void(size_t, const Say &)> &work,
-                  const std::function<void(size_t, const Apart &)> &take) {
-    const size_t at_once = std::max(std::thread::hardware_concurrency(), 1u);
+                  const std::function<void(size_t, const Apart &)> &take, size_t at_once) {
+    if (at_once == 0)
+        at_once = std::max(std::thread::hardware_concurrency(), 1u);
     std::map<size_t, std::unique_ptr<Child>> running;
     std::map<size_t, Apart> done; // that wait for an earlier one
     for (size_t started = 0, taken = 0; taken < count;) {

@@ -21,10 +21,10 @@ using Say = std::function<void(const std::string &)>;
 // there is no pipe or no process.
 Apart RunApart(const std::function<void(const Say &)> &work);
 
-// The same for works 0 to count - 1, as many at a time as there are processors.  What each came to is taken in their
-// order, while later ones still run.
+// The same for works 0 to count - 1, so many at a time; 0: as many as there are processors.  What each came to is taken in
+// their order, while later ones still run.
 void RunManyApart(size_t count, const std::function<void(size_t, const Say &)> &work,
-                  const std::function<void(size_t, const Apart &)> &take);
+                  const std::function<void(size_t, const Apart &)> &take, size_t at_once = 0);
 
 } // namespace workbench
 #endif

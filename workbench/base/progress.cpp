@@ -5,10 +5,19 @@
 #include <unistd.h>
 
 namespace workbench {
+namespace {
+
+bool g_kept_back = false;
+
+} // namespace
+
+void KeepProgressBack() {
+    g_kept_back = true;
+}
 
 Progress::Progress(std::string doing, size_t all, std::string what)
-    : doing_(std::move(doing)), what_(std::move(what)), all_(all), terminal_(isatty(STDERR_FILENO)),
-      began_(std::chrono::steady_clock::now()) {}
+    : doing_(std::move(doing)), what_(std::move(what)), all_(all),
+      terminal_(!g_kept_back && isatty(STDERR_FILENO)), began_(std::chrono::steady_clock::now()) {}
 
 Progress::~Progress() {
     if (shown_)

@@ -9,6 +9,8 @@
 
 namespace workbench {
 
+void KeepProgressBack(); // from now on: of a child whose parent tells how far all of them are
+
 class Progress {
 public:
     // `doing` is "checking", `what` is "sets".

@@ -16,6 +16,7 @@ void AddReportCommand(Command &program);
 void AddDiffCommand(Command &program);
 void AddCheckCommand(Command &program);
 void AddLockCommand(Command &program);
+void AddVerifyCommand(Command &program);
 void AddEventCommand(Command &program);
 void AddDecodeSelCommand(Command &program);
 void AddServeCommand(Command &program);

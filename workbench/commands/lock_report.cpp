@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/json.h"
+#include "base/markup.h"
 #include "base/table.h"
 #include "base/text.h"
 #include "commands/lock.h"
@@ -98,33 +99,9 @@ std::string TableText(const LockReport &report) {
 
 // ---- github ----------------------------------------------------------------------------------------------
 
-// What a workflow command's message may not hold as it is; a property besides not ":" and ",".
-std::string Escaped(const std::string &text, bool property) {
-    std::string out;
-    for (const char c : text)
-        if (c == '%' || c == '\r' || c == '\n' || (property && (c == ':' || c == ',')))
-            out += "%" + Hex(static_cast<uint8_t>(c)).substr(2);
-        else
-            out += c;
-    return out;
-}
-
 std::string Annotation(const LockReport &report, const char *level, size_t line, const std::string &text) {
-    return std::string("::") + level + " file=" + Escaped(report.lock, true) +
-           (line == 0 ? "" : ",line=" + std::to_string(line)) + ",title=Sensors::" + Escaped(text, false) +
-           "\n";
-}
-
-// ---- markdown --------------------------------------------------------------------------------------------
-
-std::string MarkdownCell(const std::string &text) {
-    std::string out;
-    for (const char c : text) {
-        if (c == '|' || c == '*' || c == '_' || c == '\\' || c == '`' || c == '<')
-            out += '\\';
-        out += c;
-    }
-    return out;
+    return std::string("::") + level + " file=" + GithubText(report.lock, true) +
+           (line == 0 ? "" : ",line=" + std::to_string(line)) + ",title=Sensors::" + GithubText(text) + "\n";
 }
 
 Json ByProfileJson(const NamesByProfile &names) {
@@ -155,16 +132,16 @@ std::string LockForGithub(const LockReport &report) {
 }
 
 std::string LockAsMarkdown(const LockReport &report) {
-    std::string out = "### Sensors\n\n" + MarkdownCell(Summary(report)) + "\n";
+    std::string out = "### Sensors\n\n" + MarkdownText(Summary(report)) + "\n";
     if (report.comparison.drifts.empty())
         return out;
     out += "\n| what | profile | sensor | change | where |\n|---|---|---|---|---|\n";
     for (const Drift &d : report.comparison.drifts)
-        out += "| " + d.what + " | " + MarkdownCell(d.profile) + " | " + MarkdownCell(d.subject) + " | " +
-               MarkdownCell(d.text) + " | " + MarkdownCell(Where(d)) + " |\n";
+        out += "| " + d.what + " | " + MarkdownText(d.profile) + " | " + MarkdownText(d.subject) + " | " +
+               MarkdownText(d.text) + " | " + MarkdownText(Where(d)) + " |\n";
     out += "\n";
     for (const std::string &line : MeaningLines(report, true))
-        out += "- " + MarkdownCell(line) + "\n";
+        out += "- " + MarkdownText(line) + "\n";
     return out + "\nIf all of it is meant: `" + RenewCommand(report) + "`\n";
 }
 

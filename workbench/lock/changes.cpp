@@ -61,50 +61,64 @@ std::string ValueOf(const std::vector<Limit> &limits, const std::string &key) {
 }
 
 // Whether the limits that there are tell the masks as well.
-bool AddLimits(const SensorLine &old, const SensorLine &now, std::vector<std::string> &out) {
+bool AddLimits(const SensorLine &old, const SensorLine &now, std::vector<LineChange> &out) {
     const auto before = old.Limits(), after = now.Limits();
     bool gone_or_new = false;
-    std::vector<std::string> parts;
     for (const char *key : kKeys) {
         const std::string from = ValueOf(before, key), to = ValueOf(after, key);
         if (from == to && (from.empty() || UnitText(old) == UnitText(now)))
             continue;
         gone_or_new = gone_or_new || from.empty() || to.empty();
-        if (from.empty())
-            parts.push_back(Upper(key) + " " + to + UnitText(now) + " is new");
-        else if (to.empty())
-            parts.push_back(Upper(key) + " " + from + UnitText(old) + " is gone");
-        else
-            parts.push_back(Upper(key) + " " + from + UnitText(old) + " -> " + to + UnitText(now));
+        out.push_back({Upper(key), from.empty() ? "" : from + UnitText(old),
+                       to.empty() ? "" : to + UnitText(now), true});
     }
-    if (!parts.empty())
-        out.push_back(Join(parts, ", "));
     return gone_or_new;
 }
 
 void AddWord(const SensorLine &old, const SensorLine &now, LockColumn column, const std::string &name,
-             std::vector<std::string> &out) {
+             std::vector<LineChange> &out) {
     if (old.words[column] != now.words[column])
-        out.push_back(name + " " + old.words[column] + " -> " + now.words[column]);
+        out.push_back({name, old.words[column], now.words[column]});
+}
+
+std::string ArrowText(const LineChange &change) {
+    if (change.from.empty())
+        return change.what + " " + change.to + " is new";
+    if (change.to.empty())
+        return change.what + " " + change.from + " is gone";
+    return (change.what.empty() ? "" : change.what + " ") + change.from + " -> " + change.to;
 }
 
 } // namespace
 
-std::vector<std::string> ChangesOf(const SensorLine &old, const SensorLine &now) {
-    std::vector<std::string> out;
+std::vector<LineChange> DifferencesOf(const SensorLine &old, const SensorLine &now) {
+    std::vector<LineChange> out;
     AddWord(old, now, kLockKind, "record", out);
     if (old.words[kLockType] != now.words[kLockType])
-        out.push_back("type " + TypeWords(old) + " -> " + TypeWords(now));
+        out.push_back({"type", TypeWords(old), TypeWords(now)});
     if (old.words[kLockEntity] != now.words[kLockEntity])
-        out.push_back(EntityWords(old) + " -> " + EntityWords(now));
+        out.push_back({"", EntityWords(old), EntityWords(now)});
     AddWord(old, now, kLockDevice, "device", out);
     if (ReadingText(old) != ReadingText(now))
-        out.push_back("reading " + ReadingText(old) + " -> " + ReadingText(now));
+        out.push_back({"reading", ReadingText(old), ReadingText(now)});
     const bool masks_told = AddLimits(old, now, out);
     if (!masks_told)
         AddWord(old, now, kLockMasks, "masks", out);
     AddWord(old, now, kLockHysteresis, "hysteresis", out);
     AddWord(old, now, kLockSetup, "initialisation and capabilities", out);
+    return out;
+}
+
+std::vector<std::string> ChangesOf(const SensorLine &old, const SensorLine &now) {
+    std::vector<std::string> out;
+    bool within_limits = false; // those of a sensor are told together
+    for (const LineChange &change : DifferencesOf(old, now)) {
+        if (change.is_limit && within_limits)
+            out.back() += ", " + ArrowText(change);
+        else
+            out.push_back(ArrowText(change));
+        within_limits = change.is_limit;
+    }
     if (out.empty() && old.words[kLockSum] != now.words[kLockSum])
         out.push_back("bytes that the lock does not spell out; 'oxa-sensors show' has all of them");
     return out;

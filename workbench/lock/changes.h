@@ -11,6 +11,15 @@
 
 namespace workbench {
 
+// "UC", "50 °C", "48 °C".  A limit that only one line has is empty in the other; an entity is not named.
+struct LineChange {
+    std::string what, from, to;
+    bool is_limit = false;
+};
+
+// What the lines spell out and the name does not.
+std::vector<LineChange> DifferencesOf(const SensorLine &old, const SensorLine &now);
+
 // What differs but the name, in the units of the reading: "UC 50 °C -> 48 °C".
 std::vector<std::string> ChangesOf(const SensorLine &old, const SensorLine &now);
 
