@@ -38,15 +38,31 @@ void RemoveUnlessLocked(const fs::path &path) {
     close(fd);
 }
 
-void Sweep(const fs::path &pattern) {
+std::vector<fs::path> OfThisKind(const fs::path &pattern) {
     const std::string name = pattern.filename().string();
     const std::string begin = name.substr(0, name.size() - kRandom);
+    std::vector<fs::path> out;
     std::error_code ignored;
     for (const auto &entry : fs::directory_iterator(pattern.parent_path(), ignored)) {
         const std::string found = entry.path().filename().string();
         if (found.size() == name.size() && found.starts_with(begin))
-            RemoveUnlessLocked(entry.path());
+            out.push_back(entry.path());
     }
+    return out;
+}
+
+void Sweep(const fs::path &pattern) {
+    for (const fs::path &path : OfThisKind(pattern))
+        RemoveUnlessLocked(path);
+}
+
+bool IsLocked(const fs::path &path) {
+    const int fd = OpenOwn(path);
+    if (fd < 0)
+        return false;
+    const bool free = flock(fd, LOCK_SH | LOCK_NB) == 0;
+    close(fd);
+    return !free;
 }
 
 bool IsStill(int fd, const std::string &path) {
@@ -57,6 +73,14 @@ bool IsStill(int fd, const std::string &path) {
 }
 
 } // namespace
+
+std::vector<std::string> LockedFolders(const std::string &pattern) {
+    std::vector<std::string> out;
+    for (const fs::path &path : OfThisKind(pattern))
+        if (IsLocked(path))
+            out.push_back(path.string());
+    return out;
+}
 
 bool MakeTemporaryFolder(std::string &path) {
     const std::string pattern = path;

@@ -6,6 +6,7 @@
 #define OXA_SIMULATOR_TEMPORARY_FOLDER_H
 
 #include <string>
+#include <vector>
 
 namespace sim {
 
@@ -13,6 +14,9 @@ namespace sim {
 // locked until this process and all that it forked have ended; those of its kind that nobody has locked are removed
 // before.
 bool MakeTemporaryFolder(std::string &path);
+
+// The folders of this kind whose process lives.
+std::vector<std::string> LockedFolders(const std::string &pattern);
 
 } // namespace sim
 #endif

@@ -36,6 +36,7 @@ void AddCommands(Command &program) {
     AddEventCommand(program);
     AddDecodeSelCommand(program);
     AddServeCommand(program);
+    AddPushCommand(program);
     AddAddRemoveCommands(program);
     AddScenarioCommand(program);
     AddThresholdsCommand(program);

@@ -40,6 +40,15 @@ class Tests(Workbench):
         self.assertEqual(self.refused_with(2, "--empty", "--board", BASE),
                          "oxa-sensors: --empty contradicts --board")
 
+    def test_user_thresholds_go_with_one_board(self):
+        for words in (("--empty",), ("--board", BASE, "--board", FULLEST)):
+            self.assertEqual(self.refused_with(2, *words, "--user-thresholds", "x.dat"),
+                             "oxa-sensors: --user-thresholds goes with one board")
+
+    def test_several_machines_need_several_ports(self):
+        self.assertIn("no port is left for " + FULLEST,
+                      self.refused_with(2, "--board", BASE, "--board", FULLEST, "--port", "65535"))
+
     def test_a_board_that_does_not_exist_is_wrong_input(self):
         self.assertIn("/nowhere.toml", self.refused_with(2, "--board", "/nowhere.toml"))
 

@@ -20,6 +20,7 @@ void AddVerifyCommand(Command &program);
 void AddEventCommand(Command &program);
 void AddDecodeSelCommand(Command &program);
 void AddServeCommand(Command &program);
+void AddPushCommand(Command &program);
 void AddAddRemoveCommands(Command &program); // add and remove
 void AddScenarioCommand(Command &program);
 void AddWhyCommand(Command &program);

@@ -99,10 +99,14 @@ bool AnswersPing(const Socket &socket, uint16_t port) {
 
 } // namespace
 
-TemporaryFolder::TemporaryFolder() {
+std::string TemporaryFolder::Pattern() {
     const char *given = std::getenv("TMPDIR");
     const std::string above = given != nullptr && given[0] != '\0' ? given : "/tmp";
-    path_ = above + "/oxa-bmc.XXXXXX";
+    return above + "/oxa-bmc.XXXXXX";
+}
+
+TemporaryFolder::TemporaryFolder() : path_(Pattern()) {
+    const std::string above = fs::path(path_).parent_path().string();
     if (path_.find('"') != std::string::npos)
         throw InputError(above + ": ipmi_sim takes no path with quotes");
     if (!sim::MakeTemporaryFolder(path_))

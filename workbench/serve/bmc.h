@@ -20,6 +20,7 @@ public:
     const std::string &path() const {
         return path_;
     }
+    static std::string Pattern(); // of its path, as mkdtemp takes it
 
 private:
     std::string path_;
