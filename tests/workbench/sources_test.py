@@ -2,6 +2,7 @@
 """Sets from files: what 'ipmitool sdr dump' writes of real machines, with records of every type.  Records are put together
 here, byte by byte as the IPMI tables have them."""
 import json
+import random
 
 from support import BASE, TWO_SOCKET, Workbench, main
 
@@ -188,6 +189,26 @@ class Tests(Workbench):
                                ([b"\1\0\x77\1\0"], "record 1: no sensor data record"),
                                ([FRU, OEM], "no records of sensors in it")):
             self.assertIn(words, self.refused(2, "list", "--from", self.file(records)))
+
+    def test_a_damaged_dump_is_read_or_refused_and_nothing_of_it_reaches_the_terminal(self):
+        whole = b"".join([SENSORS[0], *ASIDE, SENSORS[1]])
+        for seed in range(150):
+            chance = random.Random(seed)
+            damaged = bytearray(whole)
+            for _ in range(chance.randrange(1, 5)):
+                damaged[chance.randrange(len(damaged))] = chance.randrange(256)
+            if seed % 3 == 0:
+                del damaged[chance.randrange(len(damaged)):]
+            done = self.run_raw("show", "--from", self.file([damaged]), "*")
+            self.assertIn(done.returncode, (0, 2), (seed, done.stderr))
+            told = done.stdout.decode() + done.stderr.decode()
+            self.assertEqual([c for c in told if c < " " and c != "\n"], [], seed)
+
+    def test_a_sensor_in_json_that_cannot_be_read_is_wrong_input(self):
+        with open(self.path("a.json"), "w", encoding="ascii") as file:
+            json.dump({"profile": None, "sensors": [{"record": "01 00 51 01 FF", "entry": None}]}, file)
+        self.assertIn(self.path("a.json") + ": record 1: its length byte 0xFF reaches beyond the slot",
+                      self.refused(2, "list", "--from", self.path("a.json")))
 
     def test_a_record_id_that_looks_like_a_brace_is_no_json(self):
         data = self.json("list", "--from", self.file([full(0x7B, "Inlet")]))

@@ -128,8 +128,17 @@ const Json &PartOf(const Json &json, const char *key, Json::value_t kind, const 
     return *found;
 }
 
+void RefuseUnreadable(const std::string &path, const Decoder &decoder, const Sensor &sensor) {
+    try {
+        decoder.Decode(sensor);
+    } catch (const SetError &error) {
+        throw InputError(path + ": " + error.what());
+    }
+}
+
 void ReadJson(const std::string &path, const std::string &text, StaticSet &set) {
     const Json json = ParseJson(path, text);
+    const Decoder decoder;
     const std::string whole = path + ": ";
     if (const auto told = json.find("profile"); told == json.end() || !told->is_null()) { // null: not known
         const Json &profile = PartOf(json, "profile", Json::value_t::object, whole);
@@ -145,6 +154,7 @@ void ReadJson(const std::string &path, const std::string &text, StaticSet &set) 
         if (sensor.has_entry)
             ReadHex(PartOf(item, "entry", Json::value_t::string, where), where, sensor.entry.data(),
                     sensor.entry.size());
+        RefuseUnreadable(path, decoder, sensor);
     }
 }
 
