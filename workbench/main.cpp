@@ -33,6 +33,7 @@ void AddCommands(Command &program) {
     AddCheckCommand(program);
     AddLockCommand(program);
     AddVerifyCommand(program);
+    AddDoctorCommand(program);
     AddEventCommand(program);
     AddDecodeSelCommand(program);
     AddServeCommand(program);

@@ -37,8 +37,9 @@ WORKBENCH_MAY_KNOW = {
     "report": ("base", "sets", "explain", "compare", "lock", "sources", "why"),
     "sheet": ("base", "sets"),
     "thresholds": ("base", "sets", "runtime"),
+    "doctor": ("base", "sets", "runtime", "thresholds"),
     "commands": ("base", "sets", "explain", "checks", "serve", "events", "compare", "runtime", "lock", "fleet",
-                 "scenario", "report", "sheet", "sources", "thresholds", "why"),
+                 "scenario", "report", "sheet", "sources", "thresholds", "doctor", "why"),
     "main.cpp": ("base", "commands"),
 }
 PUBLIC = {"oxa/store.h": "store", "oxa/thresholds.h": "thresholds", "oxa/events.h": "events",

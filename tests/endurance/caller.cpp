@@ -44,22 +44,11 @@ StaticSet RunDriver(uint32_t profile) {
     StaticSet out;
     out.counted = arrays.count != kNoCount;
     for (size_t i = 0; out.counted && i < arrays.count; ++i)
-        out.names.push_back(NameOf(arrays.slots + i * SDR_SLOT_SIZE));
+        out.names.push_back(TypeAndName(arrays.slots + i * SDR_SLOT_SIZE));
     return out;
 }
 
 } // namespace
-
-bool IsSensorRecord(const uint8_t *record) {
-    return record[SDR_RECORD_TYPE] == 1 || record[SDR_RECORD_TYPE] == 2;
-}
-
-std::string NameOf(const uint8_t *record) {
-    const bool full = record[SDR_RECORD_TYPE] == 1;
-    const size_t at = full ? FULL_SDR_NAME : COMPACT_SDR_NAME;
-    const size_t length = std::min<size_t>(record[at - 1] & 0x3F, 16);
-    return std::string(full ? "full " : "compact ").append(record + at, record + at + length);
-}
 
 Caller::Caller(uint64_t seed, const sim::Board &board, uint32_t profile, const std::string &root,
                Journal &journal, Repository &repository)
@@ -174,9 +163,9 @@ void Caller::AddSensor() {
     }
     Expect(repository_.Count(), before + 1, "records after a sensor came");
     const KeptRecord &record = *repository_.Find(repository_.last_id());
-    const std::string name = NameOf(record.bytes);
+    const std::string name = TypeAndName(record.bytes);
     for (const StoredSensor &stored : sensors_)
-        if (NameOf(stored.record.data()) == name)
+        if (TypeAndName(stored.record.data()) == name)
             throw std::runtime_error("a stored sensor was taken again: " + name);
     CheckStoreIsAsWritten();
     Remember(record, device_type, FreeNumber());
@@ -338,7 +327,7 @@ void Caller::SaveThreshold() {
     char name[17] = {};
     if (!sensors_.empty() && Any(10) < 7) {
         const StoredSensor &sensor = sensors_[Any(static_cast<uint32_t>(sensors_.size()))];
-        const std::string full = NameOf(sensor.record.data());
+        const std::string full = TypeAndName(sensor.record.data());
         std::snprintf(name, sizeof name, "%s", full.c_str() + full.find(' ') + 1);
     } else {
         std::snprintf(name, sizeof name, "NO_SENSOR_%u", Any(700));
@@ -375,7 +364,7 @@ void Caller::CheckCount(uint32_t profile, size_t slots) {
     const std::vector<std::string> &all = static_names_.at(profile);
     const auto stored = [&](const std::string &name) {
         for (size_t i = 0; i < slots; ++i)
-            if (NameOf(journal_.sdrs[kAfter].bytes + i * SDR_SLOT_SIZE) == name)
+            if (TypeAndName(journal_.sdrs[kAfter].bytes + i * SDR_SLOT_SIZE) == name)
                 return true;
         return false;
     };

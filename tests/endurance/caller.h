@@ -15,6 +15,7 @@
 
 #include "endurance/journal.h"
 #include "endurance/repository.h"
+#include "runtime/stored.h"
 #include "simulator/board.h"
 
 namespace endurance {
@@ -27,8 +28,11 @@ struct StoredSensor {
     uint16_t id = 0; // in the repository
 };
 
-bool IsSensorRecord(const uint8_t *record); // full or compact
-std::string NameOf(const uint8_t *record);  // record type and name: what the store tells sensors apart by
+using workbench::EntryFits;
+using workbench::IsLocatorOf;
+using workbench::IsSensorRecord;
+using workbench::kPsuEntity;
+using workbench::TypeAndName;
 
 class Caller {
 public:

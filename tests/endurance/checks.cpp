@@ -16,7 +16,6 @@ constexpr char kSdrFile[] = "/var/tmp/extSDR.dat";
 constexpr char kEntryFile[] = "/var/tmp/extDevTab.dat";
 constexpr char kThresholdFile[] = "/conf/BMC1/sensor_threshold.dat";
 constexpr char kRecordFile[] = "/var/SpecificSDRRec";
-constexpr uint8_t kLocator = 0x11; // record type
 
 void Require(bool fact, const std::string &what) {
     if (!fact)
@@ -29,14 +28,8 @@ template <size_t N> void RequireImage(const char *path, const Image<N> &image) {
             std::string(path) + " does not hold what was written");
 }
 
-bool EntryFits(const DevTabEntry &entry, const Slot &record) {
-    return entry.ucSensorNum == record[SDR_SENSOR_NUM] && entry.ucEntityId == record[SDR_ENTITY_ID] &&
-           entry.ucEntityInstance == record[SDR_ENTITY_INSTANCE] &&
-           entry.ucSensorType == record[SDR_SENSOR_TYPE] && entry.ucEventType == record[SDR_EVENT_TYPE];
-}
-
 bool IsSupply(const KeptRecord &record) {
-    return record.bytes[SDR_RECORD_TYPE] == kLocator && record.bytes[FRU_SDR_ENTITY_ID] == kPsuEntity;
+    return IsLocatorOf(record.bytes, kPsuEntity);
 }
 
 } // namespace
@@ -66,11 +59,11 @@ void Caller::CheckStore() {
     RequireImage(kEntryFile, journal_.entries[kAfter]);
     std::set<uint16_t> ids;
     for (const StoredSensor &sensor : sensors_) {
-        const std::string name = NameOf(sensor.record.data());
-        Require(EntryFits(sensor.entry, sensor.record), "the entry is another sensor's: " + name);
+        const std::string name = TypeAndName(sensor.record.data());
+        Require(EntryFits(sensor.entry, sensor.record.data()), "the entry is another sensor's: " + name);
         const KeptRecord *kept = repository_.Find(sensor.id);
         Require(kept != nullptr, "stored, but not in the repository: " + name);
-        Require(NameOf(kept->bytes) == name && ids.insert(sensor.id).second, "stored twice: " + name);
+        Require(TypeAndName(kept->bytes) == name && ids.insert(sensor.id).second, "stored twice: " + name);
     }
     const std::vector<const KeptRecord *> all = repository_.All();
     const auto sensors = std::count_if(
@@ -166,9 +159,9 @@ void Caller::Repair() {
     uint16_t supplies[kSupplies + 1] = {};
     std::vector<KeptRecord> lost;
     for (const KeptRecord *record : repository_.All()) {
-        const std::string name = NameOf(record->bytes);
+        const std::string name = TypeAndName(record->bytes);
         const auto found = std::find_if(stored.begin(), stored.end(), [&](const StoredSensor &s) {
-            return NameOf(s.record.data()) == name;
+            return TypeAndName(s.record.data()) == name;
         });
         if (IsSupply(*record))
             supplies[record->bytes[FRU_SDR_ENTITY_INSTANCE]] = record->id;

@@ -12,8 +12,6 @@
 
 namespace endurance {
 
-inline constexpr uint8_t kPsuEntity = 0x0A;
-
 struct KeptRecord {
     uint16_t id = 0; // 0: this place is free
     uint8_t size = 0;

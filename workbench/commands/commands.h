@@ -17,6 +17,7 @@ void AddDiffCommand(Command &program);
 void AddCheckCommand(Command &program);
 void AddLockCommand(Command &program);
 void AddVerifyCommand(Command &program);
+void AddDoctorCommand(Command &program);
 void AddEventCommand(Command &program);
 void AddDecodeSelCommand(Command &program);
 void AddServeCommand(Command &program);

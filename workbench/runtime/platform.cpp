@@ -21,17 +21,16 @@ uint16_t RecordId(const std::string &bytes, size_t at) {
     return static_cast<uint16_t>(static_cast<uint8_t>(bytes[at]) | static_cast<uint8_t>(bytes[at + 1]) << 8);
 }
 
-// Size of the record that begins there; InputError when it is none or is cut.
-size_t SizeAt(const std::string &path, const std::string &bytes, size_t at, size_t number) {
-    const std::string where = path + ": record " + std::to_string(number) + ": ";
+// Size of the record that begins there; 0 with the fault when it is none or is cut.
+size_t SizeAt(const std::string &bytes, size_t at, std::string &fault) {
     const size_t left = bytes.size() - at;
     const size_t size =
         left < kRecordHeader ? 0 : static_cast<uint8_t>(bytes[at + SDR_RECORD_LENGTH]) + kRecordHeader;
     if (size == 0 || size > left)
-        throw InputError(where + "the file ends within it");
-    if (size > SDR_SLOT_SIZE || static_cast<uint8_t>(bytes[at + SDR_VERSION]) != kVersion)
-        throw InputError(where + "no record (the file is a repository that 'add --root' wrote)");
-    return size;
+        fault = "the file ends within it";
+    else if (size > SDR_SLOT_SIZE || static_cast<uint8_t>(bytes[at + SDR_VERSION]) != kVersion)
+        fault = "no record (the file is a repository that 'add --root' wrote)";
+    return fault.empty() ? size : 0;
 }
 
 } // namespace
@@ -55,6 +54,25 @@ RepositoryState CurrentRepository() {
     return {sim::Repository(), sim::NextRecordId()};
 }
 
+RecordsRead ReadRecords(const std::string &bytes) {
+    RecordsRead out;
+    RepositoryState &state = out.state;
+    while (out.whole < bytes.size()) {
+        const size_t size = SizeAt(bytes, out.whole, out.fault);
+        if (size == 0) {
+            out.fault = "record " + std::to_string(state.records.size() + 1) + ": " + out.fault;
+            break;
+        }
+        sim::RepositoryRecord record{RecordId(bytes, out.whole), {}};
+        record.bytes.assign(bytes.begin() + static_cast<long>(out.whole),
+                            bytes.begin() + static_cast<long>(out.whole + size));
+        state.next_id = std::max<uint16_t>(state.next_id, static_cast<uint16_t>(record.id + 1));
+        state.records.push_back(std::move(record));
+        out.whole += size;
+    }
+    return out;
+}
+
 RepositoryState LoadRepository(const std::string &path) {
     std::error_code ignored;
     std::ifstream file;
@@ -62,30 +80,26 @@ RepositoryState LoadRepository(const std::string &path) {
         file.open(path, std::ios::binary);
     if (!file.is_open())
         throw InputError(path + ": cannot be read");
-    const std::string bytes = ReadAllOf(file, path);
-    RepositoryState state;
-    for (size_t at = 0; at < bytes.size();) {
-        const size_t size = SizeAt(path, bytes, at, state.records.size() + 1);
-        sim::RepositoryRecord record{RecordId(bytes, at), {}};
-        record.bytes.assign(bytes.begin() + static_cast<long>(at),
-                            bytes.begin() + static_cast<long>(at + size));
-        state.next_id = std::max<uint16_t>(state.next_id, static_cast<uint16_t>(record.id + 1));
-        state.records.push_back(std::move(record));
-        at += size;
-    }
-    return state;
+    RecordsRead read = ReadRecords(ReadAllOf(file, path));
+    if (!read.fault.empty())
+        throw InputError(path + ": " + read.fault);
+    return std::move(read.state);
 }
 
-void SaveRepository(const std::string &path, const RepositoryState &repository) {
+std::string RecordsBytes(const RepositoryState &repository) {
     std::string bytes;
     for (const sim::RepositoryRecord &record : repository.records) {
         std::string one(record.bytes.begin(), record.bytes.end());
-        one.resize(std::min(one.size(), RecordSize(record.bytes))); // what was sent behind it is no record
+        one.resize(std::min(one.size(), RecordSize(record.bytes)));
         one[SDR_RECORD_ID] = static_cast<char>(record.id);
         one[SDR_RECORD_ID + 1] = static_cast<char>(record.id >> 8);
         bytes += one;
     }
-    WriteFileAtomically(path, bytes);
+    return bytes;
+}
+
+void SaveRepository(const std::string &path, const RepositoryState &repository) {
+    WriteFileAtomically(path, RecordsBytes(repository));
 }
 
 } // namespace workbench

@@ -26,6 +26,13 @@ void StartWith(sim::Board board, const std::vector<sim::Fault> &faults, const Re
 RepositoryState CurrentRepository();
 
 // Records back to back with their ids, as export writes them.
+struct RecordsRead {
+    RepositoryState state; // up to the first fault
+    size_t whole = 0;      // bytes of these records
+    std::string fault;     // "record 3: the file ends within it"; empty: none
+};
+RecordsRead ReadRecords(const std::string &bytes);
+std::string RecordsBytes(const RepositoryState &repository); // what was sent behind a record is none of it
 RepositoryState LoadRepository(const std::string &path); // InputError
 void SaveRepository(const std::string &path, const RepositoryState &repository);
 

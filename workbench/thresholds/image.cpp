@@ -9,7 +9,6 @@
 
 #include "base/errors.h"
 #include "base/text.h"
-#include "oxa/platform.h"
 #include "runtime/platform.h"
 #include "sets/static_set.h"
 
@@ -75,22 +74,47 @@ StoredThresholds View(const SensorThreshEntry &entry) {
             entry.wMask};
 }
 
-std::string ImageFault(const SensorThreshTable &table) {
-    if (table.wCount > SENSOR_MAX_COUNT)
-        return "the entry count (bytes 4 and 5) is " + std::to_string(table.wCount) +
-               "; a table has at most " + std::to_string(SENSOR_MAX_COUNT);
-    for (size_t i = 0; i < table.wCount; ++i)
-        if (const std::string fault = EntryFault(table.atEntry[i]); !fault.empty())
-            return Place(i) + fault;
-    for (size_t i = table.wCount; i < SENSOR_MAX_COUNT; ++i)
-        if (!IsBlank(table.atEntry[i]))
-            return Place(i) + "it is not empty, but the entry count is " + std::to_string(table.wCount);
-    if (table.wUnused != 0)
-        return "the last two bytes (14342 and 14343) are not zero";
-    return "";
+size_t UsedEntries(const SensorThreshTable &table) {
+    return std::min<size_t>(table.wCount, SENSOR_MAX_COUNT);
 }
 
 } // namespace
+
+SensorThreshTable TableOf(const FileBytes &bytes) {
+    SensorThreshTable table{};
+    if (!bytes.empty()) // both little-endian, natural layout
+        std::memcpy(&table, bytes.data(), std::min(bytes.size(), kImageSize));
+    return table;
+}
+
+ThresholdImage ViewThresholdImage(const FileBytes &bytes) {
+    const SensorThreshTable table = TableOf(bytes);
+    ThresholdImage image{table.dwCustomId, {}};
+    for (size_t i = 0; i < UsedEntries(table); ++i)
+        image.entries.push_back(View(table.atEntry[i]));
+    return image;
+}
+
+std::vector<ImageFault> FaultsOfImage(const FileBytes &bytes) {
+    std::vector<ImageFault> out;
+    if (bytes.size() != kImageSize)
+        out.push_back({std::nullopt, SizeFault(bytes.size()), true});
+    const SensorThreshTable table = TableOf(bytes);
+    if (table.wCount > SENSOR_MAX_COUNT)
+        out.push_back({std::nullopt, "damaged: the entry count (bytes 4 and 5) is " +
+                                         std::to_string(table.wCount) + "; a table has at most " +
+                                         std::to_string(SENSOR_MAX_COUNT)});
+    for (size_t i = 0; i < UsedEntries(table); ++i)
+        if (const std::string fault = EntryFault(table.atEntry[i]); !fault.empty())
+            out.push_back({i, "damaged: " + Place(i) + fault});
+    for (size_t i = UsedEntries(table); i < SENSOR_MAX_COUNT; ++i)
+        if (!IsBlank(table.atEntry[i]))
+            out.push_back({i, "damaged: " + Place(i) + "it is not empty, but the entry count is " +
+                                  std::to_string(table.wCount)});
+    if (table.wUnused != 0)
+        out.push_back({std::nullopt, "damaged: the last two bytes (14342 and 14343) are not zero"});
+    return out;
+}
 
 std::optional<size_t> ThresholdImage::Find(const std::string &name) const {
     const auto found = std::find_if(entries.begin(), entries.end(),
@@ -114,16 +138,9 @@ std::optional<FileBytes> ReadThresholdFile(const std::string &path) {
 }
 
 ThresholdImage ParseThresholdImage(const std::string &path, const FileBytes &bytes) {
-    if (bytes.size() != kImageSize)
-        throw InputError(path + ": " + SizeFault(bytes.size()));
-    const auto table = std::make_unique<SensorThreshTable>();
-    std::memcpy(table.get(), bytes.data(), kImageSize); // both little-endian, natural layout
-    if (const std::string fault = ImageFault(*table); !fault.empty())
-        throw InputError(path + ": damaged: " + fault);
-    ThresholdImage image{table->dwCustomId, {}};
-    for (size_t i = 0; i < table->wCount; ++i)
-        image.entries.push_back(View(table->atEntry[i]));
-    return image;
+    if (const auto faults = FaultsOfImage(bytes); !faults.empty())
+        throw InputError(path + ": " + faults.front().text);
+    return ViewThresholdImage(bytes);
 }
 
 std::string MaskText(unsigned mask) {

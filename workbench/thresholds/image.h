@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/json.h"
+#include "oxa/platform.h"
 
 namespace workbench {
 
@@ -46,8 +47,20 @@ using FileBytes = std::vector<uint8_t>;
 // nullopt when there is no such file; InputError when it cannot be read.
 std::optional<FileBytes> ReadThresholdFile(const std::string &path);
 
-// InputError, one line, for everything that the library never writes: a wrong size, a count above 512, an entry
-// without a proper name, bytes that must be zero and are not.
+// What the library never writes: a wrong size, a count above 512, an entry without a proper name, bytes that must be zero
+// and are not.
+struct ImageFault {
+    std::optional<size_t> entry; // nothing: of the file as a whole
+    std::string text;
+    bool of_size = false;
+};
+std::vector<ImageFault> FaultsOfImage(const FileBytes &bytes);
+
+// As the library reads a file: zeros behind the end of a short one, at most 512 entries.
+SensorThreshTable TableOf(const FileBytes &bytes);
+ThresholdImage ViewThresholdImage(const FileBytes &bytes);
+
+// InputError, one line, with the first fault.
 ThresholdImage ParseThresholdImage(const std::string &path, const FileBytes &bytes);
 
 std::string MaskText(unsigned mask); // "LNC, UC"; "none"; bits without a threshold as "0x40"
