@@ -24,6 +24,7 @@ struct CallFacts {
     std::string_view name;
     Nature nature = Nature::kFails;
     bool bounded = false; // traced only on request
+    bool changes = false; // it can change a file, the repository or the event log
 };
 
 inline constexpr CallFacts kCalls[] = {
@@ -104,16 +105,16 @@ inline constexpr CallFacts kCalls[] = {
     {"IPMI_GetCduManageConfig"},
     {"LIBIPMI_Create_IPMI_Local_Session"},
     {"LIBIPMI_CloseSession"},
-    {"IPMICMD_AddSDR"},
-    {"IPMICMD_DeleteSDR"},
-    {"IPMICMD_AddSELEntry"},
+    {"IPMICMD_AddSDR", Nature::kFails, false, true},
+    {"IPMICMD_DeleteSDR", Nature::kFails, false, true},
+    {"IPMICMD_AddSELEntry", Nature::kFails, false, true},
     {"LIBIPMI_HL_SendMsgToFRU"},
     // INI files
     {"IniLoadFile"},
     {"OXA_IniLoadFile"},
     {"IniGetUInt", Nature::kSteady},
     {"IniSetUInt"},
-    {"IniSaveFile"},
+    {"IniSaveFile", Nature::kFails, false, true},
     {"IniCloseFile", Nature::kVoid},
     // operating system
     {"OAL_SemCreate"},
@@ -121,7 +122,7 @@ inline constexpr CallFacts kCalls[] = {
     {"OAL_SemUnLockByKey"},
     {"sigwrap_open_mode"},
     {"sigwrap_read"},
-    {"sigwrap_write"},
+    {"sigwrap_write", Nature::kFails, false, true},
     {"sigwrap_close"},
     // logging
     {"_ssp_debug", Nature::kLine},
@@ -140,7 +141,7 @@ inline constexpr CallFacts kCalls[] = {
     {"oxa_snprintf_s", Nature::kFails, true},
     {"strnlen_s", Nature::kSteady, true},
     {"oxa_strnlen_s", Nature::kSteady, true},
-    {"oxa_fopen_s"},
+    {"oxa_fopen_s", Nature::kFails, false, true},
     {"oxa_fclose_s"},
     {"oxa_strerror_s"},
     // power management
@@ -149,10 +150,10 @@ inline constexpr CallFacts kCalls[] = {
     {"LoadPsuAlarmCfg"},
     // the C library, on the library's own files only
     {"lseek"},
-    {"ftruncate"},
+    {"ftruncate", Nature::kFails, false, true},
     {"fread"},
-    {"fwrite"},
-    {"unlink"},
+    {"fwrite", Nature::kFails, false, true},
+    {"unlink", Nature::kFails, false, true},
     {"access"},
 };
 inline constexpr size_t kCallCount = sizeof(kCalls) / sizeof(kCalls[0]);

@@ -72,6 +72,7 @@ struct State {
     uint64_t fail_also_at = 0; // 0: off
     uint64_t failable = 0;
     uint64_t calls = 0, die_at_call = 0; // 0: off
+    uint64_t changes = 0, die_at_change = 0;
     uint64_t writes = 0, die_in_write = 0;
     double share_of_last_write = 0;
     bool fault_hit = false;
@@ -286,7 +287,7 @@ V Lookup(const std::map<K, V> &map, const std::type_identity_t<K> &key, V absent
 
 // ---- sudden death -------------------------------------------------------------------------------
 
-[[noreturn]] void Die();
+[[noreturn]] void Die(); // the lock is held
 // Counts a write; how many bytes of it still come when the process is to die in it.
 std::optional<size_t> LastBytes(State &state, size_t size);
 

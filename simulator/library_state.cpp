@@ -40,15 +40,7 @@ int FindZeros(dl_phdr_info *object, size_t, void *found) {
     return 1;
 }
 
-} // namespace
-
-// Not by memset, and not looked at by a sanitizer: between the variables stand its own guard bytes.
-#if defined(__clang__)
-__attribute__((no_sanitize("address", "undefined", "coverage")))
-#else
-__attribute__((no_sanitize("address", "undefined")))
-#endif
-void ForgetLibraryState() {
+const Zeros &TheZeros() {
     static const Zeros zeros = [] {
         Zeros found;
         dl_iterate_phdr(FindZeros, &found);
@@ -56,6 +48,33 @@ void ForgetLibraryState() {
     }();
     if (zeros.begin == nullptr)
         throw std::runtime_error("the library is not loaded as a shared object");
+    return zeros;
+}
+
+// Not by memset or memcpy, and not looked at by a sanitizer: between the variables stand its own guard bytes.
+#if defined(__clang__)
+#define NOT_LOOKED_AT __attribute__((no_sanitize("address", "undefined", "coverage")))
+#else
+#define NOT_LOOKED_AT __attribute__((no_sanitize("address", "undefined")))
+#endif
+
+NOT_LOOKED_AT void CopyOut(const Zeros &zeros, uint8_t *to) {
+    for (size_t at = 0; at < zeros.size; ++at)
+        to[at] = zeros.begin[at];
+}
+
+} // namespace
+
+LibraryMemory KeptByLibrary() {
+    const Zeros &zeros = TheZeros();
+    LibraryMemory out{const_cast<const uint8_t *>(zeros.begin), std::vector<uint8_t>(zeros.size)};
+    CopyOut(zeros, out.bytes.data());
+    return out;
+}
+
+NOT_LOOKED_AT
+void ForgetLibraryState() {
+    const Zeros &zeros = TheZeros();
     size_t at = 0;
     for (; at < zeros.size && reinterpret_cast<uintptr_t>(zeros.begin + at) % sizeof(uint64_t) != 0; ++at)
         zeros.begin[at] = 0;

@@ -108,8 +108,12 @@ size_t fwrite(const void *buffer, size_t size, size_t count, FILE *stream) {
         return call.Return<size_t>(0);
     }
     if (const auto last = LastBytes(call.state(), size * count)) {
-        WriteLocked(buffer, 1, *last, stream);
-        std::fflush(stream);
+        if (memory::On())
+            memory::WriteStream(stream, buffer, 1, *last);
+        else
+            WriteLocked(buffer, 1, *last, stream);
+        if (!memory::On())
+            std::fflush(stream);
         Die();
     }
     const size_t done = memory::On() ? memory::WriteStream(stream, buffer, size, count)

@@ -124,7 +124,7 @@ int32_t sigwrap_write(int32_t sdwFd, const void *pvBuf, uint32_t dwLen) {
     if (call.FailsOrNull({pvBuf}) || !IsOpen(call, "sigwrap_write", sdwFd))
         return FileError(call, EIO);
     if (const auto last = LastBytes(call.state(), dwLen)) {
-        [[maybe_unused]] const ssize_t part = write(sdwFd, pvBuf, *last);
+        [[maybe_unused]] const ssize_t part = WriteAll(sdwFd, pvBuf, *last);
         Die();
     }
     const ssize_t put = WriteAll(sdwFd, pvBuf, dwLen);

@@ -46,6 +46,8 @@ void State::Note(std::string text) {
 void Call::Enter() {
     if (++state_.calls == state_.die_at_call) [[unlikely]]
         Die();
+    if (kCalls[id_].changes && ++state_.changes == state_.die_at_change) [[unlikely]]
+        Die();
     CallCounter &counter = state_.counters[id_];
     ++counter.since_start;
     ++counter.since_clear;
@@ -171,6 +173,7 @@ void Start(Board board) {
         state.fail_at = 0;
         state.failable = 0;
         state.calls = state.die_at_call = 0;
+        state.changes = state.die_at_change = 0;
         state.writes = state.die_in_write = 0;
         state.fault_hit = false;
         std::fill(std::begin(state.counters), std::end(state.counters), CallCounter{});

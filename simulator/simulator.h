@@ -36,6 +36,13 @@ void Start(Board board);
 // calls, and only of the shared object.
 void ForgetLibraryState();
 
+// What the library keeps between calls, as it stands; where it stands, for who looks for a variable in it.
+struct LibraryMemory {
+    const uint8_t *begin = nullptr;
+    std::vector<uint8_t> bytes;
+};
+LibraryMemory KeptByLibrary();
+
 Board &CurrentBoard(); // may be changed while running: the platform reads it at every call
 
 // Directory that stands for "/" of the library's paths.  Default: a fresh directory under TMPDIR, removed at
@@ -150,9 +157,15 @@ size_t CountText(const std::string &text);      // log, debug and audit lines wi
 
 // Before the k-th platform call since Start (1-based; every function counts, log lines too) does anything; 0: off.
 void DieAtCall(uint64_t k);
+// Before the k-th call since Start (1-based) that can change a file, the repository or the event log; 0: off.
+void DieAtChange(uint64_t k);
+uint64_t ChangesMade(); // such calls since Start
 // In the k-th write of the library's files since Start (1-based), when this share of its bytes (0 to 1) has come; an
 // INI file and a file of the extended store are empty by then.  0: off.
 void DieInWrite(uint64_t k, double share);
+uint64_t WritesMade(); // since Start
+// What the process does last in such a death: repository and files in memory die with it.  It stays over Start.
+void BeforeDying(std::function<void()> last);
 
 // ---- invariants ---------------------------------------------------------------------------------
 // A failure statistic directly before every error line, of the same file and line, and nowhere else; sessions, INI handles, files and

@@ -9,7 +9,19 @@
 
 namespace sim {
 
+namespace {
+
+std::function<void()> &LastWords() {
+    static auto *const last = new std::function<void()>;
+    return *last;
+}
+
+} // namespace
+
 void Die() {
+    TheState().mutex.unlock(); // nobody comes back to the call that holds it
+    if (LastWords())
+        LastWords()();
     for (;;)
         kill(getpid(), SIGKILL);
 }
@@ -24,6 +36,28 @@ void DieAtCall(uint64_t k) {
     State &state = TheState();
     const std::lock_guard lock(state.mutex);
     state.die_at_call = k;
+}
+
+void DieAtChange(uint64_t k) {
+    State &state = TheState();
+    const std::lock_guard lock(state.mutex);
+    state.die_at_change = k;
+}
+
+uint64_t ChangesMade() {
+    State &state = TheState();
+    const std::lock_guard lock(state.mutex);
+    return state.changes;
+}
+
+uint64_t WritesMade() {
+    State &state = TheState();
+    const std::lock_guard lock(state.mutex);
+    return state.writes;
+}
+
+void BeforeDying(std::function<void()> last) {
+    LastWords() = std::move(last);
 }
 
 void DieInWrite(uint64_t k, double share) {

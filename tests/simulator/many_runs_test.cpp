@@ -51,6 +51,15 @@ TEST_F(FilesInMemory, AShorterContentReplacesALongerOne) {
     EXPECT_EQ(sim::ReadFile(kStore), Bytes(10, 8));
 }
 
+TEST_F(FilesInMemory, ATornWriteLeavesTheShareThatCame) {
+    const auto see = [](std::vector<uint8_t> wanted) { // memory dies with the process: it is looked at there
+        return [wanted] { sim::ReadFile(kStore) == wanted ? _exit(0) : _exit(1); };
+    };
+    EXPECT_EXIT((sim::BeforeDying(see(Bytes(25, 7))), sim::DieInWrite(1, 0.25),
+                 writeExtSDRFile(Bytes(100, 7).data(), 100)),
+                testing::ExitedWithCode(0), "");
+}
+
 TEST_F(FilesInMemory, KeepCardIdsOverAnIniFile) {
     uint8_t slot = 0, id = 0;
     ASSERT_EQ(SavePurchaseCardFruId(gPurchaseCardInfo[0].wDevType, "card", 3, 33), 0);
@@ -99,6 +108,20 @@ TEST(LinesThatAreNotTraced, ArePrintedAllTheSameWhenAskedFor) {
     IDBG_LINUXAPP_DbgOut(130, "no prefix");
     EXPECT_THAT(sim::Violations(), ElementsAre("debug line without \"[file:line]\": no prefix"));
     EXPECT_THAT(sim::Trace(), IsEmpty());
+}
+
+TEST(KeptByLibrary, IsAllThatTheLibraryForgets) {
+    sim::Start(sim::Board{});
+    const sim::LibraryMemory before = sim::KeptByLibrary();
+    ASSERT_GE(before.bytes.size(), sizeof g_extSdrData + sizeof gRegisterInfo);
+    setHddRegisterInfo(3, 1, 1);
+    GetNoUsedFruIdForPurchaseCard();
+    const sim::LibraryMemory after = sim::KeptByLibrary();
+    EXPECT_NE(after.bytes, before.bytes);
+    const auto at = reinterpret_cast<const uint8_t *>(&gRegisterInfo) - after.begin;
+    EXPECT_EQ(after.bytes[static_cast<size_t>(at)], 1); // disks registered
+    sim::ForgetLibraryState();
+    EXPECT_EQ(sim::KeptByLibrary().bytes, before.bytes);
 }
 
 } // namespace

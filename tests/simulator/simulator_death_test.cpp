@@ -60,8 +60,28 @@ TEST_F(SimulatedDeath, InTheSecondWriteLetsTheFirstBe) {
     EXPECT_THAT(sim::ReadFile("/var/SpecificSDRRec"), testing::IsEmpty());
 }
 
+TEST_F(SimulatedDeath, BeforeAChangeCountsOnlyCallsThatCanChangeSomething) {
+    EXPECT_EXIT((sim::DieAtChange(2), WriteStore()), KilledBySignal(SIGKILL), "");
+    EXPECT_THAT(sim::ReadFile(kSdrFile), testing::IsEmpty()); // emptied, not yet written
+    WriteStore();
+    WriteRecordFile();
+    EXPECT_EQ(sim::ChangesMade(), 3U); // ftruncate, sigwrap_write, IniSaveFile
+    EXPECT_EQ(sim::WritesMade(), 2U);
+}
+
+TEST_F(SimulatedDeath, WhatComesLastMayAskThePlatform) {
+    const auto last = [] { // the file as it is then, for the parent to see
+        sim::WriteFile("/var/last", sim::ReadFile(kSdrFile));
+        sim::WriteFile("/var/calls", {static_cast<uint8_t>(sim::CountCalls("sigwrap_write"))});
+    };
+    EXPECT_EXIT((sim::BeforeDying(last), sim::DieInWrite(1, 0.5), WriteStore()), KilledBySignal(SIGKILL), "");
+    EXPECT_EQ(sim::ReadFile("/var/last"), std::vector<uint8_t>(64, 0x22));
+    EXPECT_EQ(sim::ReadFile("/var/calls"), std::vector<uint8_t>(1, 1));
+}
+
 TEST_F(SimulatedDeath, StartCallsItOff) {
     sim::DieAtCall(1);
+    sim::DieAtChange(1);
     sim::DieInWrite(1, 0);
     sim::Start(sim::Board{});
     WriteStore();
