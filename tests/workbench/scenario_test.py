@@ -255,6 +255,54 @@ class Tests(Workbench):
         wrong = steps[0].replace('["added", "already-present"]', '["already-present", "added"]')
         self.assertEqual(len(self.run_story(wrong, code=1)["steps"][0]["unexpected"]), 2)
 
+    # ---- kills --------------------------------------------------------------------------------------
+
+    def test_a_power_supply_that_was_added_and_not_recorded_is_added_twice(self):
+        """The repository has the record before the record file is saved: the second change of the step."""
+        psu = 'add = { class = "psu-fru", slot = 1 }'
+        told = self.run_story(step(psu, 'kill = { change = 2 }', 'expect = { outcome = "killed", records = 1 }'),
+                              step("restart = true"), step(psu, 'expect = { outcome = "added", records = 2 }'))
+        self.assertEqual(self.names(told), [(1, "PSU1_FRU"), (2, "PSU1_FRU")])
+        self.assertEqual([s["life"] for s in told["steps"]], [1, 2, 2])
+
+    def test_a_sensor_whose_slot_is_torn_is_added_twice(self):
+        gpu = "add = { " + GPU + " }"
+        self.assertEqual(self.words(step(gpu, "kill = { write = 1, percent = 50 }"), step("restart = true"), step(gpu)),
+                         ["killed", "no-thresholds", "added"])
+        self.assertEqual(self.words(step(gpu, "kill = { write = 2, percent = 0 }"), step("restart = true"), step(gpu)),
+                         ["killed", "no-thresholds", "already-present"])  # the slot is whole, its entry is not
+
+    def test_limits_that_are_killed_while_they_are_saved_are_lost(self):
+        limits = 'thresholds = { sensor = "GPU1_Temp", uc = 80 }'
+        steps = (step(limits, "kill = { write = 1, percent = 0 }"), step("restart = true"))
+        self.assertEqual(self.words(*steps), ["killed", "thresholds-discarded"])  # an empty file is of profile 0
+        self.assertEqual(self.words(*steps, profile="default"), ["killed", "thresholds-loaded"])
+
+    def test_what_was_done_before_the_kill_is_told_and_stays(self):
+        two = "add = [{ class = \"psu-fru\", slot = 1 }, { class = \"psu-fru\", slot = 2 }]"
+        self.assertEqual(self.words(step('event = "addDiskSEL 4 1 19 0"'),
+                                    step(two, "kill = { change = 3 }", 'expect = ["added", "killed"]'),
+                                    step("restart = true", "expect = { events = 1, records = 1 }"),
+                                    step(two, 'expect = ["already-recorded", "added"]')),
+                         ["written", "added", "killed", "no-thresholds", "already-recorded", "added"])
+
+    def test_a_process_that_outlives_its_step_is_told(self):
+        path = self.story(step('add = { class = "psu-fru", slot = 1 }', "kill = { change = 3 }"))
+        self.assertIn("step 1: the step is over and the process lives: it makes fewer changes",
+                      self.refused(1, "scenario", path))
+
+    def test_a_kill_is_checked(self):
+        psu = 'add = { class = "psu-fru", slot = 1 }'
+        for kill in ("{}", "{ change = 1, write = 1 }", "{ change = 1, percent = 5 }", "{ percent = 5 }"):
+            with self.subTest(kill):
+                self.assertIn("{ change = N } or { write = N, percent = N }",
+                              self.refused(2, "scenario", self.story(step(psu, "kill = " + kill))))
+        self.assertIn("it must be a table", self.refused(2, "scenario", self.story(step(psu, "kill = true"))))
+        self.assertIn("does not go with 'restart'",
+                      self.refused(2, "scenario", self.story(step("restart = true", "kill = { change = 1 }"))))
+        self.assertIn("the process was killed in the step before",
+                      self.refused(2, "scenario", self.story(step(psu, "kill = { change = 1 }"), step(psu))))
+
     # ---- wrong stories ------------------------------------------------------------------------------
 
     def wrong(self, line, *steps, **more):

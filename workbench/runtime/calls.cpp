@@ -204,13 +204,14 @@ std::vector<std::string> OutcomeWords(const std::string &action) {
                 "already-recorded",
                 "not-built",
                 "refused",
-                "lost"};
+                "lost",
+                "killed"};
     if (action == "remove")
-        return {"removed", "nothing-to-remove", "not-removable", "refused"};
+        return {"removed", "nothing-to-remove", "not-removable", "refused", "killed"};
     if (action == "event")
-        return {"written", "not-reported", "failed"};
+        return {"written", "not-reported", "failed", "killed"};
     if (action == "thresholds")
-        return {"saved", "not-stored", "not-saved"};
+        return {"saved", "not-stored", "not-saved", "killed"};
     if (action == "restart")
         return {"thresholds-loaded", "no-thresholds", "thresholds-discarded"};
     return {"done"};

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "base/notes.h"
 #include "base/text.h"
@@ -95,7 +96,7 @@ void CheckExpectation(const StepDraft &draft, const Step &step, const Where &whe
                  Suggestion(word, known, draft.action + " comes to " + Join(known, ", ")));
     const size_t outcomes =
         std::max({step.params.size(), step.events.size(), step.thresholds.size(), size_t{1}}) * step.repeat;
-    if (step.expect->words.size() > 1 && step.expect->words.size() != outcomes)
+    if (step.expect->words.size() > 1 && !step.kill && step.expect->words.size() != outcomes)
         Fail(where, place,
              where.At("expect").Label() + " lists " + std::to_string(step.expect->words.size()) + " outcomes",
              "the step has " + std::to_string(outcomes));
@@ -123,6 +124,7 @@ void CheckKeys(const toml::table &table, const StepDraft &draft, const Where &wh
         {"slots", described},
         {"record", draft.action == "add"},
         {"repeat", described || draft.action == "event"},
+        {"kill", described || draft.action == "event" || draft.action == "thresholds"},
     };
     for (const auto &[key, fits] : limited)
         if (table.contains(key) && !fits)
@@ -139,6 +141,7 @@ struct StorySoFar {
     bool board_known = true; // false after a mistake in it or in a change
     uint32_t custom_id = 0;
     bool record = true;
+    bool killed = false; // in the step before
 };
 
 sim::Board BoardNow(const StorySoFar &reading, const Where &where, const Place &place) {
@@ -164,6 +167,9 @@ Step ReadStep(StorySoFar &reading, const Where &where, const toml::table &table)
     draft.action = ActionOf(table, where);
     CheckKeys(table, draft, where);
     const Place place = PlaceOf(table, draft.action);
+    if (std::exchange(reading.killed, draft.kill.has_value()) && draft.action != "restart")
+        Fail(where, place, "the process was killed in the step before",
+             "give a step with 'restart' between them");
     Step step;
     step.line = PlaceOf(table).line;
     step.name = draft.name;
@@ -175,6 +181,7 @@ Step ReadStep(StorySoFar &reading, const Where &where, const toml::table &table)
     TryFaults(step.faults, where, place);
     step.events = ReadEvents(draft, where, place);
     step.thresholds = Settled(draft.thresholds);
+    step.kill = draft.kill;
     step.expect = draft.expect;
     CheckExpectation(draft, step, where, table.contains("expect") ? PlaceOf(table, "expect") : place);
     if (draft.change != nullptr) {
@@ -222,7 +229,7 @@ void LoadBoard(StorySoFar &reading, const ScenarioDraft &draft, const Where &whe
 void ReadStory(const Where &top, toml::table &file, Scenario &scenario) {
     Mistakes mistakes;
     ScenarioDraft draft;
-    StorySoFar reading{scenario, {}, true, 0, true};
+    StorySoFar reading{scenario, {}, true, 0, true, false};
     mistakes.Try([&] { ReadTable(top, file, ScenarioRules(draft)); });
     scenario.name = draft.name;
     if (!draft.board.empty())

@@ -110,6 +110,29 @@ Rule Restart(StepDraft &draft) {
         }};
 }
 
+Rules KillRules(Kill &kill) {
+    return {Value("change", kill.change, Number<uint32_t>(1, 1000000)),
+            Value("write", kill.write, Number<uint32_t>(1, 1000000)),
+            Value("percent", kill.percent, Number<uint32_t>(0, 100))};
+}
+
+Rule KillIn(std::optional<Kill> &target) {
+    const std::string expected = "{ change = N } or { write = N, percent = N }";
+    auto read = [=, &target](const Where &where, const toml::node &node) {
+        Kill kill;
+        ReadTable(where.Inside(), NeedTable(where, node), KillRules(kill));
+        if ((kill.change == 0) == (kill.write == 0) ||
+            (kill.change != 0 && node.as_table()->contains("percent")))
+            Mismatch(where, node, expected);
+        target = kill;
+    };
+    Kill sample;
+    return {.key = "kill", .expected = expected, .read = read, .inside = KillRules(sample), .schema = [] {
+                Kill any;
+                return schema::Table(KillRules(any));
+            }};
+}
+
 Rule OnlyTrue(const std::string &key) {
     return {.key = key,
             .expected = "true",
@@ -209,6 +232,7 @@ Rules StepRules(StepDraft &draft) {
         FaultRule(draft.fault_draft),
         OnlyTrue("clear_faults"),
         Texts("event", draft.events, "a builder and its arguments, or a list of such texts"),
+        KillIn(draft.kill),
         Expect(draft.expect),
     };
 }

@@ -33,6 +33,7 @@ struct StepDraft {
     std::vector<ThresholdsDraft> thresholds;
     std::optional<uint32_t> profile; // of a restart
     std::vector<std::string> events;
+    std::optional<Kill> kill;
     std::optional<Expectation> expect;
 };
 

@@ -4,6 +4,7 @@
 // Files stay under one root directory; repository, event log and what is left of the faults are handed from one
 // life to the next through the parent.
 #include <algorithm>
+#include <csignal>
 #include <cstring>
 #include <sys/wait.h>
 
@@ -30,6 +31,45 @@ struct Carry {
     std::vector<ActiveFault> faults;
 };
 
+// ---- from one process to the other -----------------------------------------------------------------
+
+Json CarryJson(const Carry &carry) {
+    Json out = {{"next_id", carry.repository.next_id},
+                {"records", Json::array()},
+                {"events", carry.events},
+                {"faults", Json::array()}};
+    for (const sim::RepositoryRecord &record : carry.repository.records)
+        out["records"].push_back({{"id", record.id}, {"bytes", record.bytes}});
+    for (const ActiveFault &fault : carry.faults)
+        out["faults"].push_back({fault.step, fault.index, fault.seen_before});
+    return out;
+}
+
+Carry CarryFrom(const Json &json) {
+    Carry carry;
+    carry.repository.next_id = json.at("next_id");
+    for (const Json &record : json.at("records"))
+        carry.repository.records.push_back({record.at("id"), record.at("bytes")});
+    carry.events = json.at("events");
+    for (const Json &fault : json.at("faults"))
+        carry.faults.push_back({fault.at(0), fault.at(1), fault.at(2), 0});
+    return carry;
+}
+
+std::string OneLineJson(const Json &json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+Json StepJson(size_t number, const std::vector<Outcome> &outcomes) {
+    Json told = {{"step", number},
+                 {"outcomes", Json::array()},
+                 {"records", sim::Repository().size()},
+                 {"events", sim::EventLog().size()}};
+    for (const Outcome &outcome : outcomes)
+        told["outcomes"].push_back(OutcomeJson(outcome));
+    return told;
+}
+
 // ---- in the life's own process ---------------------------------------------------------------------
 
 class Life {
@@ -47,9 +87,24 @@ public:
             PutInForce(fault);
     }
 
-    std::vector<Outcome> Run(size_t number) {
+    // From now on until the process dies in the step; then what came of it so far, and what is left, are said.
+    void PrepareKill(size_t number, const Say &say) {
+        const Kill &kill = *scenario_.steps[number].kill;
+        if (kill.change != 0)
+            sim::DieAtChange(sim::ChangesMade() + kill.change);
+        else
+            sim::DieInWrite(sim::WritesMade() + kill.write, kill.percent / 100.0);
+        sim::BeforeDying([this, number, &say] {
+            told_.push_back(Killed(scenario_.steps[number]));
+            say(OneLineJson(StepJson(number, told_)));
+            say(OneLineJson({{"carry", CarryJson(End())}, {"violations", Json::array()}}));
+        });
+    }
+
+    const std::vector<Outcome> &Run(size_t number) {
         const Step &step = scenario_.steps[number];
-        std::vector<Outcome> out;
+        std::vector<Outcome> &out = told_;
+        out.clear();
         for (uint32_t n = 0; n < step.repeat; ++n) {
             for (const SpecificSensorParam &param : step.params)
                 out.push_back(step.action == "add" ? AddSensor(param, step.record) : RemoveSensor(param));
@@ -137,48 +192,22 @@ private:
         return outcome;
     }
 
+    static Outcome Killed(const Step &step) {
+        Outcome outcome;
+        outcome.action = step.action;
+        outcome.word = "killed";
+        outcome.why = step.kill->change != 0 ? "before change " + std::to_string(step.kill->change)
+                                             : "in write " + std::to_string(step.kill->write) + ", after " +
+                                                   std::to_string(step.kill->percent) + " % of it";
+        return outcome;
+    }
+
     const Scenario &scenario_;
     Carry carry_;
+    std::vector<Outcome> told_; // of the step under way
 };
 
-// ---- between the processes -------------------------------------------------------------------------
-
-Json CarryJson(const Carry &carry) {
-    Json out = {{"next_id", carry.repository.next_id},
-                {"records", Json::array()},
-                {"events", carry.events},
-                {"faults", Json::array()}};
-    for (const sim::RepositoryRecord &record : carry.repository.records)
-        out["records"].push_back({{"id", record.id}, {"bytes", record.bytes}});
-    for (const ActiveFault &fault : carry.faults)
-        out["faults"].push_back({fault.step, fault.index, fault.seen_before});
-    return out;
-}
-
-Carry CarryFrom(const Json &json) {
-    Carry carry;
-    carry.repository.next_id = json.at("next_id");
-    for (const Json &record : json.at("records"))
-        carry.repository.records.push_back({record.at("id"), record.at("bytes")});
-    carry.events = json.at("events");
-    for (const Json &fault : json.at("faults"))
-        carry.faults.push_back({fault.at(0), fault.at(1), fault.at(2), 0});
-    return carry;
-}
-
-std::string OneLineJson(const Json &json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
-Json StepJson(size_t number, std::vector<Outcome> outcomes) {
-    Json told = {{"step", number},
-                 {"outcomes", Json::array()},
-                 {"records", sim::Repository().size()},
-                 {"events", sim::EventLog().size()}};
-    for (const Outcome &outcome : outcomes)
-        told["outcomes"].push_back(OutcomeJson(outcome));
-    return told;
-}
+// ---- one life after the other ----------------------------------------------------------------------
 
 struct Stretch { // steps of one life
     size_t begin = 0, end = 0;
@@ -193,8 +222,15 @@ void LiveHere(const Scenario &scenario, const Stretch &stretch, const Carry &car
         life.Start(stretch.first ? scenario.board : scenario.steps[stretch.begin].board, bmc);
         if (stretch.first)
             StartLibrary();
-        for (size_t number = stretch.begin; number < stretch.end; ++number)
-            say(OneLineJson(StepJson(number, life.Run(number))));
+        for (size_t number = stretch.begin; number < stretch.end; ++number) {
+            const bool dies = scenario.steps[number].kill.has_value();
+            if (dies)
+                life.PrepareKill(number, say);
+            const std::vector<Outcome> &told = life.Run(number);
+            if (dies)
+                throw SetError("the step is over and the process lives: it makes fewer changes");
+            say(OneLineJson(StepJson(number, told)));
+        }
         sim::CheckStorage();
         say(OneLineJson({{"carry", CarryJson(life.End())}, {"violations", sim::Violations()}}));
     } catch (const sim::StorageError &error) {
@@ -245,7 +281,9 @@ Carry TakeLife(const Scenario &scenario, const Stretch &stretch, const Apart &an
         end.steps.push_back(json);
         ++told;
     }
-    if (carry && answer.status == 0)
+    const bool killed = WIFSIGNALED(answer.status) && WTERMSIG(answer.status) == SIGKILL &&
+                        scenario.steps[stretch.end - 1].kill;
+    if (carry && (answer.status == 0 || killed))
         return *carry;
     throw SetError(StepText(scenario, told) + ": the library's process ended with " +
                    HowItEnded(answer.status));

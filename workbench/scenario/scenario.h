@@ -31,6 +31,13 @@ struct EventCall {
     std::vector<uint32_t> arguments;
 };
 
+// Where in its step the process dies; exactly one of change and write is given.
+struct Kill {
+    uint32_t change = 0; // before the n-th platform call of the step that can change a file or the repository
+    uint32_t write = 0;  // in the n-th write of a file,
+    uint32_t percent = 0; // when this much of it has come
+};
+
 struct Step {
     uint32_t line = 0;
     std::string name;
@@ -43,6 +50,7 @@ struct Step {
     std::vector<UserThresholds> thresholds;
     sim::Board board;                                  // change: from the step on; restart: of the next life
     std::map<std::string, std::vector<uint8_t>> files; // change: written there and then
+    std::optional<Kill> kill;
     std::optional<Expectation> expect;
 };
 

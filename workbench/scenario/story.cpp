@@ -52,7 +52,10 @@ private:
     void JudgeOutcome(size_t i, const Json &outcome) {
         const std::vector<std::string> &words = expect_.words;
         const std::string subject = Text(outcome, "subject");
-        const std::string word = words.empty() ? "" : words.size() == 1 ? words[0] : words[i];
+        const std::string word = words.empty()       ? ""
+                                 : words.size() == 1 ? words[0]
+                                 : i < words.size()  ? words[i]
+                                                     : "";
         if (!word.empty() && Text(outcome, "outcome") != word)
             return Differ(subject, Text(outcome, "outcome") + ", result " + Hex(outcome.at("code"), 4), word);
         if (expect_.code && outcome.at("code") != *expect_.code)
