@@ -40,6 +40,7 @@ void AddCommands(Command &program) {
     AddPushCommand(program);
     AddAddRemoveCommands(program);
     AddScenarioCommand(program);
+    AddExploreCommand(program);
     AddThresholdsCommand(program);
     AddSchemaCommand(program);
     AddSheetCommand(program);

@@ -38,8 +38,9 @@ WORKBENCH_MAY_KNOW = {
     "sheet": ("base", "sets"),
     "thresholds": ("base", "sets", "runtime"),
     "doctor": ("base", "sets", "runtime", "thresholds"),
+    "explore": ("base", "sets", "events", "runtime", "scenario", "thresholds", "doctor"),
     "commands": ("base", "sets", "explain", "checks", "serve", "events", "compare", "runtime", "lock", "fleet",
-                 "scenario", "report", "sheet", "sources", "thresholds", "doctor", "why"),
+                 "scenario", "report", "sheet", "sources", "thresholds", "doctor", "explore", "why"),
     "main.cpp": ("base", "commands"),
 }
 PUBLIC = {"oxa/store.h": "store", "oxa/thresholds.h": "thresholds", "oxa/events.h": "events",

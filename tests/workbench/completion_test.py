@@ -84,7 +84,7 @@ class Tests(Workbench):
     def test_everything_that_help_tells_is_offered(self):
         for command in ("list", "show", "export", "diff", "check", "event", "decode-sel", "serve", "add", "remove",
                         "scenario", "thresholds show", "thresholds set", "thresholds preflight", "schema", "why",
-                        "report", "doctor"):
+                        "report", "explore", "doctor"):
             with self.subTest(command):
                 words = command.split()
                 told = {part.split("{")[0] for line in self.out(*words, "--help").splitlines() if line.startswith("  -")

@@ -24,6 +24,7 @@ class Tests(Workbench):
             "decode-sel": ("decode-sel", "00 00 E0 00 00 00 03 04 00 04 0D 43 6F A1 00 18"),
             "add": ("add", *GPU, "--list", *machine),
             "remove": ("remove", "--list", *machine), "scenario": ("scenario", "scenarios/day.toml"),
+            "explore": ("explore", "--parts", "psu:1", "--depth", "1", *machine),
             "doctor": ("doctor", "--root", self.path("root"), "--profile", "kestrin"),
             "thresholds show": ("thresholds", "show", self.path("t.dat")),
             "thresholds set": ("thresholds", "set", self.path("t.dat"), "--sensor", "Inlet_Temp", "--uc", "49", *machine),
@@ -39,7 +40,7 @@ class Tests(Workbench):
 
     def test_a_profile_is_name_and_id_everywhere(self):
         documents = self.documents()
-        for name in ("list", "show", "export", "event", "add", "remove", "thresholds preflight", "doctor"):
+        for name in ("list", "show", "export", "event", "add", "remove", "thresholds preflight", "doctor", "explore"):
             self.assertEqual(documents[name]["profile"], PROFILE, name)
         self.assertEqual(documents["diff"]["a"]["profile"], PROFILE)
         self.assertEqual(documents["scenario"]["profile"], {"name": "ferrisk", "id": 16})

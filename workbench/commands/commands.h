@@ -24,6 +24,7 @@ void AddServeCommand(Command &program);
 void AddPushCommand(Command &program);
 void AddAddRemoveCommands(Command &program); // add and remove
 void AddScenarioCommand(Command &program);
+void AddExploreCommand(Command &program);
 void AddWhyCommand(Command &program);
 void AddSchemaCommand(Command &program);
 void AddSheetCommand(Command &program);      // sheet export, check, rows, image

@@ -199,7 +199,8 @@ void AddDoctorCommand(Command &program) {
         .Takes("NEWDIR");
     command.AddFlag("--json", options->json, "JSON");
     command.Footer(Footer());
-    command.Example("oxa-sensors doctor --root bmc --repair mended");
+    command.Example("oxa-sensors add --board boards/base_48.toml --class psu-fru --slot 1 --root machine && "
+                    "oxa-sensors doctor --root machine --repair mended");
     command.Runs([options] { RunDoctor(*options); });
 }
 
