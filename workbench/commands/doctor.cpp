@@ -21,7 +21,7 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kTextWidth = 100;
+constexpr size_t kFindingWidth = 100;
 
 struct DoctorOptions {
     std::string root, repair;
@@ -29,7 +29,7 @@ struct DoctorOptions {
     bool json = false;
 };
 
-struct Report {
+struct DoctorReport {
     Diagnosis diagnosis;
     std::vector<std::string> next_start;
     uint32_t custom_id = 0;
@@ -61,11 +61,11 @@ Patient Take(const DoctorOptions &options) {
     return patient;
 }
 
-Report Examine(const Patient &patient) {
+DoctorReport Examine(const Patient &patient) {
     sim::KeepFilesInMemory(); // nothing is written beside the copy
     StartWith({}, {}, {});
     sim::SetTracing(false);
-    Report report{Diagnose(patient), {}, 0};
+    DoctorReport report{Diagnose(patient), {}, 0};
     sim::SetTracing(true);
     report.custom_id =
         patient.custom_id.value_or(ViewThresholdImage(patient.machine[kLimits].bytes).custom_id);
@@ -88,7 +88,7 @@ std::string FilesText(const Patient &patient, const Diagnosis &diagnosis) {
 
 void AddLine(std::string &out, const std::string &label, const std::string &text) {
     std::string head = "    " + label + ": ";
-    for (const std::string &line : Wrap(text, kTextWidth - head.size())) {
+    for (const std::string &line : Wrap(text, kFindingWidth - head.size())) {
         out += head + line + "\n";
         head = std::string(head.size(), ' ');
     }
@@ -103,7 +103,7 @@ std::string FindingText(const Patient &patient, const FileFinding &finding) {
     return out;
 }
 
-std::string Count(const Report &report) {
+std::string Count(const DoctorReport &report) {
     const size_t found = report.diagnosis.findings.size();
     const auto left = std::count_if(report.diagnosis.findings.begin(), report.diagnosis.findings.end(),
                                     [](const FileFinding &finding) { return finding.mend.empty(); });
@@ -113,14 +113,14 @@ std::string Count(const Report &report) {
            (left == 0 ? "" : ", " + std::to_string(left) + " of them cannot be mended in the files");
 }
 
-std::string Text(const DoctorOptions &options, const Patient &patient, const Report &report) {
+std::string Text(const DoctorOptions &options, const Patient &patient, const DoctorReport &report) {
     std::string out = FilesText(patient, report.diagnosis) + "\n";
     for (const FileFinding &finding : report.diagnosis.findings)
         out += FindingText(patient, finding) + "\n";
     out += "At its next start, under " + SavedUnder(report.custom_id) + ", the library\n";
     for (const std::string &line : report.next_start) {
         std::string head = "- ";
-        for (const std::string &part : Wrap(line, kTextWidth)) {
+        for (const std::string &part : Wrap(line, kFindingWidth)) {
             out += head + part + "\n";
             head = "  ";
         }
@@ -136,7 +136,7 @@ Json TextOrNull(const std::string &text) {
     return text.empty() ? Json(nullptr) : Json(text);
 }
 
-std::string JsonText(const DoctorOptions &options, const Patient &patient, const Report &report) {
+std::string JsonText(const DoctorOptions &options, const Patient &patient, const DoctorReport &report) {
     Json out{{"root", options.root},
              {"profile", ProfileJson(report.custom_id)},
              {"board", TextOrNull(options.board)},
@@ -162,7 +162,7 @@ std::string JsonText(const DoctorOptions &options, const Patient &patient, const
 
 void RunDoctor(const DoctorOptions &options) {
     const Patient patient = Take(options);
-    const Report report = Examine(patient);
+    const DoctorReport report = Examine(patient);
     if (!options.repair.empty())
         WriteMachine(options.repair, report.diagnosis.mended);
     PrintOut(options.json ? JsonText(options, patient, report) : Text(options, patient, report));
@@ -170,7 +170,7 @@ void RunDoctor(const DoctorOptions &options) {
         throw ExitStatus(1);
 }
 
-std::string Footer() {
+std::string DoctorFooter() {
     std::string out = "What can be found:\n";
     for (const auto &[rule, meaning] : FileRules())
         out += "  " + rule + std::string(10 - rule.size(), ' ') + meaning + "\n";
@@ -198,7 +198,7 @@ void AddDoctorCommand(Command &program) {
                    "Write a mended copy of the files to a new folder; what is in --root stays as it is")
         .Takes("NEWDIR");
     command.AddFlag("--json", options->json, "JSON");
-    command.Footer(Footer());
+    command.Footer(DoctorFooter());
     command.Example("oxa-sensors add --board boards/base_48.toml --class psu-fru --slot 1 --root machine && "
                     "oxa-sensors doctor --root machine --repair mended");
     command.Runs([options] { RunDoctor(*options); });

@@ -25,7 +25,7 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kTextWidth = 100;
+constexpr size_t kStoryWidth = 100;
 constexpr unsigned kMostDepth = 20;
 
 struct ExploreOptions {
@@ -75,7 +75,7 @@ size_t NewOnes(const WalkResult &result) {
 }
 
 void AddLines(std::string &out, std::string head, const std::string &text) {
-    for (const std::string &line : Wrap(text, kTextWidth - head.size())) {
+    for (const std::string &line : Wrap(text, kStoryWidth - head.size())) {
         out += head + line + "\n";
         head = std::string(head.size(), ' ');
     }

@@ -16,7 +16,6 @@ namespace {
 
 constexpr char kFruId[] = "_FruId ", kSlotId[] = "_SlotId "; // behind the name of the card
 constexpr char kTellsReaders[] = "tells other programs so";
-constexpr char kLeftOut[] = "left out";
 
 struct Card {
     std::string section; // the catalogue's name

@@ -14,7 +14,7 @@ namespace {
 
 constexpr char kDropped[] = "left out";
 
-std::string Entry(size_t index) {
+std::string LimitEntry(size_t index) {
     return "entry " + std::to_string(index + 1);
 }
 
@@ -53,7 +53,7 @@ size_t JudgeNameless(Examination &about, const ThresholdImage &image, size_t fro
         ++end;
     if (end != from)
         about.Add(kLimits, "foreign",
-                  end - from == 1 ? Entry(from)
+                  end - from == 1 ? LimitEntry(from)
                                   : "entries " + std::to_string(from + 1) + " to " + std::to_string(end),
                   "counted, but without a name", kAsItIs, kDropped);
     return end;
@@ -70,12 +70,12 @@ void JudgeForm(Examination &about, const FileBytes &bytes, const ThresholdImage 
             about.Add(kLimits, "foreign", "", fault.text, "takes it as it is; at most 512 entries count",
                       "as the entries that are left need it");
         else if (*fault.entry >= image.entries.size())
-            about.Add(kLimits, "foreign", Entry(*fault.entry), fault.text, "keeps it and never uses it",
+            about.Add(kLimits, "foreign", LimitEntry(*fault.entry), fault.text, "keeps it and never uses it",
                       kDropped);
         else if (*fault.entry >= told && *fault.entry < whole) {
             told = JudgeNameless(about, image, *fault.entry, whole);
             if (told == *fault.entry)
-                about.Add(kLimits, "foreign", Entry(told), fault.text, kAsItIs, kDropped);
+                about.Add(kLimits, "foreign", LimitEntry(told), fault.text, kAsItIs, kDropped);
         }
     }
 }
@@ -129,18 +129,18 @@ void JudgeUse(Examination &about, const ThresholdImage &image) {
         const std::string name = "'" + Printable(entry.name) + "'";
         const uint8_t *const record = FullRecordOf(about, entry.name, store);
         if (const size_t first = *image.Find(entry.name); first != i)
-            about.Add(kLimits, "twice", Entry(i), name + " has " + Entry(first) + " already",
+            about.Add(kLimits, "twice", LimitEntry(i), name + " has " + LimitEntry(first) + " already",
                       "finds the first one only", kDropped);
         else if (const std::string fault = OrderFault(entry.mask, entry.six); !fault.empty())
-            about.Add(kLimits, "refused", Entry(i), name + ": " + fault,
+            about.Add(kLimits, "refused", LimitEntry(i), name + ": " + fault,
                       "lays it over no record: limits must rise");
         else if (record != nullptr && record[SDR_READING_MASK] != static_cast<uint8_t>(entry.mask))
-            about.Add(kLimits, "refused", Entry(i),
+            about.Add(kLimits, "refused", LimitEntry(i),
                       name + ": saved for " + MaskText(entry.mask) + ", the record has " +
                           MaskText(record[SDR_READING_MASK]),
                       "lays it over no record: the masks must be the same");
         else if (record == nullptr && about.patient.static_set)
-            about.Add(kLimits, "orphaned", Entry(i), "no sensor with limits is called " + name,
+            about.Add(kLimits, "orphaned", LimitEntry(i), "no sensor with limits is called " + name,
                       "keeps it until such a sensor comes");
     }
 }

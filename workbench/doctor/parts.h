@@ -45,7 +45,8 @@ std::string RecordFault(const uint8_t *slot);
 std::string Quoted(const uint8_t *record);   // "'CPU1_TEMP'", printable
 std::string Shown(const KeptRecord &record); // "record 3 ('PSU1_FRU')"
 
-constexpr uint8_t kFirstPsuFruId = 16; // of a power supply 0, which there is not
+constexpr char kLeftOut[] = "left out"; // what a mended copy does with a key
+constexpr uint8_t kFirstPsuFruId = 16;  // of a power supply 0, which there is not
 
 } // namespace workbench
 #endif

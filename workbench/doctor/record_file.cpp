@@ -14,7 +14,6 @@ namespace {
 
 constexpr char kRecId[] = "sdrRecId", kPresence[] = "Presence";
 constexpr char kPsuPrefix[] = "PSU_";
-constexpr char kLeftOut[] = "left out";
 
 struct Device {
     std::string section;
@@ -84,7 +83,7 @@ bool IsLocatorOfDevice(const KeptRecord &record, const Device &device) {
            record.slot[FRU_SDR_ENTITY_INSTANCE] == device.index;
 }
 
-const KeptRecord *LocatorOf(const Examination &about, const Device &device) {
+const KeptRecord *LocatorOfDevice(const Examination &about, const Device &device) {
     const KeptRecord *found = nullptr; // the last one: the library knows of no earlier one
     for (const KeptRecord &record : about.repository)
         if (IsLocatorOfDevice(record, device))
@@ -107,7 +106,7 @@ void JudgeId(Examination &about, const Device &device) {
     const KeptRecord *const record = about.Find(static_cast<uint16_t>(device.id));
     const std::string number = std::to_string(device.index);
     const std::string mend =
-        LocatorOf(about, device) != nullptr ? "the id of the repository's locator" : "gone";
+        LocatorOfDevice(about, device) != nullptr ? "the id of the repository's locator" : "gone";
     if (record == nullptr)
         about.Add(kRecordFile, "stale", Place(device.section),
                   "record " + std::to_string(device.id) + " is not in the repository",
@@ -148,7 +147,7 @@ void JudgeUnrecorded(Examination &about, const std::vector<Device> &devices) {
         const bool recorded = entry != devices.end() && entry->id != 0;
         if (recorded && entry->id == record.id)
             continue;
-        const bool last = LocatorOf(about, {"", kPsuEntity, index}) == &record;
+        const bool last = LocatorOfDevice(about, {"", kPsuEntity, index}) == &record;
         about.Add(kRecordFile, "no-entry", Place(kPsuPrefix + std::to_string(index)),
                   Shown(record) + " of the repository is not recorded",
                   std::string("cannot remove it") +
@@ -171,7 +170,7 @@ void Mend(Examination &about, std::vector<Device> devices) {
     for (Device &device : devices) {
         const bool right = device.id != 0 && IsRight(about, device);
         if (about.has_repository && !right && (device.id != 0 || device.IsPsu() || device.broken)) {
-            const KeptRecord *const locator = LocatorOf(about, device);
+            const KeptRecord *const locator = LocatorOfDevice(about, device);
             device.id = locator == nullptr ? 0 : locator->id;
         }
         sections.push_back({device.section, 0, {{kRecId, device.id, 0}, {kPresence, device.id != 0, 0}}});

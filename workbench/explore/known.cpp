@@ -11,7 +11,7 @@
 namespace workbench {
 namespace {
 
-std::string Text(const toml::table &table, const char *key) {
+std::string TextIn(const toml::table &table, const char *key) {
     const auto value = table[key].value<std::string>();
     if (!value)
         throw SetError(std::string("explore/known_findings.toml: a finding lacks '") + key + "'");
@@ -24,7 +24,7 @@ std::vector<KnownStory> Read() {
     const toml::array *list = file["finding"].as_array();
     for (size_t i = 0; list != nullptr && i < list->size(); ++i) {
         const toml::table &table = *list->get(i)->as_table();
-        KnownStory known{Text(table, "rule"), Text(table, "subject"), Text(table, "reason"), {}};
+        KnownStory known{TextIn(table, "rule"), TextIn(table, "subject"), TextIn(table, "reason"), {}};
         const toml::array *story = table["story"].as_array();
         for (size_t n = 0; story != nullptr && n < story->size(); ++n)
             known.story.push_back(story->get(n)->value_or(std::string()));
