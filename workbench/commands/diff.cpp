@@ -228,12 +228,8 @@ std::string RenderJson(const Sides &s) {
 }
 
 Side LoadSide(const std::string &text, const DiffOptions &options) {
-    try {
-        SourceSet source = LoadSource(text, options.run, options.login);
-        return MakeSide(std::move(source.set), source.label);
-    } catch (const SetError &error) { // without a set there is nothing to compare
-        throw InputError(text + ": " + error.what());
-    }
+    SourceSet source = LoadSourceToCompare(text, options.run, options.login);
+    return MakeSide(std::move(source.set), source.label);
 }
 
 void Diff(const DiffOptions &options) {

@@ -51,7 +51,7 @@ Against::Against(const std::string &text, const std::vector<RunOptions> &runs, c
     const bool of_each_board = ProfileNamed(text) != nullptr;
     for (const RunOptions &run : runs)
         if (of_each_board || sources_.empty()) {
-            SourceSet source = LoadSource(text, run, login);
+            SourceSet source = LoadSourceToCompare(text, run, login);
             sources_.push_back(MakeSide(std::move(source.set), source.label));
         }
 }

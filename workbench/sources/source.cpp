@@ -221,4 +221,12 @@ SourceSet LoadSource(const std::string &text, const RunOptions &run, const Login
     return {std::move(set), label, {}};
 }
 
+SourceSet LoadSourceToCompare(const std::string &text, const RunOptions &run, const LoginOptions &login) {
+    try {
+        return LoadSource(text, run, login);
+    } catch (const SetError &error) {
+        throw InputError(text + ": " + error.what());
+    }
+}
+
 } // namespace workbench

@@ -33,6 +33,9 @@ struct SourceSet {
 // InputError for what is no source, and for a set that cannot be built or read; SetError for a BMC that does not answer.
 SourceSet LoadSource(const std::string &text, const RunOptions &run, const LoginOptions &login);
 
+// The same for a comparison: where there is no set there is nothing to compare, so that is an InputError too.
+SourceSet LoadSourceToCompare(const std::string &text, const RunOptions &run, const LoginOptions &login);
+
 // What a BMC holds; thresholds: those in force are asked for too, a command for each sensor.  SetError as above.
 SourceSet ReadBmc(const sim::Bmc &bmc, const std::string &label, bool thresholds);
 
