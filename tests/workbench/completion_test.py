@@ -58,6 +58,10 @@ class Tests(Workbench):
         self.assertEqual(self.bash("check", "--boards", "boa"), ["boards"])
         self.assertIn("README.md", self.bash("scenario", "READ"))
 
+    def test_bash_offers_files_and_profiles_as_sources(self):
+        self.assertEqual(self.bash("list", "--from", "READ"), ["README.md"])
+        self.assertEqual(self.bash("check", "--from", "kes"), ["kestrin"])
+
     def test_bash_offers_profiles_sensors_device_types_and_builders(self):
         self.assertEqual(self.bash("list", "-p", "de"), ["default"])
         self.assertEqual(self.bash("show", "-b", BASE, "CPU_VO"), ["CPU_VOLTS_00", "CPU_VOLTS_01"])

@@ -86,8 +86,8 @@ std::string Values(const OptionView &option, const GivenWords &given, const std:
     if (option.value == "DIR")
         return out + ":folders\n";
     const std::string &name = option.names.back();
-    const bool file =
-        option.value == "FILE" || name == "FILE" || name == "INPUT" || name == "A" || name == "B";
+    const bool file = option.value == "FILE" || option.value == "SOURCE" || name == "FILE" ||
+                      name == "INPUT" || name == "A" || name == "B";
     return file ? out + ":files\n" : out;
 }
 

@@ -12,7 +12,8 @@ void AddFromOption(Command &command, std::string &from) {
             "--from", from,
             "Another source than the board: a file of records ('ipmitool sdr dump', 'export', 'list --json'), "
             "bmc://HOST[:PORT], or PROFILE@BOARD")
-        .Takes("SOURCE");
+        .Takes("SOURCE")
+        .Completes(CompleteProfiles);
 }
 
 void AddSourceOptions(Command &command, SourceOptions &options, const std::string &more_of_profile) {
