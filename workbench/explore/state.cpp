@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/errors.h"
 #include "base/text.h"
 #include "doctor/doctor.h"
 #include "doctor/ini_file.h"
@@ -108,8 +109,9 @@ void AddIni(Digest &digest, const MachineFile &file, bool with_ids) {
 
 template <class T> void Drop(sim::LibraryMemory &memory, const T &variable) {
     const auto at = reinterpret_cast<const uint8_t *>(&variable) - memory.begin;
-    if (at >= 0 && static_cast<size_t>(at) + sizeof variable <= memory.bytes.size())
-        std::fill_n(memory.bytes.begin() + at, sizeof variable, 0);
+    if (at < 0 || static_cast<size_t>(at) + sizeof variable > memory.bytes.size())
+        throw SetError("the program has a copy of one of the library's variables: nothing resets it");
+    std::fill_n(memory.bytes.begin() + at, sizeof variable, 0);
 }
 
 // All that the library keeps, but for its scratch image, and with the disks in order.
