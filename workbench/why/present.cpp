@@ -6,8 +6,6 @@
 namespace workbench {
 namespace {
 
-constexpr uint64_t kOtherBytes = 0x0101010101010101u; // changes every byte of an answer by one bit
-
 std::vector<const Sensor *> SensorsOf(const Trial &trial, const Row &row) {
     std::vector<const Sensor *> all;
     for (const Sensor &sensor : trial.sensors)
@@ -28,19 +26,12 @@ const Sensor *SameIn(const Trial &other, const Row &row, const Trial &base, cons
     return nullptr;
 }
 
-// Answers worth trying: what the pass may compare with, one more, one less, nothing, and other bytes.
-std::vector<uint64_t> OtherValues(const sim::Event &event, const Row &row) {
-    const uint64_t value = ValueOf(event);
+// What the pass compares an answer with.
+std::vector<uint64_t> ComparedWith(const sim::Event &event, const Row &row) {
     std::vector<uint64_t> values;
     for (const oxa::Need &need : oxa::kNeeds)
         if (need.eGroup == row.group && event.function == need.pcCall && need.eWant == oxa::Want::kIsNot)
             values.insert(values.end(), need.awValues, need.awValues + need.ucValues);
-    if (!event.text.empty())
-        return {event.text[0] == 'Z' ? uint64_t{'Y'} : uint64_t{'Z'}};
-    if (value > 1)
-        values.push_back(value - 1);
-    values.insert(values.end(), {0, value + 1, value ^ kOtherBytes});
-    values.erase(std::remove(values.begin(), values.end(), value), values.end());
     return values;
 }
 
@@ -53,19 +44,9 @@ void Compare(const Sensor &before, const Sensor &after, Asked &asked) {
             asked.entry_bytes.insert(at);
 }
 
-bool HasValue(const sim::Event &event) {
-    return !event.failed && (event.output || !event.text.empty() || !Failing(event));
-}
-
 Asked Try(const Trials &trials, const sim::Event &event, const Row &row, const Sensor &sensor) {
     Asked asked{event, false, trials.PlaceOf(event), {}, {}, {}};
-    std::vector<std::pair<std::string, sim::Fault>> others;
-    for (const uint64_t value : HasValue(event) ? OtherValues(event, row) : std::vector<uint64_t>{})
-        if (const auto rule = Answering(event, value))
-            others.emplace_back(event.text.empty() ? ValueText(event, value) : "another text", *rule);
-    if (const auto rule = Failing(event); rule && !event.failed)
-        others.emplace_back("fails", *rule);
-    for (const auto &[words, rule] : others) {
+    for (const auto &[words, rule] : OtherAnswers(event, ComparedWith(event, row))) {
         const Trial &other = trials.With({rule});
         const Sensor *same = SameIn(other, row, trials.AsItIs(), sensor);
         if (same != nullptr)

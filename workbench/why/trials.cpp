@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "why/trials.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "base/text.h"
@@ -38,6 +39,23 @@ std::string Describe(const sim::Fault &fault) {
     const auto number = [](const auto &value) { return value ? std::to_string(*value) : "-"; };
     return fault.call + " " + number(fault.result) + " " + number(fault.output) +
            (fault.succeed ? " succeeds" : " fails");
+}
+
+constexpr uint64_t kOtherBytes = 0x0101010101010101u; // changes every byte of an answer by one bit
+
+std::vector<uint64_t> OtherValues(const sim::Event &event, std::vector<uint64_t> values) {
+    const uint64_t value = ValueOf(event);
+    if (!event.text.empty())
+        return {event.text[0] == 'Z' ? uint64_t{'Y'} : uint64_t{'Z'}};
+    if (value > 1)
+        values.push_back(value - 1);
+    values.insert(values.end(), {0, value + 1, value ^ kOtherBytes});
+    values.erase(std::remove(values.begin(), values.end(), value), values.end());
+    return values;
+}
+
+bool HasValue(const sim::Event &event) {
+    return !event.failed && (event.output || !event.text.empty() || !Failing(event));
 }
 
 std::string KeyText(const sim::AnswerPlace &place) { // "[psus] count"
@@ -93,13 +111,17 @@ Trial Trials::Run(const std::vector<sim::Fault> &answers, std::optional<size_t> 
 }
 
 std::string Trials::PlaceOf(const sim::Event &event) const {
+    return workbench::PlaceOf(path_, *lines_, event);
+}
+
+std::string PlaceOf(const std::string &path, const sim::BoardLines &lines, const sim::Event &event) {
     if (event.rule)
-        return path_ + ":" + std::to_string(lines_->FaultLine(*event.rule)) + ": [[fault]]";
-    const sim::AnswerPlace place = lines_->Of(event.function, event.args);
+        return path + ":" + std::to_string(lines.FaultLine(*event.rule)) + ": [[fault]]";
+    const sim::AnswerPlace place = lines.Of(event.function, event.args);
     if (place.key.empty())
         return "";
     return place.line == 0 ? "default of " + KeyText(place)
-                           : path_ + ":" + std::to_string(place.line) + ": " + KeyText(place);
+                           : path + ":" + std::to_string(place.line) + ": " + KeyText(place);
 }
 
 uint64_t ValueOf(const sim::Event &event) {
@@ -165,6 +187,17 @@ std::optional<sim::Fault> Failing(const sim::Event &event) {
     if (!event.args.empty())
         fault.args = event.args;
     return fault;
+}
+
+std::vector<OtherAnswer> OtherAnswers(const sim::Event &event, std::vector<uint64_t> also) {
+    std::vector<OtherAnswer> out;
+    for (const uint64_t value :
+         HasValue(event) ? OtherValues(event, std::move(also)) : std::vector<uint64_t>{})
+        if (const auto rule = Answering(event, value))
+            out.push_back({event.text.empty() ? ValueText(event, value) : "another text", *rule});
+    if (const auto rule = Failing(event); rule && !event.failed)
+        out.push_back({"fails", *rule});
+    return out;
 }
 
 } // namespace workbench

@@ -56,6 +56,9 @@ private:
     mutable std::map<std::string, Trial> tried_; // those that many sensors have in common
 };
 
+// As Trials::PlaceOf, for the board of that file.
+std::string PlaceOf(const std::string &path, const sim::BoardLines &lines, const sim::Event &event);
+
 // What the call handed out: its output, else its result.
 uint64_t ValueOf(const sim::Event &event);
 std::string ValueText(const sim::Event &event);
@@ -65,6 +68,13 @@ std::string CallText(const sim::Event &event);                  // "HAL_GetCpuOn
 // Rules that make this call, with these arguments, answer otherwise; nothing where it obeys none.
 std::optional<sim::Fault> Answering(const sim::Event &event, uint64_t value);
 std::optional<sim::Fault> Failing(const sim::Event &event);
+
+// Answers worth trying, in words, with the rule that gives them: `also`, one less, nothing, one more, other bytes, a failure.
+struct OtherAnswer {
+    std::string words;
+    sim::Fault rule;
+};
+std::vector<OtherAnswer> OtherAnswers(const sim::Event &event, std::vector<uint64_t> also = {});
 
 } // namespace workbench
 #endif
