@@ -27,7 +27,7 @@ WORKBENCH_MAY_KNOW = {
     "checks": ("base", "sets"),
     "serve": ("base", "sets"),
     "events": ("base", "sets"),
-    "why": ("base", "sets"),
+    "why": ("base", "sets", "runtime"),
     "compare": ("base", "sets", "explain"),
     "runtime": ("base", "sets", "events"),
     "sources": ("base", "sets", "runtime"),

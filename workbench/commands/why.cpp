@@ -8,6 +8,7 @@
 #include "base/table.h"
 #include "base/text.h"
 #include "commands/commands.h"
+#include "commands/why_text.h"
 #include "explain/explain.h"
 #include "sets/decode.h"
 #include "sets/run_options.h"
@@ -17,15 +18,7 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kReasonWidth = 96;
 constexpr size_t kMostNames = 8;
-
-struct WhyOptions {
-    RunOptions run;
-    std::vector<std::string> names;
-    bool dropped = false;
-    bool json = false;
-};
 
 // What is to be told about one profile.
 struct WhyAnswers {
@@ -127,52 +120,13 @@ WhyAnswers Ask(const WhyOptions &options, const Profile &profile) {
 
 // ---- bytes by their fields --------------------------------------------------------------------------------------
 
-struct NamedByte {
-    unsigned offset;
-    unsigned size;
-    std::string field;
-};
-
-std::vector<NamedByte> Named(const std::set<unsigned> &bytes, const std::vector<Field> &fields) {
-    std::vector<NamedByte> out;
-    for (const Field &field : fields)
-        if (std::any_of(bytes.begin(), bytes.end(), [&field](unsigned at) {
-                return at >= field.offset && at < field.offset + field.size;
-            }))
-            out.push_back({field.offset, field.size, field.name});
-    return out;
-}
-
-std::vector<NamedByte> RecordFields(const Present &present, const Asked &asked) {
-    std::vector<NamedByte> out =
-        Named(asked.record_bytes, ExplainRecord(present.sensor, Decoder().Decode(present.sensor)));
-    std::erase_if(out, [](const NamedByte &byte) { return byte.field == "unused"; });
-    return out;
-}
-
-std::string ByteText(const NamedByte &byte) {
-    const std::string last = byte.size > 1 ? "-" + std::to_string(byte.offset + byte.size - 1) : "";
-    return std::to_string(byte.offset) + last + " " + byte.field;
-}
-
-std::string SetsText(const Present &present, const Asked &asked) {
-    std::vector<std::string> words;
-    for (const NamedByte &byte : RecordFields(present, asked))
-        words.push_back("record " + ByteText(byte));
-    for (const NamedByte &byte : Named(asked.entry_bytes, ExplainEntry(present.sensor)))
-        words.push_back("entry " + ByteText(byte));
-    return Join(words, ", ");
+NamedBytes FieldsOf(const Present &present, const Asked &asked) {
+    return Named(asked.record_bytes, asked.entry_bytes,
+                 ExplainRecord(present.sensor, Decoder().Decode(present.sensor)),
+                 ExplainEntry(present.sensor));
 }
 
 // ---- text -------------------------------------------------------------------------------------------------------
-
-std::string WordLine(const std::string &word, const std::string &text) {
-    std::string out;
-    for (const std::string &part : Wrap(text, kReasonWidth))
-        out += (out.empty() ? "  " + word + std::string(8 - word.size(), ' ') : std::string(10, ' ')) + part +
-               "\n";
-    return text.empty() ? "" : out;
-}
 
 std::string RowText(const Row &row, const Profile &profile) {
     return WordLine("row", RowPlace(row) + ", row " + std::to_string(row.place) + " of " +
@@ -182,32 +136,12 @@ std::string RowText(const Row &row, const Profile &profile) {
            WordLine("logs as", row.function.empty() ? "the driver" : row.function);
 }
 
-std::string OrText(const std::vector<std::string> &parts) {
-    if (parts.size() < 2)
-        return Join(parts, "");
-    return Join({parts.begin(), parts.end() - 1}, ", ") + " or " + parts.back();
-}
-
-std::string GoneText(const std::vector<std::string> &when) {
-    std::vector<std::string> values;
-    for (const std::string &word : when)
-        values.push_back(word == "fails" ? word : "answers " + word);
-    return OrText(values);
-}
-
-std::string AskedText(const Asked &asked, const std::string &sets) {
-    std::string out = WordLine("asked", CallText(asked.event) + " = " + ValueText(asked.event));
-    out += WordLine("  from", asked.from);
-    out += WordLine("  sets", sets);
-    return out + WordLine("  gone", asked.gone_when.empty() ? "" : "when it " + GoneText(asked.gone_when));
-}
-
 std::string RenderPresent(const WhyAnswers &answers, const Present &present, bool colour) {
     std::string out = Paint(NameOf(present.sensor), Style::kBold, colour) + ": in the set of " +
                       answers.profile->name + ", sensor " + std::to_string(present.sensor.ordinal) + " of " +
                       std::to_string(answers.sensors) + "\n" + RowText(*present.row, *answers.profile);
     for (const Asked &asked : present.asked)
-        out += AskedText(asked, SetsText(present, asked));
+        out += AskedText(asked, SetsText(FieldsOf(present, asked)));
     return out + (present.asked.empty() ? WordLine("asked", "nothing: every board has it") : "");
 }
 
@@ -266,13 +200,6 @@ std::string RenderDropped(const WhyAnswers &answers, const std::string &board, b
 
 // ---- JSON -------------------------------------------------------------------------------------------------------
 
-Json BytesJson(const std::vector<NamedByte> &bytes) {
-    Json out = Json::array();
-    for (const NamedByte &byte : bytes)
-        out.push_back({{"offset", byte.offset}, {"size", byte.size}, {"field", byte.field}});
-    return out;
-}
-
 Json PresentJson(const Present &present) {
     Json out{{"name", NameOf(present.sensor)},
              {"in_set", true},
@@ -282,8 +209,9 @@ Json PresentJson(const Present &present) {
     for (const Asked &asked : present.asked) {
         Json one = AskedJson(asked);
         one["of_group"] = asked.of_group;
-        one["record_bytes"] = BytesJson(RecordFields(present, asked));
-        one["entry_bytes"] = BytesJson(Named(asked.entry_bytes, ExplainEntry(present.sensor)));
+        const NamedBytes bytes = FieldsOf(present, asked);
+        one["record_bytes"] = BytesJson(bytes.record);
+        one["entry_bytes"] = BytesJson(bytes.entry);
         one["gone_when"] = asked.gone_when;
         out["asked"].push_back(std::move(one));
     }
@@ -323,8 +251,8 @@ Json AnswersJson(const WhyAnswers &answers) {
 // ---- the command ------------------------------------------------------------------------------------------------
 
 void CheckWhyOptions(const WhyOptions &options) {
-    if (options.dropped != options.names.empty())
-        throw InputError("why: give one or more names, or --dropped");
+    if (options.dropped + !options.names.empty() + !options.description.empty() != 1)
+        throw InputError("why: give one or more names, or --dropped, or --description");
 }
 
 std::string Render(const WhyOptions &options, const std::vector<WhyAnswers> &all) {
@@ -339,6 +267,8 @@ std::string Render(const WhyOptions &options, const std::vector<WhyAnswers> &all
 
 void Why(const WhyOptions &options) {
     CheckWhyOptions(options);
+    if (!options.description.empty())
+        return WhyDescription(options);
     const std::vector<const Profile *> profiles =
         options.run.profile == "all"
             ? ProfilesWithDriver()
@@ -375,10 +305,14 @@ void AddWhyCommand(Command &program) {
         .Completes(CompleteSensors);
     command.AddFlag("--dropped", options->dropped,
                     "Every row of the profile that gave no sensor, with the reason");
+    command
+        .AddOption("--description", options->description,
+                   "A sensor that comes at run time, as add takes it, instead of names")
+        .Takes("FILE");
     command.AddFlag("--json", options->json, "JSON");
     command.Footer(
-        "Exit status: 0 all of them are in the set, or --dropped; 1 one is not; 2 wrong input, among it a\n"
-        "name that no profile has.");
+        "Exit status: 0 all of them are in the set (or added), or --dropped; 1 one is not; 2 wrong input, among\n"
+        "it a name that no profile has.");
     command.Example("oxa-sensors why --board boards/two_socket_2u.toml FAN_STATUS_03");
     command.Runs([options] { Why(*options); });
 }

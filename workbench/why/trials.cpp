@@ -14,14 +14,6 @@ namespace {
 constexpr size_t kCapacity = 24576;           // as in static_set.cpp: no board reaches this
 constexpr uint16_t kCountNotWritten = 0xFFFF; // no set has this many sensors
 
-void KeepFilesInMemoryOnce() {
-    static const bool done = [] {
-        sim::KeepFilesInMemory();
-        return true;
-    }();
-    (void)done;
-}
-
 Sensor SensorAt(const sim::StaticArrays &arrays, unsigned at) {
     Sensor sensor;
     sensor.ordinal = at + 1;
@@ -68,7 +60,7 @@ Trials::Trials(const RunOptions &options)
     : path_(options.board), profile_(FindProfile(SettledProfile(options.profile, options.board))),
       board_(BoardOf(options.board).board), faults_(BoardOf(options.board).faults),
       lines_(BoardOf(options.board).lines) {
-    KeepFilesInMemoryOnce();
+    sim::KeepFilesInMemory();
     board_.custom_id = profile_.id; // the machine belongs to the customer whose driver runs
     as_it_is_ = Run({}, std::nullopt, true);
 }
