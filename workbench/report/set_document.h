@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/json.h"
-#include "sets/static_set.h"
+#include "sets/decode.h"
 
 namespace workbench {
 
