@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
 #
 # What other programs get, three ways: installed, from this build folder, and by add_subdirectory (the same target names).
-# Components: runtime (the shared object), dev (headers, packages for CMake and pkg-config), tools (simulated platform,
-# workbench, boards).
+# Components: runtime (the shared object), dev (headers, packages for CMake and pkg-config), capture (the recorder), tools
+# (simulated platform, workbench, boards).
 include(CMakePackageConfigHelpers)
 
 set(package oxaspecificsensorinfo)
@@ -64,6 +64,11 @@ install(FILES
   ${PROJECT_BINARY_DIR}/${package}-config.cmake ${PROJECT_BINARY_DIR}/${package}-config-version.cmake
   DESTINATION ${oxa_cmake_dir} COMPONENT dev)
 oxa_install_pkgconfig(${package} dev)
+
+# ---- capture: the recorder, for a BMC or a desk
+if(TARGET oxacapture)
+  install(TARGETS oxacapture LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT capture)
+endif()
 
 # ---- tools
 if(TARGET oxasimulator)

@@ -23,6 +23,9 @@ class Components(unittest.TestCase):
         found = {name for name in self.files("dev") if name.startswith("include/")}
         self.assertEqual(found, wanted - {"include/oxa/simulator.h"})
 
+    def test_capture_is_the_recorder_and_nothing_else(self):
+        self.assertEqual(self.files("capture"), {f"{LIBDIR}/liboxacapture.so"})
+
     def test_dev_and_tools_have_no_file_twice(self):
         self.assertEqual(self.files("dev") & self.files("tools"), set())
 

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// A firmware for the recorder: the simulated platform is a shared object here, as the functions of a BMC are, so that
+// liboxacapture.so can stand before it.
+//   firmware passes BOARD PROFILE...    a static pass of each
+//   firmware day BOARD                  thresholds, sensors that come and go, events
+//   firmware threads BOARD              four threads that write events and look sensors up
+//   firmware loop BOARD PROFILE         passes until it is killed
+//   firmware time BOARD PROFILE TIMES   nanoseconds of the fastest pass
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <pthread.h>
+
+#include "oxa/exports.h"
+#include "oxa/simulator.h"
+
+namespace {
+
+[[noreturn]] void End(const char *why) {
+    std::fprintf(stderr, "firmware: %s\n", why);
+    std::exit(2);
+}
+
+// A pass without a count is an answer too.
+void Pass(OxaSimulator *simulator, const char *profile) {
+    if (oxa_simulator_run(simulator, profile) != 0)
+        std::printf("%s: %s\n", profile, oxa_simulator_error());
+    else
+        std::printf("%s: %zu sensors\n", profile, oxa_simulator_count(simulator));
+}
+
+SpecificSensorParam Description(uint32_t kind, uint8_t device, uint8_t slot) {
+    SpecificSensorParam param{};
+    param.dwSensorDevType = kind;
+    param.ucDeviceType = device;
+    param.SlotId = slot;
+    param.wBitmap = 0x0018;
+    param.ucUNR = 110;
+    param.ucUC = 100;
+    param.ucUNC = 90;
+    return param;
+}
+
+// Every row of the table of generators with a few device types, twice, so that the second time finds what it wrote.
+void ComeAndGo() {
+    constexpr uint8_t kDevices[] = {1, 9, 59};
+    for (int again = 0; again < 2; ++again)
+        for (uint32_t row = 0; row < g_dwAddSDRHndlrCnt; ++row)
+            for (const uint8_t device : kDevices) {
+                SpecificSensorParam param = Description(g_atAddSDRHndlrTab[row].dwSensorDevType, device, 3);
+                const uint32_t result = SDR_AddSpecificSensor(&param);
+                std::printf("add %u %u: %u\n", row, device, result);
+            }
+    SpecificSensorParam supply = Description(0xFF0A, 1, 1);
+    std::printf("delete: %d\n", SDR_DeleteSpecificSDR(&supply));
+    const uint8_t status[20] = {1, 2, 3};
+    std::printf("sub card: %u\n", SendSubCardStatusToFRU(status));
+}
+
+void WriteStore() {
+    uint8_t slots[3 * SDR_SLOT_SIZE] = {};
+    for (size_t at = 0; at < sizeof slots; ++at)
+        slots[at] = static_cast<uint8_t>(at * 7);
+    std::printf("store: %d\n", writeExtSDRFile(slots, sizeof slots));
+    uint8_t back[EXT_SLOT_MAX * SDR_SLOT_SIZE];
+    std::printf("store: %d\n", readExtSDRFile(back, sizeof back));
+    std::printf("entries: %u\n", getExtDevTabCount());
+}
+
+void WriteEvents() {
+    const LeakageInfo leak{0, 1};
+    const uint8_t record[16] = {0, 0, 2, 0, 0, 0, 0, 0x20, 0, 4, 1, 7, 1, 0x50};
+    std::printf("events: %u %u %u %u %u %u\n", addPOSTErrorSel(), addMemPredictiveFault(1, 1),
+                addCPUError(0, 1, 2, 3, 1), addDiskSEL(4, 2, 1, 0), addLeakageSel(1, &leak),
+                ipmi_add_sel_entry(record));
+    std::printf("power: %u\n", addPowerDropSEL(1, 0, 3, 0));
+}
+
+void Day() {
+    InitSdrThresholdInfoFromFile(0);
+    const uint8_t limits[8] = {120, 110, 100, 1, 2, 3, 0, 0};
+    SaveSdrThresholdInfoInFile("NIC_TEMP_03", limits, 0x3F);
+    ComeAndGo();
+    WriteStore();
+    WriteEvents();
+    std::printf("ids: %u %u\n", GetSdrFruIdOffset(), GetNoUsedFruIdForPurchaseCard());
+    std::printf("registry: %u %d\n", isHasRegister(2, 1), isNeedRegisterHddSdr());
+    SDR_AddSpecificSensor(nullptr);
+    OXA_AddDefaultStaticSensor(nullptr, nullptr, nullptr);
+}
+
+void *WriteMany(void *) {
+    for (int i = 0; i < 50; ++i) {
+        addPOSTErrorSel();
+        SnrQuery query{};
+        query.dwSensorDevType = g_atAddSDRHndlrTab[0].dwSensorDevType;
+        query.ucDeviceType = 1;
+        getSensorInfo(&query, 3, 0);
+    }
+    return nullptr;
+}
+
+void Threads() {
+    pthread_t threads[4];
+    for (pthread_t &thread : threads)
+        if (pthread_create(&thread, nullptr, WriteMany, nullptr) != 0)
+            End("no thread");
+    for (const pthread_t &thread : threads)
+        pthread_join(thread, nullptr);
+}
+
+double Now() {
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
+}
+
+void Time(OxaSimulator *simulator, const char *profile, int times) {
+    double least = 1e18;
+    for (int i = 0; i < times; ++i) {
+        const double before = Now();
+        if (oxa_simulator_run(simulator, profile) != 0)
+            End(oxa_simulator_error());
+        const double took = Now() - before;
+        least = took < least ? took : least;
+    }
+    std::printf("%.0f\n", least);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    if (argc < 3)
+        End("what, and which board?");
+    const char *what = argv[1];
+    OxaSimulator *simulator = oxa_simulator_open(argv[2]);
+    if (simulator == nullptr)
+        End(oxa_simulator_error());
+    if (std::strcmp(what, "passes") == 0)
+        for (int i = 3; i < argc; ++i)
+            Pass(simulator, argv[i]);
+    else if (std::strcmp(what, "day") == 0)
+        Day();
+    else if (std::strcmp(what, "threads") == 0)
+        Threads();
+    else if (std::strcmp(what, "time") == 0 && argc == 5)
+        Time(simulator, argv[3], std::atoi(argv[4]));
+    else if (std::strcmp(what, "loop") == 0 && argc == 4)
+        for (;;)
+            oxa_simulator_run(simulator, argv[3]);
+    else
+        End("what?");
+    oxa_simulator_close(simulator);
+}
