@@ -44,6 +44,8 @@ void AddCommands(Command &program) {
     AddThresholdsCommand(program);
     AddSchemaCommand(program);
     AddSheetCommand(program);
+    AddReplayCommand(program);
+    AddBoardFromCommand(program);
 }
 
 // Whether the line asks for JSON, also when the rest of it cannot be understood.

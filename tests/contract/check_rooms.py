@@ -22,7 +22,8 @@ MAY_KNOW = {
 # The same for the workbench; its main.cpp knows base and commands.
 WORKBENCH_MAY_KNOW = {
     "base": (),
-    "sets": ("base",),
+    "replay": ("base",),
+    "sets": ("base", "replay"),
     "explain": ("base", "sets"),
     "checks": ("base", "sets"),
     "serve": ("base", "sets"),
@@ -30,7 +31,7 @@ WORKBENCH_MAY_KNOW = {
     "why": ("base", "sets", "runtime"),
     "compare": ("base", "sets", "explain"),
     "runtime": ("base", "sets", "events"),
-    "sources": ("base", "sets", "runtime"),
+    "sources": ("base", "replay", "sets", "runtime"),
     "lock": ("base", "sets", "runtime"),
     "fleet": ("base", "sets", "runtime", "sources", "lock"),
     "scenario": ("base", "events", "runtime"),
@@ -40,7 +41,7 @@ WORKBENCH_MAY_KNOW = {
     "doctor": ("base", "sets", "runtime", "thresholds"),
     "explore": ("base", "sets", "events", "runtime", "scenario", "thresholds", "doctor"),
     "commands": ("base", "sets", "explain", "checks", "serve", "events", "compare", "runtime", "lock", "fleet",
-                 "scenario", "report", "sheet", "sources", "thresholds", "doctor", "explore", "why"),
+                 "scenario", "replay", "report", "sheet", "sources", "thresholds", "doctor", "explore", "why"),
     "main.cpp": ("base", "commands"),
 }
 PUBLIC = {"oxa/store.h": "store", "oxa/thresholds.h": "thresholds", "oxa/events.h": "events",
@@ -48,8 +49,8 @@ PUBLIC = {"oxa/store.h": "store", "oxa/thresholds.h": "thresholds", "oxa/events.
 # OXA_CheckifAddCpuSensorByIndex and SDR_GetSepcificFruSDRRecID are declared beside the store.
 CATALOGUES = re.compile(r"library/\w+/(\w+_)?catalogue\.h$|library/record/(leakage_key|traits)\.h$|.*\.def$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.M)
-OTHERS = ("simulator", "workbench", "bench", "fuzz")
-OUTSIDE_THE_WORKBENCH = ("oxa", "library", "simulator")
+OTHERS = ("simulator", "workbench", "bench", "fuzz", "capture")
+OUTSIDE_THE_WORKBENCH = ("oxa", "library", "simulator", "capture")
 HOUSE = ("include", "library", *OTHERS, "tests")
 # Read by programs outside the tree, and by CMake.
 READ_ELSEWHERE = re.compile(r"include/oxa/(exports|platform)\.h$|tests/support/precompiled\.h$")

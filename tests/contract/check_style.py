@@ -9,7 +9,7 @@ from concurrent.futures import ThreadPoolExecutor
 
 from common import fault, finish
 
-FORMATTED = ("library", "simulator", "workbench", "tests", "bench", "fuzz")
+FORMATTED = ("library", "capture", "simulator", "workbench", "tests", "bench", "fuzz")
 LIBRARY = ("library",)
 
 

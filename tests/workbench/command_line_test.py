@@ -83,7 +83,7 @@ class Tests(Workbench):
         self.assertIn(" with changes", self.commit_header(tree)[0])
 
     def test_the_example_of_every_help_works(self):
-        for name in ("boards", "scenarios", "library"):
+        for name in ("boards", "scenarios", "library", "tests"):
             os.symlink(os.path.join(SOURCE, name), self.path(name))
         os.symlink(SENSORS, self.path("oxa-sensors"))
         environment = dict(os.environ, PATH=self.folder.name + os.pathsep + os.environ["PATH"])

@@ -10,7 +10,7 @@ from support import SENSORS, Workbench, main
 
 COMMANDS = ["list", "show", "export", "diff", "check", "event", "decode-sel", "serve", "add", "remove", "scenario",
             "thresholds show", "thresholds set", "thresholds preflight", "schema", "why",
-            "report", "explore", "doctor"]
+            "report", "explore", "doctor", "replay", "board-from"]
 
 
 class Tests(Workbench):

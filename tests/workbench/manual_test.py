@@ -6,12 +6,14 @@ import subprocess
 
 from support import SENSORS, SOURCE, Workbench, main
 
-MANUAL = os.path.join(SOURCE, "docs", "workbench.md")
+PAGES = ("workbench.md", "capture.md")
 
 
 def examples():
-    with open(MANUAL, encoding="utf-8") as file:
-        blocks = re.findall(r"^```console\n(.*?)^```", file.read(), re.M | re.S)
+    blocks = []
+    for page in PAGES:
+        with open(os.path.join(SOURCE, "docs", page), encoding="utf-8") as file:
+            blocks += re.findall(r"^```console\n(.*?)^```", file.read(), re.M | re.S)
     for block in blocks:
         for part in re.split(r"^\$ ", block, flags=re.M)[1:]:
             command, _, printed = part.partition("\n")

@@ -27,6 +27,8 @@ void AddScenarioCommand(Command &program);
 void AddExploreCommand(Command &program);
 void AddWhyCommand(Command &program);
 void AddSchemaCommand(Command &program);
+void AddReplayCommand(Command &program);
+void AddBoardFromCommand(Command &program);
 void AddSheetCommand(Command &program);      // sheet export, check, rows, image
 void AddThresholdsCommand(Command &program); // thresholds show, set, preflight
 

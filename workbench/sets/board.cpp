@@ -6,8 +6,16 @@
 
 #include "base/errors.h"
 #include "base/notes.h"
+#include "replay/captured_board.h"
 
 namespace workbench {
+namespace {
+
+sim::BoardFile Load(const std::string &path) {
+    return NamesCapture(path) ? CapturedBoard(path) : sim::LoadBoard(path);
+}
+
+} // namespace
 
 const sim::BoardFile &BoardOf(const std::string &path) {
     static std::map<std::string, sim::BoardFile> boards;
@@ -15,7 +23,7 @@ const sim::BoardFile &BoardOf(const std::string &path) {
     if (known != boards.end())
         return known->second;
     try {
-        const sim::BoardFile &read = boards.emplace(path, sim::LoadBoard(path)).first->second;
+        const sim::BoardFile &read = boards.emplace(path, Load(path)).first->second;
         for (const sim::Mistake &note : read.notes)
             TellNote(note.Text());
         return read;

@@ -10,7 +10,7 @@
 
 namespace workbench {
 
-// Read when it is asked for first, then kept: a pipe gives its board once, and commands that need several sets ask for
+// "capture:FILE" is the machine on which it was recorded.  Read when it is asked for first, then kept: a pipe gives its board once, and commands that need several sets ask for
 // it again.  InputError with a line for each mistake.
 const sim::BoardFile &BoardOf(const std::string &path);
 

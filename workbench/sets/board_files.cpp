@@ -5,10 +5,13 @@
 #include <filesystem>
 
 #include "base/errors.h"
+#include "replay/captured_board.h"
 
 namespace workbench {
 
 std::vector<std::string> BoardFilesOf(const std::string &folder) {
+    if (NamesCapture(folder)) // one machine
+        return {folder};
     std::vector<std::string> out;
     std::error_code error;
     for (const auto &file : std::filesystem::directory_iterator(folder, error))

@@ -9,7 +9,7 @@
 
 namespace workbench {
 
-// Every *.toml of it, sorted; InputError for a folder that cannot be read or has none.
+// Every *.toml of it, sorted, or the one capture that it names; InputError for a folder that cannot be read or has none.
 std::vector<std::string> BoardFilesOf(const std::string &folder);
 
 } // namespace workbench

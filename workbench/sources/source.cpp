@@ -14,6 +14,7 @@
 #include "base/input.h"
 #include "base/json.h"
 #include "base/text.h"
+#include "replay/captured_board.h"
 #include "runtime/bmc.h"
 #include "sets/aside.h"
 #include "sets/decode.h"
@@ -212,11 +213,13 @@ SourceSet ReadBmc(const sim::Bmc &bmc, const std::string &label, bool thresholds
 SourceSet LoadSource(const std::string &text, const RunOptions &run, const LoginOptions &login) {
     if (text.starts_with(kScheme))
         return ReadBmc(BmcAt(text.substr(kScheme.size()), login, text), text, true);
-    const size_t at = text.find('@');
-    const std::string profile = text.substr(0, at);
+    const bool capture = NamesCapture(text); // its profile is its own
+    const size_t at = capture ? std::string::npos : text.find('@');
+    const std::string profile = capture ? SettledProfile("", text) : text.substr(0, at);
     if (ProfileNamed(profile) == nullptr && (at == std::string::npos || access(text.c_str(), F_OK) == 0))
         return {FromFile(text), text, {}};
-    StaticSet set = FromBoard(profile, at == std::string::npos ? run.board : text.substr(at + 1), run);
+    const std::string board = at == std::string::npos ? run.board : text.substr(at + 1);
+    StaticSet set = FromBoard(profile, capture ? text : board, run);
     const std::string label = std::string(set.profile->name) + "@" + set.board;
     return {std::move(set), label, {}};
 }

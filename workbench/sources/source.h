@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Where sets come from: a profile on a board, a file of records, or a BMC on the network.  Every command that takes a
+// Where sets come from: a profile on a board, a capture, a file of records, or a BMC on the network.  Every command that takes a
 // source takes all of them.
 #ifndef OXA_WORKBENCH_SOURCES_SOURCE_H
 #define OXA_WORKBENCH_SOURCES_SOURCE_H
@@ -14,8 +14,8 @@
 namespace workbench {
 
 constexpr char kSourceHelp[] =
-    "PROFILE (on --board), PROFILE@BOARD, a file of 'ipmitool sdr dump', 'oxa-sensors export' or 'list --json', or\n"
-    "bmc://HOST[:PORT], which is asked for the thresholds in force too.\n";
+    "PROFILE (on --board), PROFILE@BOARD, capture:FILE (what liboxacapture.so wrote), a file of 'ipmitool sdr dump',\n"
+    "'oxa-sensors export' or 'list --json', or bmc://HOST[:PORT], which is asked for the thresholds in force too.\n";
 
 // How often a repository changed last, of a BMC: what caches of it remember.
 struct RepositoryStamps {
