@@ -136,6 +136,18 @@ class Empty(Source):
     def test_an_empty_repository_is_an_empty_set(self):
         self.assertEqual(self.json("list", "--from", self.bmc_url())["count"], 0)
 
+    def test_doctor_holds_the_files_of_a_machine_against_its_bmc(self):
+        root = self.path("root")
+        added = ("add", "--board", BASE, "--root", root, "--bmc", self.bmc.address, "--class")
+        for slot in "12":
+            self.oxa(*added, "temperature", "--device-type", "gpu", "--uc", "90", "--slot", slot)
+        self.oxa(*added, "psu-fru", "--slot", "1")
+        doctor = ("doctor", "--root", root, "--repository", self.bmc_url())
+        self.assertEqual(self.json(*doctor)["findings"], [])
+        os.truncate(os.path.join(root, "var/tmp/extSDR.dat"), 64)  # one of two slots
+        told = [(f["rule"], f["file"]) for f in self.json(*doctor, code=1)["findings"]]
+        self.assertEqual(told, [("no-entry", "var/tmp/extSDR.dat"), ("orphaned", "var/tmp/extDevTab.dat")])
+
 
 if __name__ == "__main__":
     main()

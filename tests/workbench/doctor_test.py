@@ -255,6 +255,21 @@ class Tests(Workbench):
         self.assertEqual(self.found(), [])
         self.assertIn("no repository.sdr", self.out("doctor", "--root", self.root))
 
+    def test_a_repository_from_elsewhere(self):
+        other = self.path("other.sdr")
+        os.rename(os.path.join(self.root, REPOSITORY), other)
+        self.assertEqual(self.found("--repository", other), [])
+        with open(other, "r+b") as file:
+            file.truncate(2 * 59)  # two GPUs
+        report = self.report("--repository", other, "--repair", self.path("new"))
+        self.assertIn(("orphaned", STORE, "slot 3"), [(f["rule"], f["file"], f["place"]) for f in report["findings"]])
+        self.assertEqual(report["files"][5]["file"], other)
+        self.assertEqual(self.read(REPOSITORY, self.path("new")), self.read(other))
+        self.assertEqual(len(self.read(STORE, self.path("new"))), 2 * 64)
+        self.assertIn("no file that can be read, nor bmc://HOST",
+                      self.refused(2, "doctor", "--root", self.root, "--repository", "/nowhere"))
+        self.assertIn("no host", self.refused(2, "doctor", "--root", self.root, "--repository", "bmc://"))
+
     def test_what_is_no_machine_is_refused(self):
         self.assertIn("No such file or directory", self.refused(2, "doctor", "--root", self.path("nowhere")))
         os.mkdir(self.path("empty"))

@@ -4,15 +4,22 @@
 #include "doctor/doctor.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <memory>
+#include <string_view>
 
 #include "base/errors.h"
+#include "base/input.h"
 #include "base/json.h"
 #include "base/output.h"
 #include "base/table.h"
 #include "base/text.h"
 #include "commands/commands.h"
+#include "runtime/bmc.h"
+#include "runtime/bmc_options.h"
 #include "runtime/platform.h"
+#include "runtime/records.h"
 #include "sets/run_options.h"
 #include "sets/set_json.h"
 #include "sets/static_set.h"
@@ -24,7 +31,8 @@ namespace {
 constexpr size_t kFindingWidth = 100;
 
 struct DoctorOptions {
-    std::string root, repair;
+    std::string root, repair, repository;
+    LoginOptions login;
     std::string board, profile;
     bool json = false;
 };
@@ -50,8 +58,33 @@ void AddStaticSet(const DoctorOptions &options, Patient &patient) {
     }
 }
 
+// A file of records, or what a BMC holds, in place of repository.sdr.
+void TakeRepository(const DoctorOptions &options, Machine &machine) {
+    constexpr std::string_view kScheme = "bmc://";
+    const std::string &from = options.repository;
+    std::string records;
+    if (from.starts_with(kScheme)) {
+        RepositoryState held;
+        held.records = ReadRepositoryOf(BmcAt(from.substr(kScheme.size()), options.login, from));
+        std::erase_if(held.records,
+                      [](const sim::RepositoryRecord &record) { // others' may be longer than any of ours
+                          return RecordSize(record.bytes) == 0 || RecordSize(record.bytes) > SDR_SLOT_SIZE;
+                      });
+        records = RecordsBytes(held);
+    } else {
+        std::ifstream file(from, std::ios::binary);
+        if (!std::filesystem::is_regular_file(from) || !file)
+            throw InputError("--repository " + from + ": no file that can be read, nor bmc://HOST[:PORT]");
+        records = ReadAllOf(file, from);
+    }
+    machine[kRepository].path = from;
+    machine[kRepository].Put({records.begin(), records.end()});
+}
+
 Patient Take(const DoctorOptions &options) {
     Patient patient{ReadMachine(options.root)};
+    if (!options.repository.empty())
+        TakeRepository(options, patient.machine);
     if (!options.repair.empty())
         CheckNew(options.repair);
     if (!options.board.empty())
@@ -194,9 +227,14 @@ void AddDoctorCommand(Command &program) {
         "Customer profile of the machine; default: the board's, else the one that user thresholds were "
         "saved under");
     command
+        .AddOption("--repository", options->repository,
+                   "Another repository than repository.sdr: a file of records, or bmc://HOST[:PORT]")
+        .Takes("SOURCE");
+    command
         .AddOption("--repair", options->repair,
                    "Write a mended copy of the files to a new folder; what is in --root stays as it is")
         .Takes("NEWDIR");
+    AddLoginOptions(command, options->login);
     command.AddFlag("--json", options->json, "JSON");
     command.Footer(DoctorFooter());
     command.Example("oxa-sensors add --board boards/base_48.toml --class psu-fru --slot 1 --root machine && "

@@ -74,6 +74,7 @@ std::string RecordFault(const uint8_t *slot) {
 Diagnosis Diagnose(const Patient &patient) {
     Diagnosis out;
     out.mended = patient.machine;
+    out.mended[kRepository].path = Machine()[kRepository].path; // wherever it came from
     Examination about{patient, out, false, {}};
     ExamineRepository(about);
     ExamineLimits(about);
