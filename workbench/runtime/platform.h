@@ -33,7 +33,7 @@ struct RecordsRead {
 };
 RecordsRead ReadRecords(const std::string &bytes);
 std::string RecordsBytes(const RepositoryState &repository); // what was sent behind a record is none of it
-RepositoryState LoadRepository(const std::string &path); // InputError
+RepositoryState LoadRepository(const std::string &path);     // InputError
 void SaveRepository(const std::string &path, const RepositoryState &repository);
 
 } // namespace workbench
