@@ -160,14 +160,14 @@ INSTANTIATE_TEST_SUITE_P(Boards, EveryCallOfDefaultFailing,
 
 #ifdef OXA_BOARD_FILES
 #ifdef OXA_WHOLE_SWEEP
-// Every call of the biggest board's pass, one after the other: some ten thousand passes, in shares.
+// The calls of the biggest board's pass, one after the other: some ten thousand passes when it is all of them, in shares.
 constexpr size_t kSweepShards = 12;
 class EveryCallFailingOnTheFullestBoard : public testing::TestWithParam<size_t> {};
 
 TEST_P(EveryCallFailingOnTheFullestBoard, AloneHasItsExactOutcome) {
     const CleanPass clean = RunCleanPass(LoadBoard("fullest"));
     ASSERT_EQ(clean.calls.size(), sim::FailableCalls());
-    for (size_t k = 1 + GetParam(); k <= clean.calls.size(); k += kSweepShards * tests::SweepStep()) {
+    for (size_t k = 1 + GetParam(); k <= clean.calls.size(); k += kSweepShards * tests::LongSweepStep()) {
         FailOne(clean, k);
         if (HasFatalFailure())
             return;

@@ -16,6 +16,9 @@ std::string InSource(const std::string &path);
 // A sweep takes every so many steps: 1 in the fastest build, more where each step takes many times as long.
 size_t SweepStep();
 
+// Of a sweep that takes a minute even there: a tenth, unless OXA_SWEEP_STEP is set.
+size_t LongSweepStep();
+
 } // namespace tests
 
 #endif

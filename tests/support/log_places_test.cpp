@@ -129,7 +129,7 @@ TEST_P(LogPlacesOfProfile, EveryLineNamesItsCallWhicheverCallFails) {
     for (const sim::Board &board : {Full(0x550F, 0x5510, 3, false), Full(0x5502, 0x5504, 1, true)}) {
         RunPass(GetParam().driver, board);
         const uint64_t calls = sim::FailableCalls();
-        for (uint64_t k = 1; k <= calls; k += SweepStep()) {
+        for (uint64_t k = 1; k <= calls; k += LongSweepStep()) {
             sim::Start(board);
             std::filesystem::remove(sim::RealPath(kStorePath));
             sim::FailCall(k);

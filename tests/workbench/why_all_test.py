@@ -8,6 +8,7 @@ from support import SOURCE, Workbench, main
 
 BOARDS = sorted(os.path.relpath(path, SOURCE) for path in glob.glob(os.path.join(SOURCE, "boards", "**", "*.toml"),
                                                                     recursive=True))
+STEP = int(os.environ.get("OXA_SWEEP_STEP", 3))  # every third profile of a board, and others of the next
 
 
 class Tests(Workbench):
@@ -19,11 +20,12 @@ class Tests(Workbench):
         return json.loads(done.stdout)["profiles"][0]
 
     def test_each_sensor_is_told_once_and_each_row_that_gave_none(self):
-        profiles = [p["name"] for p in self.json("list", "--board", "boards/empty.toml", "--profile", "all")["profiles"]]
+        listed = self.json("list", "--board", "boards/empty.toml", "--profile", "all")
+        profiles = [profile["name"] for profile in listed["profiles"]]
         self.assertEqual(len(profiles), 9)
         self.assertGreater(len(BOARDS), 15)
-        for board in BOARDS:
-            for profile in profiles:
+        for i, board in enumerate(BOARDS):
+            for profile in profiles[i % STEP::STEP]:
                 told = self.told(board, profile)
                 built = [s for s in told["sensors"] if s["in_set"]]
                 at = (board, profile)
