@@ -82,7 +82,8 @@ class Map:
         return {"blocks": self.blocks, "lines": {where: sorted(found) for where, found in self.lines.items()}}
 
     def hit(self, trace):
-        return tuple(n for n, at in enumerate(self.blocks) if trace[at])
+        """A test whose processes may not write so long a file leaves a short one, or an empty one."""
+        return tuple(n for n, at in enumerate(self.blocks) if at < len(trace) and trace[at])
 
 
 def map_of(library, source):
@@ -151,11 +152,13 @@ class Coverage:
         self.take(tests, known["tests"])
 
     def trace_all(self, new, prints, units, jobs, traces):
+        workshop = os.path.join(self.place.top, "trace")
+        shutil.rmtree(workshop, ignore_errors=True)  # of a run that was stopped
         folder, self.map = trace_library(self.place, units, jobs)
         with ThreadPoolExecutor(jobs) as workers:
             for test, found in zip(new, workers.map(lambda test: self.trace(test, folder), new)):
                 traces[test.name] = [prints[test.name], *found]
-        shutil.rmtree(os.path.join(self.place.top, "trace"), ignore_errors=True)
+        shutil.rmtree(workshop, ignore_errors=True)
         return {"map": self.map.kept(), "tests": traces}
 
     def take(self, tests, traces):

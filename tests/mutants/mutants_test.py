@@ -8,6 +8,7 @@ import tempfile
 import unittest
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import cover  # noqa: E402
 import find  # noqa: E402
 import judge  # noqa: E402
 import results  # noqa: E402
@@ -122,6 +123,10 @@ class Tests(unittest.TestCase):
     def test_statements_know_their_lines(self):
         words = tokens.split("int a;\nint b =\n    c;\n")
         self.assertEqual({(one.first, one.last) for one in words if one.line > 1}, {(2, 3)})
+
+    def test_a_trace_that_is_cut_has_the_blocks_that_are_in_it(self):
+        self.assertEqual(cover.Map([1, 3, 900], {}).hit(b"\0\1\0\0"), (0,))
+        self.assertEqual(cover.Map([1, 3, 900], {}).hit(b""), ())
 
     def test_an_equivalent_mutant_is_known_by_its_text_wherever_it_stands(self):
         with tempfile.TemporaryDirectory() as folder:
