@@ -27,6 +27,19 @@ bool Examination::IsThere(Which which, const std::string &then) {
     return file.Has();
 }
 
+IniText Examination::ReadLines(Which which, const std::string &then_torn) {
+    constexpr char kThen[] = "what the platform's INI functions make of it";
+    if (!IsThere(which, kThen))
+        return {};
+    const IniText text = ReadIni(File(which).bytes);
+    for (const IniFault &fault : text.faults)
+        Add(which, "foreign", "line " + std::to_string(fault.line), fault.text, kThen, kLeftOut);
+    if (text.torn)
+        Add(which, "torn", "", "the last line does not end: a number may be cut", then_torn,
+            has_repository ? "as the repository has it" : "the line as it stands");
+    return text;
+}
+
 const KeptRecord *Examination::Find(uint16_t id) const {
     const auto found = std::find_if(repository.begin(), repository.end(),
                                     [id](const KeptRecord &record) { return record.id == id; });

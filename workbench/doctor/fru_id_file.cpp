@@ -6,7 +6,6 @@
 #include <map>
 
 #include "base/text.h"
-#include "doctor/ini_file.h"
 #include "doctor/parts.h"
 #include "oxa/specific_sensors.h"
 #include "runtime/stored.h"
@@ -184,16 +183,7 @@ void Mend(Examination &about, const std::vector<Card> &cards) {
 } // namespace
 
 void ExamineFruIdFile(Examination &about) {
-    IniText text;
-    if (about.IsThere(kFruIdFile, "what the platform's INI functions make of it"))
-        text = ReadIni(about.File(kFruIdFile).bytes);
-    for (const IniFault &fault : text.faults)
-        about.Add(kFruIdFile, "foreign", "line " + std::to_string(fault.line), fault.text,
-                  "what the platform's INI functions make of it", kLeftOut);
-    if (text.torn)
-        about.Add(kFruIdFile, "torn", "", "the last line does not end: a number may be cut",
-                  "tells other programs the number as it stands",
-                  about.has_repository ? "as the repository has it" : "the line as it stands");
+    const IniText text = about.ReadLines(kFruIdFile, "tells other programs the number as it stands");
     const std::vector<Card> cards = ReadCards(about, text);
     if (about.File(kFruIdFile).Has())
         about.out.holds[kFruIdFile] = std::to_string(cards.size()) + (cards.size() == 1 ? " card" : " cards");

@@ -5,6 +5,7 @@
 #define OXA_WORKBENCH_DOCTOR_PARTS_H
 
 #include "doctor/doctor.h"
+#include "doctor/ini_file.h"
 
 namespace workbench {
 
@@ -30,6 +31,8 @@ struct Examination {
     }
     // False, with a finding where something else is in its place, when there is no file to look into.
     bool IsThere(Which file, const std::string &then);
+    // An INI file, with findings for lines that do not belong there; `then_torn`: what a cut number does.
+    IniText ReadLines(Which file, const std::string &then_torn);
     const KeptRecord *Find(uint16_t id) const;
     bool IsStatic(const uint8_t *record) const; // one of the board's static set
 };

@@ -5,7 +5,6 @@
 #include <map>
 
 #include "base/text.h"
-#include "doctor/ini_file.h"
 #include "doctor/parts.h"
 #include "runtime/stored.h"
 
@@ -180,24 +179,11 @@ void Mend(Examination &about, std::vector<Device> devices) {
         mended.Put(WriteIni(sections));
 }
 
-void JudgeLines(Examination &about, const IniText &text) {
-    for (const IniFault &fault : text.faults)
-        about.Add(kRecordFile, "foreign", "line " + std::to_string(fault.line), fault.text,
-                  "what the platform's INI functions make of it", kLeftOut);
-    if (text.torn)
-        about.Add(kRecordFile, "torn", "", "the last line does not end: a number may be cut",
-                  "takes the number as it stands",
-                  about.has_repository ? "as the repository has it" : "the line as it stands");
-}
-
 } // namespace
 
 void ExamineRecordFile(Examination &about) {
-    IniText text;
+    const IniText text = about.ReadLines(kRecordFile, "takes the number as it stands");
     std::vector<Device> devices;
-    if (about.IsThere(kRecordFile, "what the platform's INI functions make of it"))
-        text = ReadIni(about.File(kRecordFile).bytes);
-    JudgeLines(about, text);
     for (const IniSection &section : text.sections) {
         std::optional<Device> device = DeviceOf(section.name);
         if (!device) {
