@@ -46,6 +46,15 @@ std::vector<uint64_t> OtherValues(const sim::Event &event, std::vector<uint64_t>
     return values;
 }
 
+// A number that differs in every byte says nothing to a reader; what is told in bytes does.
+std::string WordsOf(const sim::Event &event, uint64_t value) {
+    if (!event.text.empty())
+        return "another text";
+    const std::string words = ValueText(event, value);
+    const bool plain = words == std::to_string(static_cast<int64_t>(value));
+    return plain && value == (ValueOf(event) ^ kOtherBytes) ? "another number" : words;
+}
+
 bool HasValue(const sim::Event &event) {
     return !event.failed && (event.output || !event.text.empty() || !Failing(event));
 }
@@ -186,7 +195,7 @@ std::vector<OtherAnswer> OtherAnswers(const sim::Event &event, std::vector<uint6
     for (const uint64_t value :
          HasValue(event) ? OtherValues(event, std::move(also)) : std::vector<uint64_t>{})
         if (const auto rule = Answering(event, value))
-            out.push_back({event.text.empty() ? ValueText(event, value) : "another text", *rule});
+            out.push_back({WordsOf(event, value), *rule});
     if (const auto rule = Failing(event); rule && !event.failed)
         out.push_back({"fails", *rule});
     return out;
