@@ -8,8 +8,10 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "simulator/board.h"
@@ -53,6 +55,15 @@ struct BoardFile {
 // Reads the file once: it may be a pipe.
 BoardFile LoadBoard(const std::string &path);
 BoardFile LoadBoardText(const std::string &text, const std::string &shown_path);
+
+// How places of DIMMs are counted: dimms.dimms_per_cpu, dimms.slots_per_channel.
+struct DimmPlaces {
+    uint8_t per_cpu = 0; // 0: counting does not start again at the next CPU
+    uint8_t per_channel = 2;
+};
+// What a pattern such as "{letter}{slot}" names the DIMM; nothing when it is no pattern.
+std::optional<std::string> DimmNameByPattern(std::string_view pattern, uint32_t dimm,
+                                             const DimmPlaces &places);
 
 // Every key that a board file may hold, section by section in the order of the README.
 struct BoardKey {

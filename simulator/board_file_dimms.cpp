@@ -6,13 +6,7 @@
 
 #include <algorithm>
 namespace sim {
-
-namespace rules {
 namespace {
-
-const Reader<std::string> kName = Text(1, 63);
-constexpr const char *kNamesText =
-    "a list of texts or a pattern of {n} {cpu} {channel} {letter} {slot}, with a width as in {n:2}";
 
 std::string Padded(uint32_t number, size_t width) {
     std::string digits = std::to_string(number);
@@ -20,21 +14,21 @@ std::string Padded(uint32_t number, size_t width) {
 }
 
 // The text that stands for one placeholder ("n:2"); nothing when there is no such placeholder.
-std::optional<std::string> Placeholder(std::string_view text, uint32_t dimm, const DimmNaming &naming) {
+std::optional<std::string> Placeholder(std::string_view text, uint32_t dimm, const DimmPlaces &places) {
     const size_t colon = text.find(':');
     const std::string_view word = text.substr(0, colon);
-    const std::optional<int64_t> width = colon == text.npos ? 0 : ParseNumber(text.substr(colon + 1));
+    const std::optional<int64_t> width = colon == text.npos ? 0 : rules::ParseNumber(text.substr(colon + 1));
     if (!width || *width > 9)
         return std::nullopt;
-    const uint32_t in_cpu = naming.per_cpu == 0 ? dimm : dimm % naming.per_cpu;
-    const uint32_t channel = in_cpu / naming.per_channel;
+    const uint32_t in_cpu = places.per_cpu == 0 ? dimm : dimm % places.per_cpu;
+    const uint32_t channel = in_cpu / places.per_channel;
     if (word == "letter")
         return ChannelLetters(channel);
     const std::pair<std::string_view, uint32_t> numbers[] = {
         {"n", dimm},
-        {"cpu", naming.per_cpu == 0 ? 0 : dimm / naming.per_cpu},
+        {"cpu", places.per_cpu == 0 ? 0 : dimm / places.per_cpu},
         {"channel", channel},
-        {"slot", in_cpu % naming.per_channel},
+        {"slot", in_cpu % places.per_channel},
     };
     for (const auto &[name, number] : numbers)
         if (name == word)
@@ -42,7 +36,10 @@ std::optional<std::string> Placeholder(std::string_view text, uint32_t dimm, con
     return std::nullopt;
 }
 
-std::optional<std::string> Expand(std::string_view pattern, uint32_t dimm, const DimmNaming &naming) {
+} // namespace
+
+std::optional<std::string> DimmNameByPattern(std::string_view pattern, uint32_t dimm,
+                                             const DimmPlaces &places) {
     std::string name;
     while (!pattern.empty()) {
         const size_t open = pattern.find('{');
@@ -52,7 +49,7 @@ std::optional<std::string> Expand(std::string_view pattern, uint32_t dimm, const
         const size_t close = pattern.find('}', open);
         if (close == pattern.npos)
             return std::nullopt;
-        const auto text = Placeholder(pattern.substr(open + 1, close - open - 1), dimm, naming);
+        const auto text = Placeholder(pattern.substr(open + 1, close - open - 1), dimm, places);
         if (!text)
             return std::nullopt;
         name += *text;
@@ -61,6 +58,13 @@ std::optional<std::string> Expand(std::string_view pattern, uint32_t dimm, const
     return name;
 }
 
+namespace rules {
+namespace {
+
+const Reader<std::string> kName = Text(1, 63);
+constexpr const char *kNamesText =
+    "a list of texts or a pattern of {n} {cpu} {channel} {letter} {slot}, with a width as in {n:2}";
+
 void ReadNames(DimmNaming &naming, const Where &where, const toml::node &node) {
     if (const auto *list = node.as_array()) {
         for (const toml::node &element : *list)
@@ -68,7 +72,7 @@ void ReadNames(DimmNaming &naming, const Where &where, const toml::node &node) {
         return;
     }
     const auto pattern = kName.parse(node);
-    if (!pattern || !Expand(*pattern, 0, naming))
+    if (!pattern || !DimmNameByPattern(*pattern, 0, naming.places))
         Mismatch(where, node, kNamesText);
     naming.pattern = *pattern;
 }
@@ -92,8 +96,8 @@ Rules DimmRules(Draft &draft) {
                      {schema::ListOf(kName.schema),
                       schema::Pattern("([ -z|}~]|\\{(n|cpu|channel|letter|slot)(:[^{}]*)?\\})*")});
              }},
-        Value("dimms_per_cpu", naming.per_cpu, Number<uint8_t>(1)),
-        Value("slots_per_channel", naming.per_channel, Number<uint8_t>(1)),
+        Value("dimms_per_cpu", naming.places.per_cpu, Number<uint8_t>(1)),
+        Value("slots_per_channel", naming.places.per_channel, Number<uint8_t>(1)),
         Value("power_accuracy", dimms.power_accuracy),
     };
 }
@@ -110,7 +114,7 @@ void NameDimms(Draft &draft, const Where &where, const toml::table &table) {
              "'count' is " + std::to_string(draft.board.dimms.count));
     for (auto dimm = static_cast<uint32_t>(names.size()); dimm < draft.board.dimms.count; ++dimm)
         names.push_back(naming.pattern.empty() ? DefaultDimmName(dimm)
-                                               : *Expand(naming.pattern, dimm, naming));
+                                               : *DimmNameByPattern(naming.pattern, dimm, naming.places));
     std::vector<std::string> sorted = names;
     std::sort(sorted.begin(), sorted.end());
     const auto twice = std::adjacent_find(sorted.begin(), sorted.end());

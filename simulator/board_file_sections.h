@@ -18,8 +18,7 @@ namespace sim::rules {
 struct DimmNaming {
     std::string pattern;            // "{letter}{slot}"; empty: default names
     std::vector<std::string> names; // of the first DIMMs; the others follow the pattern
-    uint8_t per_cpu = 0;            // 0: numbering does not start again at the next CPU
-    uint8_t per_channel = 2;
+    DimmPlaces places;
 };
 
 // What a file says, before conveniences are spelled out.

@@ -120,6 +120,15 @@ class Sources(Captures):
         text = self.sensors("board-from", self.file).stdout
         self.assertTrue(text.endswith('\n[[fault]]\ncall = "HalFanService.GetFanSilkByIndex"\nargs = "index=2"\n'), text)
 
+    def test_names_of_dimms_are_written_as_the_pattern_that_gives_them(self):
+        for said in ('names = "{cpu}{channel}{slot}"\ndimms_per_cpu = 8',
+                     'names = "{cpu}{letter}{slot}"\ndimms_per_cpu = 4\nslots_per_channel = 1',
+                     'names = "D{n}"',
+                     'names = ["left", "right", "top", "low", "5", "6", "7", "8", "9", "10", "11", "12"]'):
+            with self.subTest(said):
+                self.record("passes", self.board(f"[dimms]\ncount = 12\n{said}\n"), "default")
+                self.assertIn(f"\n{said}\n", self.sensors("board-from", self.file).stdout)
+
     def test_a_dropped_sensor_of_the_machine_has_its_reason_at_the_desk(self):
         with open(TWO_SOCKET, encoding="utf-8") as file:
             board = self.board(f'{file.read()}\n[[fault]]\ncall = "HAL_InputTemp_GetI2cClient"\n')

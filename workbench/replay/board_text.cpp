@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "simulator/board_file.h"
 
 namespace workbench {
 namespace {
@@ -146,16 +147,66 @@ std::string CpuSections(const sim::Cpus &cpus) {
     return text;
 }
 
-std::string DimmSection(const sim::Dimms &dimms) {
-    Section out("[dimms]");
-    out.Value("count", dimms.count, kStandard.dimms.count);
+// Boards name their DIMMs by places, often after a word that is the same for all ("DIMM000").
+struct DimmPattern {
+    std::string text;
+    sim::DimmPlaces places;
+
+    bool Gives(const std::vector<std::string> &names) const {
+        for (uint32_t dimm = 0; dimm < names.size(); ++dimm)
+            if (sim::DimmNameByPattern(text, dimm, places) != names[dimm])
+                return false;
+        return true;
+    }
+};
+
+std::optional<DimmPattern> PatternWith(const std::string &before, const std::vector<std::string> &names) {
+    constexpr const char *kPatterns[] = {"{n}", "{letter}{slot}", "{channel}{slot}", "{cpu}{letter}{slot}",
+                                         "{cpu}{channel}{slot}"};
+    const auto count = static_cast<uint8_t>(names.size());
+    for (const char *pattern : kPatterns)
+        for (uint8_t per_cpu = 0; per_cpu < count; ++per_cpu)
+            for (const uint8_t per_channel : {2, 1, 3, 4}) {
+                const DimmPattern found = {before + pattern, {per_cpu, per_channel}};
+                if (found.Gives(names))
+                    return found;
+            }
+    return std::nullopt;
+}
+
+std::optional<DimmPattern> PatternOf(const std::vector<std::string> &names) {
+    size_t same = names.front().size();
+    for (const std::string &name : names)
+        while (name.compare(0, same, names.front(), 0, same) != 0)
+            --same;
+    for (size_t length = 0; length <= same; ++length)
+        if (const auto found = PatternWith(names.front().substr(0, length), names))
+            return found;
+    return std::nullopt;
+}
+
+void AddDimmNames(Section &out, const sim::Dimms &dimms) {
     std::vector<std::string> names = dimms.names;
     while (!names.empty() && names.back() == sim::DefaultDimmName(static_cast<uint32_t>(names.size() - 1)))
         names.pop_back();
+    const bool all = dimms.names.size() == dimms.count;
+    if (const auto pattern = all && names.size() > 2 ? PatternOf(dimms.names) : std::nullopt) {
+        const sim::DimmPlaces standard;
+        out.Line("names", Quoted(pattern->text));
+        out.Value("dimms_per_cpu", pattern->places.per_cpu, standard.per_cpu)
+            .Value("slots_per_channel", pattern->places.per_channel, standard.per_channel);
+        return;
+    }
     for (std::string &name : names)
         name = Quoted(name);
     if (!names.empty())
         out.Line("names", "[" + Join(names, ", ") + "]");
+}
+
+std::string DimmSection(const sim::Dimms &dimms) {
+    Section out("[dimms]");
+    out.Value("count", dimms.count, kStandard.dimms.count);
+    AddDimmNames(out, dimms);
     out.Value("power_accuracy", dimms.power_accuracy, kStandard.dimms.power_accuracy);
     return out.Text();
 }
