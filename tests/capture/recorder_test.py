@@ -5,10 +5,16 @@ import resource
 import signal
 import stat
 import subprocess
+import sys
 import time
 import unittest
 
-from support import CC, EMULATOR, FULLEST, RECORDER, TWO_SOCKET, Captures, command, main
+from support import CC, EMULATOR, FULLEST, LIBRARY, RECORDER, SOURCE, TWO_SOCKET, Captures, command, main
+
+sys.path.append(os.path.join(SOURCE, "tests", "contract"))
+from common import platform_stub  # noqa: E402
+
+INCLUDE = os.path.join(SOURCE, "include")
 
 # A function of a platform in which the process dies.
 DYING = """#include <stdint.h>
@@ -16,6 +22,14 @@ DYING = """#include <stdint.h>
 int32_t HAL_GetFanPowerAccuracy(uint32_t *to);
 int32_t HAL_GetFanPowerAccuracy(uint32_t *to) { (void)to; abort(); }
 """
+
+
+# A service that writes an event and says what came of it.
+WRITING = """#include <stdio.h>
+#include "oxa/exports.h"
+int main(void) { printf("%s\\n", addPOSTErrorSel() == OXA_FAILED ? "failed" : "written"); return 0; }
+"""
+OPENING = "LIBIPMI_Create_IPMI_Local_Session"
 
 
 class Recorder(Captures):
@@ -67,10 +81,7 @@ class Recorder(Captures):
         self.assertTrue(told["played"]["same"])
 
     def test_a_process_that_dies_leaves_its_last_call(self):
-        source, dying = self.path("dying.c"), self.path("dying.so")
-        with open(source, "w", encoding="utf-8") as file:
-            file.write(DYING)
-        subprocess.run([CC, "-shared", "-fPIC", source, "-o", dying], check=True)
+        dying = self.compiled("dying.so", DYING, "-shared", "-fPIC")
         done = self.start("passes", TWO_SOCKET, "default", preload=(RECORDER, dying), OXA_CAPTURE=self.file)
         self.assertNotEqual(done.returncode, 0)
         told = self.replay()
@@ -78,6 +89,25 @@ class Recorder(Captures):
         self.assertFalse(told["last_call"]["returned"])
         self.assertIn("its last call: HAL_GetFanPowerAccuracy() = did not return", told["remarks"][0])
         self.assertTrue(told["played"]["same"])
+
+    def compiled(self, name, text, *options):
+        with open(self.path(f"{name}.c"), "w", encoding="utf-8") as file:
+            file.write(text)
+        subprocess.run([CC, f"-I{INCLUDE}", self.path(f"{name}.c"), *options, "-o", self.path(name)], check=True)
+        return self.path(name)
+
+    def test_a_function_that_the_firmware_does_not_have_failed_and_the_capture_says_so(self):
+        platform = self.compiled("platform.so", platform_stub(CC, INCLUDE, without=(OPENING,)), "-shared", "-fPIC",
+                                 "-fno-builtin")
+        program = self.compiled("service", WRITING, "-Wl,--unresolved-symbols=ignore-all,--no-as-needed", platform,
+                                LIBRARY, f"-Wl,-rpath,{os.path.dirname(LIBRARY)}:{self.folder.name}")
+        plain = self.start(program=program)
+        self.assertEqual(plain.stdout, "")
+        self.assertIn(OPENING, plain.stderr)
+        done = self.start(program=program, preload=(RECORDER,), OXA_CAPTURE=self.file)
+        self.assertEqual((done.returncode, done.stdout), (0, "failed\n"), done.stderr)
+        told = self.same()
+        self.assertIn(f"the firmware does not have {OPENING}", told["remarks"])
 
     def test_a_process_that_is_killed_leaves_what_it_had_written(self):
         line, settings = command("loop", TWO_SOCKET, "default", preload=(RECORDER,), OXA_CAPTURE=self.file)

@@ -27,15 +27,15 @@ def boards():
                   glob.glob(os.path.join(SOURCE, "boards", "guards", "*.toml")))
 
 
-def command(*words, preload=(), **environment):
+def command(*words, preload=(), program=FIRMWARE, **environment):
     """The firmware's command line and environment, under the emulator where it is for another machine."""
     settings = {key: str(value) for key, value in environment.items()}
     if preload:
         settings["LD_PRELOAD"] = ":".join(preload)
     if not EMULATOR:
-        return [FIRMWARE, *words], {**os.environ, **settings}
+        return [program, *words], {**os.environ, **settings}
     given = [word for key, value in settings.items() for word in ("-E", f"{key}={value}")]
-    return [*EMULATOR, *given, FIRMWARE, *words], dict(os.environ)
+    return [*EMULATOR, *given, program, *words], dict(os.environ)
 
 
 class Captures(unittest.TestCase):

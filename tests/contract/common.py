@@ -89,6 +89,13 @@ def declared_pointers(compiler, include):
     return sum(pointers.get(kind, 0) * int(rows) for kind, rows in tables)
 
 
+def platform_stub(compiler, include, without=()):
+    """A platform in C that has all functions and answers 0: enough for programs that ask little of it."""
+    functions, _ = declarations(compiler, include, "oxa/platform.h")
+    return "".join(f"long {name}(void);\nlong {name}(void) {{ return 0; }}\n"
+                   for name in sorted(set(functions) - set(without)))
+
+
 def _statements(text):
     """Statements at depth 0, bodies in braces dropped."""
     depth, current = 0, ""

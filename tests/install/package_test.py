@@ -70,7 +70,8 @@ class Packages(unittest.TestCase):
                   f"oxa-sensors_{VERSION}_amd64.deb", f"oxa-sensors-dbgsym_{VERSION}_amd64.deb"}
         for architecture in TRIPLETS:
             wanted |= {f"{name}_{VERSION}_{architecture}.deb" for name in (
-                "liboxaspecificsensorinfo1", "liboxaspecificsensorinfo1-dbgsym", "liboxaspecificsensorinfo-dev")}
+                "liboxaspecificsensorinfo1", "liboxaspecificsensorinfo1-dbgsym", "liboxaspecificsensorinfo-dev",
+                "oxa-capture", "oxa-capture-dbgsym")}
         self.assertEqual(files_below(self.packages), wanted)
 
     def test_lintian_finds_no_error(self):
@@ -79,7 +80,7 @@ class Packages(unittest.TestCase):
         print(said)
 
     def test_libraries_of_both_processors_can_be_installed_side_by_side(self):
-        for name in ("liboxaspecificsensorinfo1", "liboxaspecificsensorinfo-dev"):
+        for name in ("liboxaspecificsensorinfo1", "liboxaspecificsensorinfo-dev", "oxa-capture"):
             trees = []
             for architecture in TRIPLETS:
                 self.assertEqual(self.field(self.deb(name, architecture), "Multi-Arch"), "same")
@@ -87,10 +88,10 @@ class Packages(unittest.TestCase):
             for path in files_below(trees[0]) & files_below(trees[1]):
                 self.assertTrue(filecmp.cmp(*(os.path.join(tree, path) for tree in trees), shallow=False), path)
 
-    def test_the_runtime_depends_on_libc_alone(self):
+    def test_what_runs_on_a_bmc_depends_on_libc_alone(self):
         for architecture in TRIPLETS:
-            self.assertRegex(self.field(self.deb("liboxaspecificsensorinfo1", architecture), "Depends"),
-                             r"^libc6 \(>= [\d.]+\)$")
+            for name in ("liboxaspecificsensorinfo1", "oxa-capture"):
+                self.assertRegex(self.field(self.deb(name, architecture), "Depends"), r"^libc6 \(>= [\d.]+\)$")
 
     def test_the_packaged_library_has_the_code_that_was_tested(self):
         tree = self.unpacked(self.deb("liboxaspecificsensorinfo1"))
@@ -135,7 +136,7 @@ class Packages(unittest.TestCase):
         return root, run("mmdebstrap", "--quiet", f"--architectures={architecture}", *more, suite(), root,
                          f"deb {MIRROR} {suite()} main", f"deb [trusted=yes] copy:{self.packages} ./")
 
-    def test_on_an_empty_system_the_workbench_lists_and_a_foreign_program_counts(self):
+    def test_on_an_empty_system_the_workbench_lists_and_a_foreign_program_counts_is_recorded_and_played(self):
         tree = self.unpacked(self.deb("liboxaspecificsensorinfo1"), self.deb("liboxaspecificsensorinfo-dev"),
                              self.deb("oxa-sensors"))
         where = os.path.join(tree, "usr/lib", TRIPLETS["amd64"])
@@ -146,13 +147,17 @@ class Packages(unittest.TestCase):
                     env={"PKG_CONFIG_LIBDIR": f"{where}/pkgconfig", "PKG_CONFIG_SYSROOT_DIR": tree}).split()
         run("cc", *STRICT, source, *words, "-o", f"{tree}/sensors")
         board = "/usr/share/oxa-sensors/boards/two_socket_2u.toml"
-        root, said = self.system("amd64", "--variant=essential", "--include=oxa-sensors,liboxaspecificsensorinfo-dev",
+        recorded = "OXA_CAPTURE=/machine.cap LD_PRELOAD=liboxacapture.so"
+        root, said = self.system("amd64", "--variant=essential",
+                                 "--include=oxa-sensors,oxa-capture,liboxaspecificsensorinfo-dev",
                                  f"--customize-hook=copy-in {tree}/sensors /",
                                  f'--customize-hook=chroot "$1" oxa-sensors list --board {board}',
-                                 f'--customize-hook=chroot "$1" /sensors {board}')
+                                 f'--customize-hook=chroot "$1" env {recorded} /sensors {board}',
+                                 '--customize-hook=chroot "$1" oxa-sensors replay /machine.cap')
         self.addCleanup(shutil.rmtree, root, ignore_errors=True)
         self.assertIn("164 sensors (70 full, 94 compact), profile default", said)
         self.assertRegex(said, r"(?m)^164 sensors$")
+        self.assertIn("everything came out the same, byte for byte", said)
 
     def test_on_an_empty_system_of_the_bmc_a_foreign_program_starts(self):
         root, _ = self.system("armhf", "--variant=extract", "--skip=check/qemu",
