@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Completion: what bash offers for real, with the package bash-completion, and what the program says to any shell."""
 import os
+import re
 import shutil
 import subprocess
 import unittest
@@ -19,6 +20,17 @@ COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1))
 compopt() {{ :; }}
 _oxa_sensors
 printf '%s\\n' "${{COMPREPLY[@]}}"
+"""
+# A zsh at a terminal of its own: a line is typed, the tab key asks what fits, and it is read until it has been offered.
+TYPE_IN_ZSH = """
+zmodload zsh/zpty
+zpty shell zsh -f -i
+zpty -w shell 'PS1=; fpath=($ZDOTDIR $fpath); autoload -U compinit; compinit -u; bindkey "^I" list-choices'
+zpty -w shell 'print -n REA; print DY'
+zpty -r shell said '*READY*'
+zpty -w -n shell $1$'\t'
+zpty -r shell said "*$2*"
+print -r -- $said
 """
 
 
@@ -109,11 +121,19 @@ class Tests(Workbench):
         self.assertRegex(lines[2], "^preflight\tWhich entries apply")
 
     @unittest.skipUnless(shutil.which("zsh"), "no zsh")
-    def test_zsh_reads_its_script(self):
+    def test_zsh_offers_the_same_at_a_terminal(self):
         script = self.path("_oxa-sensors")
         with open(script, "w", encoding="utf-8") as file:
             file.write(self.out("generate", "zsh"))
         subprocess.run(["zsh", "-n", script], timeout=60, check=True)
+        for typed, offered in ((f"oxa-sensors show -b {BASE} CPU_VO", ["CPU_VOLTS_00", "CPU_VOLTS_01"]),
+                               ("oxa-sensors thresholds p", ["preflight", "--", "Which", "entries", "apply"])):
+            with self.subTest(typed):
+                done = subprocess.run(["zsh", "-f", "-c", TYPE_IN_ZSH, "zsh", typed, offered[-1]], cwd=SOURCE, timeout=60,
+                                      env=dict(self.environment, ZDOTDIR=self.folder.name, TERM="xterm"), check=True,
+                                      stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
+                shown = re.sub(r"\x1b\[[0-9;?]*[A-Za-z]", "", done.stdout.decode()).replace(typed, "")
+                self.assertRegex(shown, r"\s" + r"\s+".join(offered))
 
     def test_a_shell_without_completion_is_refused(self):
         self.assertIn("there are bash, zsh, fish", self.refused(2, "generate", "csh"))

@@ -121,13 +121,14 @@ complete -F _oxa_sensors oxa-sensors
 constexpr char kZsh[] = R"(#compdef oxa-sensors
 # zsh completion for oxa-sensors; it asks the program itself
 _oxa_sensors() {
-    local line
+    local line meaning
     local -a candidates
     for line in "${(@f)$("${words[1]}" complete "${(@)words[2,CURRENT]}" 2>/dev/null)}"; do
         case $line in
         :files) _files ;;
         :folders) _files -/ ;;
-        ?*) candidates+=("${${line%%$'\t'*}//:/\\:}:${line#*$'\t'}") ;;
+        ?*) meaning=${line#*$'\t'}
+            candidates+=("${${line%%$'\t'*}//:/\\:}${meaning:+:$meaning}") ;;
         esac
     done
     (( ${#candidates} )) && _describe -V oxa-sensors candidates
