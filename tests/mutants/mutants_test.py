@@ -11,6 +11,7 @@ sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import cover  # noqa: E402
 import find  # noqa: E402
 import judge  # noqa: E402
+import place  # noqa: E402
 import results  # noqa: E402
 import tell  # noqa: E402
 import tokens  # noqa: E402
@@ -123,6 +124,14 @@ class Tests(unittest.TestCase):
     def test_statements_know_their_lines(self):
         words = tokens.split("int a;\nint b =\n    c;\n")
         self.assertEqual({(one.first, one.last) for one in words if one.line > 1}, {(2, 3)})
+
+    def test_a_case_of_a_python_test_is_called_by_its_class(self):
+        with tempfile.NamedTemporaryFile("w", suffix=".py") as file:
+            file.write("class A:\n    def test_a(self):\n        pass\n\nclass B(A):\n    def test_b(self):\n        pass\n")
+            file.flush()
+            found = list(place.cases("workbench.x", ["python3", file.name]))
+        self.assertEqual([(name, words[-1]) for name, words in found],
+                         [("workbench.x.test_a", "A.test_a"), ("workbench.x.test_b", "B.test_b")])
 
     def test_a_trace_that_is_cut_has_the_blocks_that_are_in_it(self):
         self.assertEqual(cover.Map([1, 3, 900], {}).hit(b"\0\1\0\0"), (0,))

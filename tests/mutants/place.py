@@ -143,7 +143,7 @@ class Place:
 
 # On demand, too long to be run for each change, or with a build of their own; and what ctest judges by more than the exit
 # code is left out too.
-LEFT_OUT = {"end_to_end", "endurance", "faults", "long", "package", "valgrind"}
+LEFT_OUT = {"end_to_end", "endurance", "faults", "fleet", "long", "package", "page", "valgrind"}
 
 
 def cases(name, command):
@@ -159,8 +159,12 @@ def cases(name, command):
                 yield f"{name}.{case}", [*command, "--gtest_filter=" + case]
     elif name.startswith("workbench."):
         with open(command[-1], encoding="utf-8") as source:
-            for method in re.findall(r"^    def (test_\w+)", source.read(), re.MULTILINE):
-                yield f"{name}.{method}", [*command, "Tests." + method]
+            found = re.findall(r"^class (\w+)|^    def (test_\w+)", source.read(), re.MULTILINE)
+        suite = ""
+        for kind, method in found:
+            suite = kind or suite
+            if method:
+                yield f"{name}.{method}", [*command, f"{suite}.{method}"]
     else:
         yield name, command
 
