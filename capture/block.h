@@ -60,14 +60,15 @@ public:
     uint32_t EndAgain() {
         const uint32_t dwAgain =
             AgainWord(static_cast<uint8_t>(m_dwKind >> 8), static_cast<uint16_t>(m_dwKind >> 16));
-        memset(m_pucAt + 4, 0, static_cast<size_t>(m_pucNext - m_pucAt - 4));
+        memset(m_pucAt + 4, 0, static_cast<size_t>(m_pucNext - m_pucAt - 4) + kNumber);
         __atomic_store_n(reinterpret_cast<uint32_t *>(m_pucAt), dwAgain, __ATOMIC_RELEASE);
         return sizeof(dwAgain);
     }
-    // Its size.  The kind comes last: what a dying process leaves half written reads as nothing.
+    // Its size.  The kind comes last: what a dying process leaves half written reads as nothing.  So must what stands behind
+    // the block, where a number may have left some of its bytes.
     uint32_t End() {
         const uint32_t dwSize = PayloadSize();
-        memset(m_pucNext, 0, 3);
+        memset(m_pucNext, 0, kNumber);
         const uint32_t adwHead[] = {dwSize, m_dwKind};
         uint32_t dwSum = Checksum(kChecksumStart, adwHead, sizeof(adwHead));
         dwSum = Checksum(dwSum, m_pucAt + kBlockHeaderSize, Filled(dwSize));
@@ -78,6 +79,8 @@ public:
     }
 
 private:
+    static constexpr size_t kNumber = sizeof(uint64_t);
+
     uint8_t *m_pucAt, *m_pucNext;
     uint32_t m_dwKind;
 };

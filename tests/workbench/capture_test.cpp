@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // Captures that are put together here, byte by byte as docs/capture.md says it: read, cut, damaged, and made a board.
+#include <algorithm>
+
 #include <gmock/gmock.h>
 
 #include "base/errors.h"
+#include "capture/block.h"
 #include "replay/captured_board.h"
 
 namespace {
@@ -248,6 +251,22 @@ TEST(Capture, AFewBytesDoNotBecomeGigabytes) {
     for (unsigned i = 0; i < 6; ++i)
         bytes += Block(kCall, 2, Item(kNumbers, numbers) + Item(kReturned, "") + Item(kErrno, Le(i, 4)));
     EXPECT_THAT(ParseCapture("x.cap", bytes).torn, HasSubstr("longer than any capture's"));
+}
+
+// ---- as the recorder writes it ----------------------------------------------------------------------------------
+
+// What a process that dies now leaves: nothing but zeros behind its last block, which a reader takes for the end.
+TEST(RecordedBlock, NothingStandsBehindIt) {
+    for (const uint32_t size : {1u, 2u, 4u, 8u})
+        for (const bool again : {false, true}) {
+            alignas(4) uint8_t room[64] = {};
+            oxa::capture::Block block(room, oxa::capture::kCall, 1, 7);
+            block.AddSigned(kResult + kSigned, -2, size);
+            const uint32_t end = again ? block.EndAgain() : block.End();
+            EXPECT_EQ(end, again ? 4u : 12u + (2 + size + 3) / 4 * 4);
+            EXPECT_EQ(std::count(room + end, room + sizeof room, 0), static_cast<long>(sizeof room - end))
+                << size;
+        }
 }
 
 // ---- the machine behind it --------------------------------------------------------------------------------------
