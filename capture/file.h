@@ -22,7 +22,7 @@ void CloseFile();         // cuts off what was made ready and not taken
 
 uint8_t *RunningCalls(); // kRunningSize bytes
 
-enum class Full : uint8_t { kNo, kLimit, kDisk };
+enum class Full : uint8_t { kNo, kLimit, kDisk, kClosed };
 Full WhyFull();
 uint8_t *LastRoom(); // kept back for kLastRoom bytes
 inline constexpr uint32_t kLastRoom = 128;

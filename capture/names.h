@@ -8,6 +8,7 @@
 
 #include <stddef.h>
 #include <stdint.h>
+#include <string.h>
 
 namespace oxa::capture {
 
@@ -35,7 +36,6 @@ constexpr bool SameText(const char *a, const char *b) {
 // The same one behind the other: a table of pointers would be a relocation each.
 template <size_t kSize> struct PackedNames {
     char acText[kSize] = {};
-    uint16_t awAt[kNameCount] = {};
 };
 consteval size_t PackedSize() {
     size_t size = 0;
@@ -49,17 +49,20 @@ consteval size_t PackedSize() {
 consteval PackedNames<PackedSize()> Packed() {
     PackedNames<PackedSize()> packed;
     size_t at = 0;
-    for (uint16_t id = 0; id < kNameCount; ++id) {
-        packed.awAt[id] = static_cast<uint16_t>(at);
-        for (const char *name = kNames[id]; *name != '\0'; ++name)
+    for (const char *name : kNames) {
+        for (; *name != '\0'; ++name)
             packed.acText[at++] = *name;
         ++at;
     }
     return packed;
 }
 inline constexpr PackedNames<PackedSize()> kPackedNames = Packed();
+// Asked once or twice for each function: where they begin need not be kept.
 inline const char *NameOf(uint16_t id) {
-    return kPackedNames.acText + kPackedNames.awAt[id];
+    const char *name = kPackedNames.acText;
+    for (; id != 0; --id)
+        name += strlen(name) + 1;
+    return name;
 }
 
 // Not constexpr on purpose: reaching it during constant evaluation is the compile error.

@@ -41,6 +41,7 @@ enum class State : uint8_t { kFresh, kOn, kOff };
 pthread_mutex_t g_tLock = PTHREAD_MUTEX_INITIALIZER;
 uint8_t g_ucState; // State
 uint8_t g_ucThreads;
+bool g_bLastEntered; // an entry of a thread with the last number
 uint32_t g_dwDataCount;
 unsigned g_dwNextSeen;
 Seen g_atSeen[kSeenCount];
@@ -65,8 +66,9 @@ bool MarkOnce(uint8_t *pucBits, uint32_t dwBit) {
 }
 
 void Stop() {
-    const char *pcWhy =
-        WhyFull() == Full::kLimit ? "its limit is reached (OXA_CAPTURE_LIMIT)" : "the disk is full";
+    const char *pcWhy = WhyFull() == Full::kLimit    ? "its limit is reached (OXA_CAPTURE_LIMIT)"
+                        : WhyFull() == Full::kClosed ? "the program closed its file"
+                                                     : "the disk is full";
     Block tBlock(LastRoom(), kStopped, 0, 0);
     tBlock.AddText(pcWhy);
     Take(tBlock.End());
@@ -283,6 +285,25 @@ private:
     uint32_t m_adwNumbers[kMostChunks]; // of data blocks, in the order in which they are named
 };
 
+// There are 255 numbers of threads.  Of those that share the last one only one has an entry at a time, or nobody could tell
+// their calls apart.
+bool Enter() {
+    constexpr uint8_t kLast = UINT8_MAX;
+    if (g_tThread.ucNumber == 0)
+        g_tThread.ucNumber = g_ucThreads < kLast ? ++g_ucThreads : kLast;
+    if (g_tThread.ucNumber == kLast && g_bLastEntered)
+        return false;
+    g_bLastEntered = g_bLastEntered || g_tThread.ucNumber == kLast;
+    g_tThread.bEntered = true;
+    return true;
+}
+
+void Leave() {
+    if (g_tThread.ucNumber == UINT8_MAX)
+        g_bLastEntered = false;
+    g_tThread.bEntered = false;
+}
+
 // Which function of the firmware runs in this thread is known when the process dies in it.
 void NoteRunning(uint16_t wNumber) {
     memcpy(RunningCalls() + 2 * g_tThread.ucNumber, &wNumber, sizeof(wNumber));
@@ -320,7 +341,7 @@ void OpenLocked() {
 
 bool Recording() {
     const State eState = StateNow();
-    if (eState == State::kOff)
+    if (eState == State::kOff || g_tThread.bEntered)
         return false;
     const int nErrno = errno;
     if (eState == State::kFresh) {
@@ -334,17 +355,21 @@ bool Recording() {
     return StateNow() == State::kOn;
 }
 
-void Tell(BlockKind eKind, uint16_t wId, const Part *ptParts, unsigned dwCount, const Part *ptResult,
+bool Tell(BlockKind eKind, uint16_t wId, const Part *ptParts, unsigned dwCount, const Part *ptResult,
           int nErrnoBefore, const uint8_t *pucBefore) {
     const int nErrno = errno;
-    const bool bTold = eKind == kEntryBegin || nErrno != nErrnoBefore;
+    const bool bErrno = eKind == kEntryBegin || nErrno != nErrnoBefore;
+    g_tThread.bLibraryRuns = false; // what a signal's handler calls meanwhile goes straight through
     pthread_mutex_lock(&g_tLock);
-    if (g_tThread.ucNumber == 0)
-        g_tThread.ucNumber = g_ucThreads < UINT8_MAX ? ++g_ucThreads : UINT8_MAX;
-    if (StateNow() == State::kOn)
-        Telling(eKind, ptParts, dwCount, ptResult, pucBefore).Tell(wId, bTold ? nErrno : kErrnoUntold);
+    const bool bTold = eKind != kEntryBegin || Enter();
+    if (bTold && StateNow() == State::kOn)
+        Telling(eKind, ptParts, dwCount, ptResult, pucBefore).Tell(wId, bErrno ? nErrno : kErrnoUntold);
+    if (eKind == kEntryEnd)
+        Leave();
     pthread_mutex_unlock(&g_tLock);
+    g_tThread.bLibraryRuns = bTold && eKind != kEntryEnd;
     errno = nErrno;
+    return bTold;
 }
 
 void *FindReal(uint16_t wId) {
@@ -364,17 +389,15 @@ void *FindReal(uint16_t wId) {
 
 Way::Way(BlockKind eBegin, uint16_t wId, const Part *ptParts, unsigned dwCount)
     : m_ptParts(ptParts), m_nErrno(errno), m_wId(wId), m_ucCount(static_cast<uint8_t>(dwCount)),
-      m_eBegin(eBegin), m_bBefore(g_tThread.bLibraryRuns) {
-    if (eBegin == kNothing)
-        return;
-    if (eBegin == kEntryBegin)
-        Tell(kEntryBegin, wId, ptParts, dwCount, nullptr, m_nErrno);
-    else
+      m_eBegin(eBegin) {
+    if (eBegin == kCall)
         Begin();
-    g_tThread.bLibraryRuns = eBegin == kEntryBegin;
+    else if (eBegin == kEntryBegin && !Tell(kEntryBegin, wId, ptParts, dwCount, nullptr, m_nErrno))
+        m_eBegin = kNothing;
 }
 
 void Way::Begin() {
+    g_tThread.bLibraryRuns = false;
     if ((__atomic_load_n(&g_aucNamed[m_wId / 8], __ATOMIC_RELAXED) >> (m_wId % 8) & 1) == 0) {
         pthread_mutex_lock(&g_tLock);
         if (StateNow() == State::kOn)
@@ -392,10 +415,8 @@ void Way::Begin() {
 void Way::End(const Part *ptResult) {
     if (m_eBegin == kNothing)
         return;
-    g_tThread.bLibraryRuns = m_bBefore;
-    if (m_eBegin == kEntryBegin)
-        return Tell(kEntryEnd, m_wId, m_ptParts, m_ucCount, ptResult, m_nErrno);
-    Tell(kCall, m_wId, m_ptParts, m_ucCount, ptResult, m_nErrno, m_aucBefore);
+    Tell(m_eBegin == kEntryBegin ? kEntryEnd : kCall, m_wId, m_ptParts, m_ucCount, ptResult, m_nErrno,
+         m_aucBefore);
     if (StateNow() == State::kOn)
         NoteRunning(0);
 }

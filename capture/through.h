@@ -36,7 +36,6 @@ private:
     uint16_t m_wId;
     uint8_t m_ucCount;
     BlockKind m_eBegin;
-    bool m_bBefore;
     uint8_t
         m_aucBefore[8]; // a parameter that goes in and comes out: no call of the firmware has a longer one
 };

@@ -5,13 +5,21 @@
 //   firmware passes BOARD PROFILE...    a static pass of each
 //   firmware day BOARD                  thresholds, sensors that come and go, events
 //   firmware threads BOARD              four threads that write events and look sensors up
+//   firmware many BOARD                 three hundred threads one after the other, then four at once
+//   firmware signals BOARD PROFILE      passes that signals interrupt, whose handler calls functions of the platform
+//   firmware closes BOARD FILE          passes, in between every descriptor is closed and the file is written
 //   firmware loop BOARD PROFILE         passes until it is killed
 //   firmware time BOARD PROFILE TIMES   nanoseconds of the fastest pass
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <fcntl.h>
 #include <pthread.h>
+#include <sys/time.h>
+#include <unistd.h>
 
 #include "oxa/exports.h"
 #include "oxa/simulator.h"
@@ -111,6 +119,51 @@ void Threads() {
         pthread_join(thread, nullptr);
 }
 
+void *WriteOne(void *) {
+    addPOSTErrorSel();
+    return nullptr;
+}
+
+void ManyThreads() {
+    for (int i = 0; i < 300; ++i) {
+        pthread_t thread;
+        if (pthread_create(&thread, nullptr, WriteOne, nullptr) != 0)
+            End("no thread");
+        pthread_join(thread, nullptr);
+    }
+    Threads();
+}
+
+void AskInBetween(int) {
+    const int before = errno;
+    access("/", F_OK);
+    errno = before;
+}
+
+void PassesWithSignals(OxaSimulator *simulator, const char *profile) {
+    std::signal(SIGALRM, AskInBetween);
+    const itimerval often{{0, 100}, {0, 100}};
+    setitimer(ITIMER_REAL, &often, nullptr);
+    for (int i = 0; i < 100; ++i)
+        oxa_simulator_run(simulator, profile);
+    const itimerval never{};
+    setitimer(ITIMER_REAL, &never, nullptr);
+}
+
+// Under the number of a descriptor that was closed stands a file of the program's own.
+void CloseAll(OxaSimulator *simulator, const char *path) {
+    Pass(simulator, "default");
+    for (int fd = 3; fd < 100; ++fd)
+        close(fd);
+    const int fd = open(path, O_RDWR | O_CREAT | O_TRUNC, 0600);
+    const char line[] = "the program's own\n";
+    for (int i = 0; i < 10000; ++i)
+        if (write(fd, line, sizeof line - 1) < 0)
+            End("not written");
+    for (int i = 0; i < 10; ++i)
+        Pass(simulator, "kestrin");
+}
+
 double Now() {
     timespec now;
     clock_gettime(CLOCK_MONOTONIC, &now);
@@ -145,6 +198,12 @@ int main(int argc, char **argv) {
         Day();
     else if (std::strcmp(what, "threads") == 0)
         Threads();
+    else if (std::strcmp(what, "many") == 0)
+        ManyThreads();
+    else if (std::strcmp(what, "signals") == 0 && argc == 4)
+        PassesWithSignals(simulator, argv[3]);
+    else if (std::strcmp(what, "closes") == 0 && argc == 4)
+        CloseAll(simulator, argv[3]);
     else if (std::strcmp(what, "time") == 0 && argc == 5)
         Time(simulator, argv[3], std::atoi(argv[4]));
     else if (std::strcmp(what, "loop") == 0 && argc == 4)

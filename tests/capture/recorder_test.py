@@ -31,6 +31,13 @@ int main(void) { printf("%s\\n", addPOSTErrorSel() == OXA_FAILED ? "failed" : "w
 """
 OPENING = "LIBIPMI_Create_IPMI_Local_Session"
 
+# A function of a platform that calls the library back.
+CALLING_BACK = """#include <stdint.h>
+uint32_t getExtDevTabCount(void);
+int32_t HAL_GetFanPowerAccuracy(uint32_t *to);
+int32_t HAL_GetFanPowerAccuracy(uint32_t *to) { *to = getExtDevTabCount() & 1; return 0; }
+"""
+
 
 class Recorder(Captures):
     def test_without_a_name_nothing_is_written(self):
@@ -51,6 +58,47 @@ class Recorder(Captures):
         os.symlink(self.path("elsewhere"), self.file)
         self.record("passes", TWO_SOCKET, "default")
         self.assertFalse(os.path.exists(self.path("elsewhere")))
+
+    def test_a_pipe_in_its_place_stays_a_pipe(self):
+        os.mkfifo(self.file, 0o644)
+        before = os.stat(self.file)
+        self.record("passes", TWO_SOCKET, "default")
+        after = os.stat(self.file)
+        self.assertEqual((after.st_mode, after.st_ino), (before.st_mode, before.st_ino))
+        self.assertEqual(os.listdir(self.folder.name), ["machine.cap"])
+
+    @unittest.skipIf(os.geteuid() != 0 or EMULATOR, "files of others are made by root alone")
+    def test_an_empty_file_of_somebody_else_is_not_written(self):
+        with open(self.file, "wb"):
+            os.chown(self.file, 65534, 65534)
+        self.record("passes", TWO_SOCKET, "default")
+        self.assertEqual((os.stat(self.file).st_uid, os.stat(f"{self.file}.1").st_uid), (0, 65534))
+        self.assertEqual(os.path.getsize(f"{self.file}.1"), 0)
+        self.same()
+
+    def test_a_program_that_closes_its_file_keeps_its_own(self):
+        own = self.path("own")
+        self.record("closes", FULLEST, own)
+        with open(own, "rb") as file:
+            self.assertEqual(file.read(), b"the program's own\n" * 10000)
+        told = self.replay()
+        self.assertIn("the capture is not whole: the program closed its file", told["remarks"])
+        self.assertTrue(told["played"]["same"])
+
+    def test_signals_while_it_writes_hold_nobody_up(self):
+        self.record("signals", TWO_SOCKET, "default")
+
+    def test_a_platform_that_calls_the_library_back_is_told_as_one_call(self):
+        back = self.compiled("back.so", CALLING_BACK, "-shared", "-fPIC")
+        self.start("passes", TWO_SOCKET, "default", preload=(RECORDER, back), OXA_CAPTURE=self.file)
+        self.assertEqual(self.same()["entries"], 1)
+
+    def test_more_threads_than_there_are_numbers_come_out_the_same(self):
+        self.record("many", TWO_SOCKET)
+        told = self.replay()
+        self.assertFalse([remark for remark in told["remarks"] if "damaged" in remark], told["remarks"])
+        self.assertGreater(told["played"]["entries"], 300)
+        self.assertTrue(told["played"]["same"])
 
     def test_at_its_limit_the_capture_says_that_it_is_not_whole(self):
         self.record("passes", FULLEST, "default", OXA_CAPTURE_LIMIT=65536)
