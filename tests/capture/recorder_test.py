@@ -105,6 +105,8 @@ class Recorder(Captures):
         self.assertLessEqual(os.path.getsize(self.file), 65536)
         told = self.replay(status=0)
         self.assertIn("the capture is not whole: its limit is reached (OXA_CAPTURE_LIMIT)", told["remarks"])
+        self.assertTrue(told["remarks"][1].startswith("the capture ends within entry 1, OXA_AddDefaultStaticSensor()"),
+                        told["remarks"])
         self.assertTrue(told["played"]["same"])
 
     def test_at_the_limit_of_the_process_the_firmware_goes_on(self):

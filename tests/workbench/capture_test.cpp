@@ -8,6 +8,7 @@
 #include "base/errors.h"
 #include "capture/block.h"
 #include "replay/captured_board.h"
+#include "replay/player.h"
 
 namespace {
 
@@ -251,6 +252,45 @@ TEST(Capture, AFewBytesDoNotBecomeGigabytes) {
     for (unsigned i = 0; i < 6; ++i)
         bytes += Block(kCall, 2, Item(kNumbers, numbers) + Item(kReturned, "") + Item(kErrno, Le(i, 4)));
     EXPECT_THAT(ParseCapture("x.cap", bytes).torn, HasSubstr("longer than any capture's"));
+}
+
+TEST(Capture, ACallThatIsToldManyTimesDoesNotBecomeGigabytes) {
+    std::string bytes = Header() + Running() + kStart + kEntry +
+                        Block(kName, 2, Item(kText, "sspFailedStat")) +
+                        Block(kCall, 2, Item(kText, std::string(1 << 20, 'x')) + Item(kReturned, ""));
+    for (unsigned i = 0; i < 300; ++i)
+        bytes += Again(1, 2);
+    EXPECT_THAT(ParseCapture("x.cap", bytes).torn, HasSubstr("longer than any capture's"));
+}
+
+TEST(Capture, WhatIsNotPrintableDoesNotReachATerminal) {
+    const std::string bytes = Header() + Running() + kStart + kEntry +
+                              Block(kName, 2, Item(kText, "sspFailedStat")) +
+                              Block(kCall, 2, Item(kText, "\x1B[31mred\r\xFF") + Item(kReturned, ""));
+    EXPECT_EQ(CallText(ParseCapture("x.cap", bytes).entries.at(0).calls.at(0)),
+              "sspFailedStat(\"?[31mred??\")");
+}
+
+// ---- what comes out of a replay -----------------------------------------------------------------------------
+
+TEST(Replay, APassOfTheSameCountButOtherLengthsIsNotTheSame) {
+    CapturedEntry pass;
+    pass.name = "OXA_AddDefaultStaticSensor";
+    pass.ended = true;
+    const auto nothing = std::make_shared<const std::string>();
+    pass.out = {{workbench::Item::Kind::kBytes, 0, nothing},
+                {workbench::Item::Kind::kBytes, 0, nothing},
+                {workbench::Item::Kind::kNumber, 1, nullptr}};
+    std::vector<ReplayDifference> differences;
+    uint8_t slot[64] = {}, entry[32] = {};
+    uint16_t count = 1;
+    const parts::Part out[] = {parts::Out(slot, sizeof slot), parts::Out(entry, sizeof entry),
+                               parts::Out(&count)};
+    Player(pass, 1, differences).FinishDriver(out, 3);
+    ASSERT_THAT(differences, SizeIs(2));
+    EXPECT_EQ(differences[0].where + ": " + differences[0].what,
+              "OXA_AddDefaultStaticSensor, parameter 1: 0 bytes recorded, 64 now");
+    EXPECT_EQ(differences[1].what, "0 bytes recorded, 32 now");
 }
 
 // ---- as the recorder writes it ----------------------------------------------------------------------------------

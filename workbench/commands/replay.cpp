@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <memory>
 
 #include "base/errors.h"
@@ -17,14 +18,16 @@ struct ReplayOptions {
     bool json = false;
 };
 
-// What did not return: the last of the thread that died, if one did.
-const CapturedCall *LastCall(const Capture &capture) {
-    for (auto entry = capture.entries.rbegin(); entry != capture.entries.rend(); ++entry) {
-        if (entry->ended)
-            continue;
-        return entry->calls.empty() ? static_cast<const CapturedCall *>(&*entry) : &entry->calls.back();
-    }
-    return nullptr;
+// Of an entry that did not return; the entry itself, where it had called nothing.
+const CapturedCall &LastCall(const CapturedEntry &entry) {
+    return entry.calls.empty() ? entry : entry.calls.back();
+}
+
+// The last entry that did not return; null: all of them did.
+const CapturedEntry *OpenEntry(const Capture &capture) {
+    const auto open = std::find_if(capture.entries.rbegin(), capture.entries.rend(),
+                                   [](const CapturedEntry &entry) { return !entry.ended; });
+    return open == capture.entries.rend() ? nullptr : &*open;
 }
 
 std::string CodeText(const Capture &capture) {
@@ -54,11 +57,14 @@ std::vector<std::string> Remarks(const Capture &capture) {
     if (capture.threads > 1)
         out.push_back(std::to_string(capture.threads) +
                       " threads called the library; their entries are played one after the other");
-    if (const CapturedCall *last = LastCall(capture))
-        out.push_back("the process did not come back from entry " + std::to_string(capture.entries.size()) +
-                      ", " + CallText(capture.entries.back()) + "; its last call: " + CallText(*last) +
-                      " = " + AnswerText(*last));
-    else if (!capture.ended && capture.stopped.empty() && capture.torn.empty())
+    const bool cut = !capture.stopped.empty() || !capture.torn.empty(); // the process went on
+    for (size_t i = 0; i < capture.entries.size(); ++i)
+        if (const CapturedEntry &entry = capture.entries[i]; !entry.ended)
+            out.push_back(
+                (cut ? "the capture ends within entry " : "the process had not come back from entry ") +
+                std::to_string(i + 1) + ", " + CallText(entry) +
+                "; its last call: " + CallText(LastCall(entry)) + " = " + AnswerText(LastCall(entry)));
+    if (!capture.ended && !cut && OpenEntry(capture) == nullptr)
         out.push_back("the process still ran, or died between two entries");
     return out;
 }
@@ -82,7 +88,7 @@ std::string DifferenceText(const ReplayDifference &difference) {
 }
 
 bool SameAgain(const Replayed &replayed) {
-    return replayed.differences.empty() && replayed.died.empty();
+    return replayed.differences.empty() && replayed.died.empty() && replayed.notes.empty();
 }
 
 std::string ReplayText(const Capture &capture, const Replayed &replayed, bool calls) {
@@ -104,7 +110,10 @@ std::string ReplayText(const Capture &capture, const Replayed &replayed, bool ca
            Counted(replayed.calls, "call", "calls") + " answered: ";
     if (SameAgain(replayed))
         return out + "everything came out the same, byte for byte\n";
-    return out + Counted(replayed.differences.size(), "difference", "differences") + "\n";
+    const std::string left = replayed.notes.empty()
+                                 ? ""
+                                 : ", " + Counted(replayed.notes.size(), "entry", "entries") + " not played";
+    return out + Counted(replayed.differences.size(), "difference", "differences") + left + "\n";
 }
 
 Json ItemsJson(const std::vector<Item> &items) {
@@ -142,8 +151,8 @@ std::string ReplayJson(const Capture &capture, const Replayed &replayed, bool ca
         {"code", CodeText(capture)}, {"pointer_size", capture.pointer_size}, {"process", capture.process},
         {"bytes", capture.bytes},    {"entries", capture.entries.size()},    {"calls", capture.Calls()},
         {"ended", capture.ended},    {"remarks", Remarks(capture)}};
-    const CapturedCall *last = LastCall(capture);
-    out["last_call"] = last != nullptr ? CallJson(*last) : Json(nullptr);
+    const CapturedEntry *open = OpenEntry(capture);
+    out["last_call"] = open != nullptr ? CallJson(LastCall(*open)) : Json(nullptr);
     if (calls)
         out["recorded"] = EntriesJson(capture);
     Json differences = Json::array();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "replay/asked.h"
 
+#include <functional>
 #include <map>
 #include <string_view>
 
@@ -15,10 +16,15 @@ const Item &ItemAt(const std::vector<Item> &items, size_t at) {
     return at < items.size() ? items[at] : none;
 }
 
+// A file that is written is a question too, and may be long: many keys of it must not become gigabytes.
 std::string KeyOf(const CapturedCall &call) {
+    constexpr size_t kLong = 64;
     std::string key = call.name;
-    for (const Item &item : call.in)
-        key += '\0' + std::to_string(item.number) + '\0' + item.Bytes();
+    for (const Item &item : call.in) {
+        const std::string &bytes = item.Bytes();
+        key += '\0' + std::to_string(item.number) + '\0' +
+               (bytes.size() > kLong ? std::to_string(std::hash<std::string>()(bytes)) : bytes);
+    }
     return key;
 }
 

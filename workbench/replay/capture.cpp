@@ -2,7 +2,9 @@
 #include "replay/capture.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <span>
@@ -17,7 +19,7 @@ namespace {
 
 namespace format = oxa::capture;
 
-// A file of a few bytes must not become gigabytes: each of its data blocks may be named many times.
+// A file of a few bytes must not become gigabytes: a data block may be named many times, a call told once more by a word.
 constexpr size_t kMostExpanded = size_t{256} << 20;
 
 // What is wrong within a block; the file is read up to it.
@@ -73,9 +75,15 @@ private:
         }
         throw Damage{"the length of an item does not end"};
     }
+    void Count(size_t length) {
+        expanded_ += length;
+        if (expanded_ > kMostExpanded)
+            throw Damage{"its blocks are longer than any capture's"};
+    }
     std::string Content(size_t length) {
         if (length > payload_.size() - at_)
             throw Damage{"an item ends behind its block"};
+        Count(length);
         at_ += length;
         return payload_.substr(at_ - length, length);
     }
@@ -99,9 +107,7 @@ private:
             if (content.size() == 4)
                 return data_[number - 1];
             all += *data_[number - 1];
-            expanded_ += data_[number - 1]->size();
-            if (expanded_ > kMostExpanded)
-                throw Damage{"its blocks are longer than any capture's"};
+            Count(data_[number - 1]->size());
         }
         return std::make_shared<const std::string>(std::move(all));
     }
@@ -394,6 +400,9 @@ Capture ParseCapture(const std::string &path, const std::string &bytes) {
 }
 
 Capture ReadCapture(const std::string &path) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored))
+        throw InputError(path + ": " + std::strerror(EISDIR));
     std::ifstream file(path, std::ios::binary);
     if (!file)
         throw InputError(path + ": " + std::strerror(errno));
@@ -406,7 +415,7 @@ std::string ItemText(const Item &item) {
     case Item::Kind::kNumber:
         return std::to_string(item.number);
     case Item::Kind::kText:
-        return "\"" + OneLine(item.Bytes()) + "\"";
+        return "\"" + Printable(OneLine(item.Bytes())) + "\"";
     case Item::Kind::kBytes:
         if (item.Bytes().size() > kMostShown)
             return std::to_string(item.Bytes().size()) + " bytes";

@@ -24,8 +24,8 @@ std::string BytesText(const std::string &recorded, const std::string &now, bool 
     while (at < most && recorded[at] == now[at])
         ++at;
     if (text)
-        return "character " + std::to_string(at) + ": \"" + OneLine(recorded) + "\" recorded, \"" +
-               OneLine(now) + "\" now";
+        return "character " + std::to_string(at) + ": \"" + Printable(OneLine(recorded)) + "\" recorded, \"" +
+               Printable(OneLine(now)) + "\" now";
     return "byte " + std::to_string(at) + ": " + ByteText(recorded, at) + " recorded, " + ByteText(now, at) +
            " now";
 }
@@ -221,6 +221,12 @@ void Player::FinishDriver(const parts::Part *parts, unsigned count) {
     if (entry_.out[2] != now[2])
         Tell(0, entry_.name,
              "built " + ItemText(entry_.out[2]) + " sensors, builds " + ItemText(now[2]) + " now");
+    else
+        for (size_t i = 0; i < 2; ++i)
+            if (entry_.out[i].Bytes().size() != now[i].Bytes().size())
+                Tell(0, ParameterText(entry_.name, i),
+                     std::to_string(entry_.out[i].Bytes().size()) + " bytes recorded, " +
+                         std::to_string(now[i].Bytes().size()) + " now");
     CompareRows("record", SDR_SLOT_SIZE, entry_.out[0], now[0]);
     CompareRows("device-table entry", DEV_TAB_ENTRY_SIZE, entry_.out[1], now[1]);
 }
