@@ -338,4 +338,23 @@ TEST(CapturedBoard, WhatIsAnsweredOtherwiseLaterIsListed) {
     EXPECT_THAT(text, HasSubstr("count = 2\n"));
 }
 
+// The name of a DIMM, which the library asks by its number.
+std::string DimmName(unsigned dimm, const std::string &name) {
+    return Block(kName, 3, Item(kText, "HAL_GetDimmSensorNameIndex")) +
+           Block(kCall, 3,
+                 Item(kBytes, Le(dimm, 8)) + Item(kRoom, Le(32, 1)) + Item(kUnsigned, Le(32, 1)) +
+                     Item(kReturned, "") + Item(kText, name) + Item(kResult + kSigned, Le(0, 4)));
+}
+
+TEST(CapturedBoard, AnswersThatNoBoardFileCanSayAreListedAndTheOthersStay) {
+    EXPECT_EQ(
+        BoardOf(Query(1, "HAL_GetDimmMaxCount", Item(kUnsigned, Le(3, 1))) + DimmName(0, "A\xFF") +
+                DimmName(1, "B7") + DimmName(2, "")),
+        "# not said here: HAL_GetDimmSensorNameIndex(00 00 00 00 00 00 00 00, 32): answered 0, \"A?\", which no "
+        "board file can say\n"
+        "# not said here: HAL_GetDimmSensorNameIndex(02 00 00 00 00 00 00 00, 32): answered 0, \"\", which no "
+        "board file can say\n"
+        "\n[dimms]\ncount = 3\nnames = [\"A0\", \"B7\"]\n");
+}
+
 } // namespace

@@ -13,6 +13,10 @@ namespace workbench {
 
 bool NamesCapture(const std::string &board);
 
+// The board that gives the answers.  An answer that no board file can say (a name that is not printable, a second fan
+// of one number) is among the unsaid.
+CapturedMachine MachineOf(const Capture &capture);
+
 // The description as board-from writes it; InputError for a file that is no capture.
 std::string CapturedBoardText(const Capture &capture, const CapturedMachine &machine);
 

@@ -9,8 +9,6 @@
 #include "base/text.h"
 #include "library/profiles/catalogue.h"
 #include "oxa/platform.h"
-#include "replay/asked.h"
-#include "replay/machine_files.h"
 #include "simulator/calls.h"
 
 namespace workbench {
@@ -391,11 +389,11 @@ uint32_t ProfileOfPasses(const Capture &capture) {
 
 } // namespace
 
-CapturedMachine MachineOf(const Capture &capture) {
+CapturedMachine MachineOf(const Capture &capture, const std::vector<AskedOnce> &questions) {
     Gathered gathered;
     gathered.machine.board.custom_id = ProfileOfPasses(capture);
     std::map<std::string, size_t> asked;
-    for (const AskedOnce &one : AskedOnceIn(capture)) {
+    for (const AskedOnce &one : questions) {
         const Question *question = QuestionOf(*one.call);
         if (question == nullptr)
             continue;
@@ -412,7 +410,6 @@ CapturedMachine MachineOf(const Capture &capture) {
     }
     Place(gathered);
     JoinFailures(gathered.machine.faults, asked);
-    AddFiles(capture, gathered.machine);
     return std::move(gathered.machine);
 }
 

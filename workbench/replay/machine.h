@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "replay/asked.h"
 #include "replay/capture.h"
 #include "simulator/board.h"
 #include "simulator/simulator.h"
@@ -19,8 +20,9 @@ struct CapturedMachine {
     std::vector<std::string> unsaid; // answers that a board cannot give, a line each
 };
 
-// What a question was answered first counts; one that is answered otherwise later is among the unsaid.
-CapturedMachine MachineOf(const Capture &capture);
+// What a question was answered first counts; one that is answered otherwise later is among the unsaid.  `questions`: those
+// of the capture, or some of them.  Without the files.
+CapturedMachine MachineOf(const Capture &capture, const std::vector<AskedOnce> &questions);
 
 } // namespace workbench
 #endif
