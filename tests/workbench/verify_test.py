@@ -47,6 +47,12 @@ class Tests(Workbench):
     def test_a_host_stands_once(self):
         self.assertEqual(self.mistakes("a base_48 default\nb base_48 default\na base_48 kestrin\n"),
                          [":3:1: line 1 is the same host"])
+        self.assertEqual(self.mistakes("a base_48 default\na:623 base_48 default\na:624 base_48 default\n"),
+                         [":2:1: line 1 is the same host"])
+
+    def test_a_host_is_printable(self):
+        self.assertEqual(self.mistakes("\ufeffa base_48 default\n"),
+                         [":1:1: '???a': no host; its characters are printable ASCII"])
 
     def test_a_list_without_hosts_is_wrong_input(self):
         self.assertEqual(self.mistakes("# nobody\n"), [": no hosts in it; a line for each: HOST[:PORT] BOARD PROFILE"])

@@ -74,16 +74,19 @@ private:
     }
 
     bool CheckAddress(const Word &word) {
-        const auto [known, is_new] = lines_.emplace(word.text, number_);
-        if (!is_new)
-            Fault(word.column, "line " + std::to_string(known->second) + " is the same host");
+        const std::string shown = "'" + Printable(word.text) + "'";
+        sim::Bmc bmc;
         try {
-            sim::Bmc ignored;
-            SetAddress(ignored, word.text, "'" + Printable(word.text) + "'");
+            SetAddress(bmc, word.text, shown);
+            if (Printable(word.text) != word.text) // a byte order mark in front of the list
+                throw InputError(shown + ": no host; its characters are printable ASCII");
         } catch (const InputError &error) {
             Fault(word.column, error.what());
             return false;
         }
+        const auto [known, is_new] = lines_.emplace(bmc.host + ":" + std::to_string(bmc.port), number_);
+        if (!is_new)
+            Fault(word.column, "line " + std::to_string(known->second) + " is the same host");
         return is_new;
     }
 
@@ -113,7 +116,7 @@ private:
     const std::string &path_;
     std::map<std::string, std::set<std::string>> profiles_; // by board
     std::vector<Host> hosts_;
-    std::map<std::string, size_t> lines_; // of hosts
+    std::map<std::string, size_t> lines_; // of hosts, with their ports
     std::vector<std::string> faults_;
     size_t number_ = 0;
 };
