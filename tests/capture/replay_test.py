@@ -141,6 +141,8 @@ class Sources(Captures):
         self.record("passes", TWO_SOCKET, "default")
         source = f"capture:{self.file}"
         self.assertIn("164 sensors", self.sensors("list", "--board", source).stdout)
+        self.assertEqual(self.sensors("list", "--from", source, "--profile", "kestrin").stdout,
+                         self.sensors("list", "--board", source, "--profile", "kestrin").stdout)
         self.assertIn("INPUT_TEMP: full record", self.sensors("show", "--board", source, "INPUT_TEMP").stdout)
         for other in (source, f"default@{source}"):
             self.assertIn("164 the same", self.sensors("diff", other, f"default@{TWO_SOCKET}").stdout)

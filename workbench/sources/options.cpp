@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/errors.h"
+#include "replay/captured_board.h"
 #include "sets/board.h"
 #include "sets/run_options.h"
 #include "sources/source.h"
@@ -11,7 +12,7 @@ void AddFromOption(Command &command, std::string &from) {
         .AddOption(
             "--from", from,
             "Another source than the board: a file of records ('ipmitool sdr dump', 'export', 'list --json'), "
-            "bmc://HOST[:PORT], or PROFILE@BOARD")
+            "capture:FILE, bmc://HOST[:PORT], or PROFILE@BOARD")
         .Takes("SOURCE")
         .Completes(CompleteProfiles);
 }
@@ -33,7 +34,9 @@ SourceSet LoadSource(const SourceOptions &options, const std::string &command) {
         throw InputError("--board is required, or --from SOURCE (see oxa-sensors " + command + " --help)");
     if (options.from.empty())
         return {BuildStaticSet(options.run), options.run.board, {}};
-    SourceSet out = LoadSource(options.from, options.run, options.login);
+    const bool under_another = NamesCapture(options.from) && !options.run.profile.empty();
+    SourceSet out = LoadSource((under_another ? options.run.profile + "@" : "") + options.from, options.run,
+                               options.login);
     if (out.set.profile == nullptr && !options.run.profile.empty())
         out.set.profile = &NamedProfile(options.run.profile); // records do not tell whose they are
     return out;

@@ -29,7 +29,7 @@ std::string ReadWholeFile(const std::string &path) {
     std::ifstream file(path, std::ios::binary);
     if (stat(path.c_str(), &info) != 0 || S_ISDIR(info.st_mode) || !file)
         throw InputError("'" + path + "' is neither a profile (" + AvailableProfiles() +
-                         "), PROFILE@BOARD, bmc://HOST, nor a file that can be read");
+                         "), PROFILE@BOARD, capture:FILE, bmc://HOST, nor a file that can be read");
     return ReadAllOf(file, path);
 }
 
@@ -213,7 +213,7 @@ SourceSet ReadBmc(const sim::Bmc &bmc, const std::string &label, bool thresholds
 SourceSet LoadSource(const std::string &text, const RunOptions &run, const LoginOptions &login) {
     if (text.starts_with(kScheme))
         return ReadBmc(BmcAt(text.substr(kScheme.size()), login, text), text, true);
-    const bool capture = NamesCapture(text); // its profile is its own
+    const bool capture = NamesCapture(text); // under its own profile
     const size_t at = capture ? std::string::npos : text.find('@');
     const std::string profile = capture ? SettledProfile("", text) : text.substr(0, at);
     if (ProfileNamed(profile) == nullptr && (at == std::string::npos || access(text.c_str(), F_OK) == 0))
