@@ -37,6 +37,14 @@ class Tests(BmcTest):
         self.assertEqual([row[1] for row in rows], [f"{n:02X}h" for n in range(1, 49)])
         self.assertEqual({row[2] for row in rows}, {"ok"})
 
+    def test_a_command_that_does_not_listen_holds_nobody_up(self):
+        words = (SENSORS, "serve", "--board", BASE, "--port", "0", "--run",
+                 "trap '' TERM; echo on; while :; do sleep 1; done")
+        with subprocess.Popen(words, stdout=subprocess.PIPE, cwd=SOURCE) as process:
+            self.assertEqual(process.stdout.readline(), b"on\n")
+            process.send_signal(signal.SIGTERM)
+            self.assertEqual(process.wait(timeout=10), 0)
+
     def test_every_analog_sensor_has_a_reading_in_its_unit(self):
         units = {"°C": "degrees C", "V": "Volts", "W": "Watts", "%": "percent"}
         rows = columns(self.ipmitool("sdr", "elist", "all"))

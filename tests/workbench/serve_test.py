@@ -45,6 +45,10 @@ class Tests(Workbench):
             self.assertEqual(self.refused_with(2, *words, "--user-thresholds", "x.dat"),
                              "oxa-sensors: --user-thresholds goes with one board")
 
+    def test_user_thresholds_need_a_place_before_somebody_sets_them(self):
+        self.assertEqual(self.refused_with(2, "--board", BASE, "--user-thresholds", "/nowhere/x.dat"),
+                         "oxa-sensors: /nowhere/x.dat: cannot write: No such file or directory")
+
     def test_several_machines_need_several_ports(self):
         self.assertIn("no port is left for " + FULLEST,
                       self.refused_with(2, "--board", BASE, "--board", FULLEST, "--port", "65535"))

@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <optional>
 #include <sys/wait.h>
@@ -80,6 +81,8 @@ void Settle(ServeOptions &options) {
         options.boards = {EnvironmentValue(kBoardVariable)};
     if (!options.empty && options.boards.front().empty())
         throw InputError("serve: which board? --board FILE, or --empty");
+    if (!options.user_thresholds.empty())
+        RefuseUnwritable(options.user_thresholds);
 }
 
 // The sets first: a board without one is told before there is anything to leave behind.
@@ -145,6 +148,8 @@ public:
     ShellCommand(const ServedMachines &machines, const std::string &command, const sigset_t &mask) {
         std::fflush(nullptr);
         process_ = fork();
+        if (process_ < 0)
+            throw SetError(std::string("no process: ") + std::strerror(errno));
         if (process_ != 0)
             return;
         const ServedMachine &first = *machines.front();
@@ -162,6 +167,12 @@ public:
         if (process_ <= 0)
             return;
         kill(process_, SIGTERM);
+        for (int tries = kEndMs / kLookMs; tries > 0; --tries) {
+            if (waitpid(process_, nullptr, WNOHANG) != 0)
+                return;
+            usleep(kLookMs * 1000);
+        }
+        kill(process_, SIGKILL); // it does not listen, and nobody waits for ever
         waitpid(process_, nullptr, 0);
     }
     ShellCommand(const ShellCommand &) = delete;
@@ -170,13 +181,15 @@ public:
     // The exit status of a command that has ended; nothing while it runs.
     std::optional<int> Ended() {
         int status = 0;
-        if (process_ > 0 && waitpid(process_, &status, WNOHANG) != process_)
+        if (waitpid(process_, &status, WNOHANG) != process_)
             return std::nullopt;
         process_ = -1;
         return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     }
 
 private:
+    static constexpr int kEndMs = 2000, kLookMs = 20; // to end by itself
+
     pid_t process_ = -1;
 };
 

@@ -2,7 +2,11 @@
 #include "commands/serve_thresholds.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <unistd.h>
 
 #include "base/apart.h"
 #include "base/errors.h"
@@ -26,6 +30,14 @@ std::string Saved(uint32_t custom_id, const std::string &file, const StoredThres
 }
 
 } // namespace
+
+void RefuseUnwritable(const std::string &file) {
+    const bool is_there = access(file.c_str(), F_OK) == 0;
+    const std::string folder = std::filesystem::path(file).parent_path().string();
+    const std::string asked = is_there ? file : folder.empty() ? "." : folder;
+    if (access(asked.c_str(), W_OK) != 0)
+        throw InputError(file + ": cannot write: " + std::strerror(errno));
+}
 
 ThresholdKeeper::ThresholdKeeper(const std::string &file, const ServedMachine &machine)
     : file_(file), machine_(machine), custom_id_(NamedProfile(machine.run().profile).id) {

@@ -14,6 +14,9 @@
 
 namespace workbench {
 
+// InputError for a file into which nothing can be saved; before anybody sets what would be lost.
+void RefuseUnwritable(const std::string &file);
+
 class ThresholdKeeper {
 public:
     // InputError for a file that is there and holds no thresholds of the machine's profile.
