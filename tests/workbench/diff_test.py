@@ -235,6 +235,11 @@ class Tests(Workbench):
         text = '{"profile":{"name":"x"},"sensors":[{"record":"\\u001b[31m","entry":""}]}'
         self.assertEqual(self.refused_file("a.json", text.encode()), " record 1: '?[31m' is no byte of it")
 
+    def test_a_byte_of_a_set_has_no_sign(self):
+        for word in ("-1", "+1"):
+            text = f'{{"profile":{{"name":"x"}},"sensors":[{{"record":"{word}","entry":""}}]}}'
+            self.assertEqual(self.refused_file("a.json", text.encode()), f" record 1: '{word}' is no byte of it")
+
 
 if __name__ == "__main__":
     main()

@@ -2,7 +2,6 @@
 #include "sources/source.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <span>
 #include <sstream>
@@ -109,11 +108,10 @@ void ReadHex(const std::string &text, const std::string &where, uint8_t *to, siz
     std::istringstream words(text);
     std::string word;
     for (size_t i = 0; words >> word; ++i) {
-        char *end = nullptr;
-        const unsigned long value = std::strtoul(word.c_str(), &end, 16);
-        if (i >= size || word.size() != 2 || *end != '\0')
+        if (i >= size || word.size() != 2 ||
+            word.find_first_not_of("0123456789ABCDEFabcdef") != std::string::npos) // no sign either
             throw InputError(where + "'" + Printable(word.substr(0, 20)) + "' is no byte of it");
-        to[i] = static_cast<uint8_t>(value);
+        to[i] = static_cast<uint8_t>(std::stoul(word, nullptr, 16));
     }
 }
 
