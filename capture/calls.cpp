@@ -7,6 +7,7 @@
 #include <errno.h>
 #include <limits.h>
 #include <stdarg.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include "capture/print.h"
@@ -41,80 +42,81 @@ void TellUnsound(uint16_t wId, const Part *ptParts, unsigned dwCount, const Part
 
 // ---- what a format makes of its arguments ----------------------------------------------------------------------------
 
-// For as long as `use` runs; its length is that of the whole text.
-template <class F> auto Formatted(const char *pcFormat, va_list tList, F use) {
-    constexpr int kMostText = 65536; // on the stack
-    char acUsual[256];
+// A long text is neither on the stack, which is small in some threads of a firmware, nor on the heap.
+struct Formatted {
+    Formatted(const char *pcFormat, va_list tList);
+    ~Formatted() {
+        if (pcText != acUsual)
+            munmap(const_cast<char *>(pcText), static_cast<size_t>(nLength) + 1);
+    }
+    Formatted(const Formatted &) = delete;
+
+    const char *pcText;
+    int nLength; // negative: no text
+    char acUsual[512];
+};
+
+Formatted::Formatted(const char *pcFormat, va_list tList) : pcText(acUsual) {
     va_list tAgain;
     va_copy(tAgain, tList);
-    const int nLength = Print(acUsual, sizeof(acUsual), pcFormat, tList);
-    if (nLength < static_cast<int>(sizeof(acUsual))) {
-        va_end(tAgain);
-        return use(nLength < 0 ? "" : static_cast<const char *>(acUsual), nLength);
+    nLength = Print(acUsual, sizeof(acUsual), pcFormat, tList);
+    if (nLength < 0)
+        acUsual[0] = '\0';
+    if (nLength >= static_cast<int>(sizeof(acUsual))) {
+        const size_t nRoom = static_cast<size_t>(nLength) + 1;
+        void *const pvLong = mmap(nullptr, nRoom, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (pvLong != MAP_FAILED) {
+            pcText = static_cast<char *>(pvLong);
+            Print(static_cast<char *>(pvLong), nRoom, pcFormat, tAgain);
+        }
     }
-    const size_t nRoom = static_cast<size_t>(nLength < kMostText ? nLength : kMostText) + 1;
-    char *const pcLong = static_cast<char *>(__builtin_alloca(nRoom));
-    Print(pcLong, nRoom, pcFormat, tAgain);
     va_end(tAgain);
-    return use(static_cast<const char *>(pcLong), nLength);
 }
 
 int ThroughPrint(uint16_t wId, char *pcTo, size_t nRoom, const char *pcFormat, va_list tList) {
-    return Formatted(
-        pcFormat, tList,
-        [&](const char *pcText, int nLength) {
-            using Printer = int (*)(char *, size_t, const char *, ...);
-            const bool bRuns = g_tThread.bLibraryRuns;
-            const int nResult = Quietly<int>(
-                wId, bRuns,
-                [&](void *pvReal) { return reinterpret_cast<Printer>(pvReal)(pcTo, nRoom, "%s", pcText); });
-            if (!bRuns)
-                return nResult;
-            const bool bFits = nLength >= 0 && static_cast<size_t>(nLength) < nRoom;
-            const Part atParts[] = {Out(pcTo, static_cast<uint32_t>(nRoom)), Number(nRoom), Text(pcText)};
-            if (bFits && nResult == nLength)
-                ++g_tThread.dwPassedOver;
-            else
-                TellUnsound(wId, atParts, 3, Number(nResult));
-            return nResult;
-        });
+    using Printer = int (*)(char *, size_t, const char *, ...);
+    const Formatted tMade(pcFormat, tList);
+    const bool bRuns = g_tThread.bLibraryRuns;
+    const int nResult = Quietly<int>(wId, bRuns, [&](void *pvReal) {
+        return reinterpret_cast<Printer>(pvReal)(pcTo, nRoom, "%s", tMade.pcText);
+    });
+    if (!bRuns)
+        return nResult;
+    const bool bFits = tMade.nLength >= 0 && static_cast<size_t>(tMade.nLength) < nRoom;
+    const Part atParts[] = {Out(pcTo, static_cast<uint32_t>(nRoom)), Number(nRoom), Text(tMade.pcText)};
+    if (bFits && nResult == tMade.nLength)
+        ++g_tThread.dwPassedOver;
+    else
+        TellUnsound(wId, atParts, 3, Number(nResult));
+    return nResult;
 }
 
 void ThroughLine(uint16_t wId, uint32_t dwModule, const char *pcFile, uint32_t dwLine, const char *pcFunction,
                  const char *pcFormat, va_list tList) {
-    Formatted(
-        pcFormat, tList,
-        [&](const char *pcText, int) {
-            using Line = void (*)(uint32_t, const char *, uint32_t, const char *, const char *, ...);
-            const auto real = [&] {
-                Called<void>(
-                    RealOf(wId),
-                    [&](void *pvReal) {
-                        reinterpret_cast<Line>(pvReal)(dwModule, pcFile, dwLine, pcFunction, "%s", pcText);
-                    });
-            };
-            if (!IsTold(kCall))
-                return real();
-            const auto tParts =
-                Gather(Number(dwModule), Text(pcFile), Number(dwLine), Text(pcFunction), Text(pcText));
-            Told<void>(kCall, wId, tParts, real);
+    using Line = void (*)(uint32_t, const char *, uint32_t, const char *, const char *, ...);
+    const Formatted tMade(pcFormat, tList);
+    const auto real = [&] {
+        Called<void>(RealOf(wId), [&](void *pvReal) {
+            reinterpret_cast<Line>(pvReal)(dwModule, pcFile, dwLine, pcFunction, "%s", tMade.pcText);
         });
+    };
+    if (!IsTold(kCall))
+        return real();
+    const auto tParts =
+        Gather(Number(dwModule), Text(pcFile), Number(dwLine), Text(pcFunction), Text(tMade.pcText));
+    Told<void>(kCall, wId, tParts, real);
 }
 
 void ThroughChannel(uint16_t wId, uint32_t dwLevel, const char *pcFormat, va_list tList) {
-    Formatted(
-        pcFormat, tList,
-        [&](const char *pcText, int) {
-            using Channel = void (*)(uint32_t, const char *, ...);
-            const auto real = [&] {
-                Called<void>(
-                    RealOf(wId),
-                    [&](void *pvReal) { reinterpret_cast<Channel>(pvReal)(dwLevel, "%s", pcText); });
-            };
-            if (!IsTold(kCall))
-                return real();
-            Told<void>(kCall, wId, Gather(Number(dwLevel), Text(pcText)), real);
-        });
+    using Channel = void (*)(uint32_t, const char *, ...);
+    const Formatted tMade(pcFormat, tList);
+    const auto real = [&] {
+        Called<void>(RealOf(wId),
+                     [&](void *pvReal) { reinterpret_cast<Channel>(pvReal)(dwLevel, "%s", tMade.pcText); });
+    };
+    if (!IsTold(kCall))
+        return real();
+    Told<void>(kCall, wId, Gather(Number(dwLevel), Text(tMade.pcText)), real);
 }
 
 // ---- service objects: the library gets one of ours, with the operations that the real one has ------------------------

@@ -22,6 +22,7 @@
 #include <unistd.h>
 
 #include "oxa/exports.h"
+#include "oxa/platform.h"
 #include "oxa/simulator.h"
 
 namespace {
@@ -86,6 +87,14 @@ void WriteEvents() {
     std::printf("power: %u\n", addPowerDropSEL(1, 0, 3, 0));
 }
 
+// The firmware's own: it is no entry's, and longer than anything that the library prints.
+void PrintLong() {
+    static char text[100000], to[sizeof text];
+    std::memset(text, 'x', sizeof text - 1);
+    const int length = snprintf_s(to, sizeof to, "%s", text);
+    std::printf("printed: %d %zu\n", length, std::strlen(to));
+}
+
 void Day() {
     InitSdrThresholdInfoFromFile(0);
     const uint8_t limits[8] = {120, 110, 100, 1, 2, 3, 0, 0};
@@ -95,6 +104,7 @@ void Day() {
     WriteEvents();
     std::printf("ids: %u %u\n", GetSdrFruIdOffset(), GetNoUsedFruIdForPurchaseCard());
     std::printf("registry: %u %d\n", isHasRegister(2, 1), isNeedRegisterHddSdr());
+    PrintLong();
     SDR_AddSpecificSensor(nullptr);
     OXA_AddDefaultStaticSensor(nullptr, nullptr, nullptr);
 }
