@@ -23,7 +23,6 @@ int32_t HAL_GetFanPowerAccuracy(uint32_t *to);
 int32_t HAL_GetFanPowerAccuracy(uint32_t *to) { (void)to; abort(); }
 """
 
-
 # A service that writes an event and says what came of it.
 WRITING = """#include <stdio.h>
 #include "oxa/exports.h"
