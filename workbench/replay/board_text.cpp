@@ -175,7 +175,8 @@ std::optional<DimmPattern> PatternWith(const std::string &before, const std::vec
 }
 
 std::optional<DimmPattern> PatternOf(const std::vector<std::string> &names) {
-    size_t same = names.front().size();
+    constexpr size_t kLongest = 63; // name in a board file; a capture may hold a megabyte
+    size_t same = std::min(names.front().size(), kLongest);
     for (const std::string &name : names)
         while (name.compare(0, same, names.front(), 0, same) != 0)
             --same;
