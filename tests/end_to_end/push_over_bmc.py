@@ -41,6 +41,7 @@ class Push(BmcTest):
         self.assertIn("INPUT_TEMP holds -128 °C to 127 °C", self.push("INPUT_TEMP", "128C", code=2))
         self.assertIn("no sensor 'INPUT_TMP' at port", self.push("INPUT_TMP", "1", code=2))
         self.push("*_TEMP_0*", "2.36 V", code=2)
+        self.push("INPUT_TEMP", "51" + 70 * " " + "junk", code=2)
         self.assertEqual((self.reads("INPUT_TEMP"), self.reads("CPU_TEMP_00")), ("27 degrees C", "30 degrees C"))
 
     def test_json_tells_the_same(self):

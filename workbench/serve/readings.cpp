@@ -84,7 +84,9 @@ unsigned ParseValue(const Decoded &sensor, const std::string &text) {
 } // namespace
 
 unsigned ParseReading(const Decoded &sensor, const std::string &text) {
-    const std::string word = Trim(text.substr(0, kLongest));
+    const std::string word = Trim(text);
+    if (word.size() > kLongest)
+        Refuse(sensor, word.substr(0, kLongest));
     const auto raw = WholeNumber(word);
     if (!raw)
         return ParseValue(sensor, word);
