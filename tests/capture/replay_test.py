@@ -238,6 +238,9 @@ class Differences(Captures):
         self.assertIn("the file is damaged at byte ", told["remarks"][0])
         self.assertLess(told["bytes"], len(whole) // 2 + 1)
         self.assertTrue(told["played"]["same"])
+        self.assertIn("\n# the file is damaged at byte ", self.sensors("board-from", self.file).stdout)
+        self.assertIn("the file is damaged at byte ",
+                      self.sensors("list", "--board", f"capture:{self.file}", "--profile", "default").stderr)
 
 
 if __name__ == "__main__":

@@ -3,6 +3,7 @@
 
 #include "base/errors.h"
 #include "base/json.h"
+#include "base/notes.h"
 #include "base/output.h"
 #include "commands/commands.h"
 #include "replay/asked.h"
@@ -81,26 +82,29 @@ bool AllSame(const std::vector<Checked> &passes) {
 std::string CheckedText(const Checked &pass) {
     const std::string what =
         "profile " + pass.profile + ": " + std::to_string(pass.built) + " sensors built, ";
-    return what + (pass.difference.empty() ? "the same as recorded" : "not as recorded: " + pass.difference) +
-           "\n";
+    return what + (pass.difference.empty() ? "the same as recorded" : "not as recorded: " + pass.difference);
 }
 
-std::string BoardReport(const BoardFromOptions &options, const CapturedMachine &machine,
-                        const std::vector<Checked> &passes) {
+std::string BoardReport(const BoardFromOptions &options, const Capture &capture,
+                        const CapturedMachine &machine, const std::vector<Checked> &passes) {
     std::string out;
+    for (const std::string &lack : capture.Lacks())
+        out += "note: " + lack + "\n";
     for (const Checked &pass : passes)
-        out += CheckedText(pass);
+        out += CheckedText(pass) + "\n";
     if (passes.empty())
-        out += "no static pass was recorded: nothing to compare with\n";
+        out += "no static pass was recorded to its end: nothing to compare with\n";
     for (const std::string &line : machine.unsaid)
         out += "not said: " + line + "\n";
     return options.output + ": written\n" + out;
 }
 
-std::string BoardFromJson(const BoardFromOptions &options, const CapturedMachine &machine,
-                          const std::vector<Checked> &passes, const std::string &text) {
+std::string BoardFromJson(const BoardFromOptions &options, const Capture &capture,
+                          const CapturedMachine &machine, const std::vector<Checked> &passes,
+                          const std::string &text) {
     Json out{{"capture", options.file},
              {"same", AllSame(passes)},
+             {"remarks", capture.Lacks()},
              {"passes", Json::array()},
              {"unsaid", machine.unsaid}};
     out["board"] = options.output.empty() ? Json(nullptr) : Json(options.output);
@@ -122,9 +126,12 @@ void BoardFrom(const BoardFromOptions &options) {
     if (!options.output.empty())
         WriteFileAtomically(options.output, text);
     if (options.json)
-        PrintOut(BoardFromJson(options, machine, passes, text));
+        PrintOut(BoardFromJson(options, capture, machine, passes, text));
     else
-        PrintOut(options.output.empty() ? text : BoardReport(options, machine, passes));
+        PrintOut(options.output.empty() ? text : BoardReport(options, capture, machine, passes));
+    for (const Checked &pass : passes)
+        if (options.output.empty() && !options.json && !pass.difference.empty())
+            TellNote(CheckedText(pass));
     if (!AllSame(passes))
         throw ExitStatus(kNoSet);
 }

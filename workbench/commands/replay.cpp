@@ -47,11 +47,7 @@ std::string CaptureText(const Capture &capture) {
 
 // What the file says of itself that a reader should know.
 std::vector<std::string> Remarks(const Capture &capture) {
-    std::vector<std::string> out;
-    if (!capture.torn.empty())
-        out.push_back("the file is damaged at " + capture.torn + "; what stands before it is used");
-    if (!capture.stopped.empty())
-        out.push_back("the capture is not whole: " + capture.stopped);
+    std::vector<std::string> out = capture.Lacks();
     if (!capture.missing.empty())
         out.push_back("the firmware does not have " + Join(capture.missing, ", "));
     if (capture.threads > 1)

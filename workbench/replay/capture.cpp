@@ -395,6 +395,15 @@ size_t Capture::Calls() const {
     return calls;
 }
 
+std::vector<std::string> Capture::Lacks() const {
+    std::vector<std::string> out;
+    if (!torn.empty())
+        out.push_back("the file is damaged at " + torn + "; what stands before it is used");
+    if (!stopped.empty())
+        out.push_back("the capture is not whole: " + stopped);
+    return out;
+}
+
 Capture ParseCapture(const std::string &path, const std::string &bytes) {
     return Reader(path, bytes).Read();
 }

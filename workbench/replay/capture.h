@@ -54,6 +54,7 @@ struct Capture {
     std::string torn;                 // where and how the file is damaged; empty: it is not
 
     size_t Calls() const;
+    std::vector<std::string> Lacks() const; // why it tells less than there was, a line for each reason
 };
 
 // Reads as far as the file is sound.  InputError when it is no capture at all, or of a later format.

@@ -62,6 +62,8 @@ CapturedMachine MachineOf(const Capture &capture) {
 std::string CapturedBoardText(const Capture &capture, const CapturedMachine &machine) {
     std::string text =
         "# What a machine answered: " + Printable(capture.path) + ", library " + capture.version + ".\n";
+    for (const std::string &lack : capture.Lacks())
+        text += "# " + OneLine(lack) + ".\n";
     for (const std::string &line : machine.unsaid)
         text += "# not said here: " + OneLine(line) + "\n";
     return text + "\n" + BoardText(machine.board, machine.faults);
@@ -69,7 +71,10 @@ std::string CapturedBoardText(const Capture &capture, const CapturedMachine &mac
 
 sim::BoardFile CapturedBoard(const std::string &board) {
     const Capture capture = ReadCapture(board.substr(kPrefix.size()));
-    return sim::LoadBoardText(CapturedBoardText(capture, MachineOf(capture)), board);
+    sim::BoardFile out = sim::LoadBoardText(CapturedBoardText(capture, MachineOf(capture)), board);
+    for (const std::string &lack : capture.Lacks())
+        out.notes.push_back({board, {}, lack, "what was asked behind that has its default"});
+    return out;
 }
 
 } // namespace workbench
