@@ -246,6 +246,24 @@ class Tests(Workbench):
         os.mkfifo(path)
         self.assertIn("a pipe", self.report()["findings"][0]["text"])
 
+    def test_a_folder_that_is_a_link_is_that_of_the_machine(self):
+        """As on a BMC whose /var/tmp is a link to /tmp: not the desk's /tmp, which has no such files."""
+        os.rename(os.path.join(self.root, "var/tmp"), os.path.join(self.root, "ram"))
+        for target in ("/ram", "../ram", "/var/../../../ram/."):
+            os.symlink(target, os.path.join(self.root, "var/tmp"))
+            for root in (self.root, self.root + "/"):
+                self.assertIn("3 slots", self.out("doctor", "--root", root))
+            os.unlink(os.path.join(self.root, "var/tmp"))
+        desks = self.path("desks")
+        os.rename(os.path.join(self.root, "ram"), desks)
+        os.symlink(desks, os.path.join(self.root, "var/tmp"))
+        self.assertEqual(self.report()["files"][1]["holds"], "not there")
+
+    def test_folders_that_are_links_in_a_circle_are_refused(self):
+        shutil.rmtree(os.path.join(self.root, "var/tmp"))
+        os.symlink("/var/tmp", os.path.join(self.root, "var/tmp"))
+        self.assertIn("symbolic links", self.refused(2, "doctor", "--root", self.root))
+
     def test_a_torn_repository(self):
         self.write(REPOSITORY, self.read(REPOSITORY)[:-3])
         self.assertIn(("torn", REPOSITORY, "byte 225"), self.found())  # 3 * 59 + 2 * 24 bytes in front of it

@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <sys/stat.h>
@@ -14,6 +15,8 @@
 namespace workbench {
 namespace {
 
+constexpr char kDiskFaultTest[] = "var/test_disk_fault_predict";
+constexpr int kMostLinks = 40;    // as many as the kernel follows
 constexpr size_t kMost = 1 << 20; // more is read of no file: the longest that is right has not a tenth of it
 
 std::string KindText(const std::string &path, mode_t mode) {
@@ -27,7 +30,34 @@ std::string KindText(const std::string &path, mode_t mode) {
                                             : "a socket";
 }
 
-// Links are not followed: on a machine they lead to its own root, not to that of the desk.
+// The folder of a file as the machine finds it: links on the way lead to its own root, not to that of the desk.
+std::filesystem::path FolderOf(const std::filesystem::path &root, const std::string &file) {
+    const std::filesystem::path folder = std::filesystem::path(file).parent_path();
+    std::deque<std::filesystem::path> steps(folder.begin(), folder.end());
+    std::filesystem::path at; // below the root
+    for (int links = 0; !steps.empty();) {
+        const std::filesystem::path step = steps.front();
+        steps.pop_front();
+        if (step.empty() || step == ".")
+            continue;
+        std::error_code no_link;
+        const std::filesystem::path target = std::filesystem::read_symlink(root / at / step, no_link);
+        if (step == "..") {
+            at = at.parent_path();
+        } else if (no_link) {
+            at /= step;
+        } else {
+            if (++links > kMostLinks)
+                throw InputError((root / file).string() + ": cannot read: " + std::strerror(ELOOP));
+            at = target.is_absolute() ? std::filesystem::path() : at;
+            const std::filesystem::path way = target.relative_path();
+            steps.insert(steps.begin(), way.begin(), way.end());
+        }
+    }
+    return root / at;
+}
+
+// A link in the place of the file itself is a finding.
 void Read(const std::string &path, MachineFile &file) {
     struct stat facts {};
     if (lstat(path.c_str(), &facts) != 0) {
@@ -65,14 +95,17 @@ Machine ReadMachine(const std::string &folder) {
     std::vector<std::string> paths;
     bool any = false;
     for (MachineFile &file : machine.files) {
-        Read(folder + "/" + file.path, file);
+        const std::filesystem::path name = std::filesystem::path(file.path).filename();
+        Read((FolderOf(folder, file.path) / name).string(), file);
         any = any || file.kind != FileKind::kAbsent;
         paths.push_back(file.path);
     }
     if (!any)
         throw InputError("--root " + folder + ": no file of a machine is in it; there would be " +
                          Join(paths, ", "));
-    machine.disk_fault_test = std::filesystem::exists(folder + "/var/test_disk_fault_predict", error);
+    const std::filesystem::path test =
+        FolderOf(folder, kDiskFaultTest) / std::filesystem::path(kDiskFaultTest).filename();
+    machine.disk_fault_test = std::filesystem::exists(std::filesystem::symlink_status(test, error));
     return machine;
 }
 
