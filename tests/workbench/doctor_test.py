@@ -287,6 +287,11 @@ class Tests(Workbench):
         self.assertIn("no file that can be read, nor bmc://HOST",
                       self.refused(2, "doctor", "--root", self.root, "--repository", "/nowhere"))
         self.assertIn("no host", self.refused(2, "doctor", "--root", self.root, "--repository", "bmc://"))
+        self.assertIn("no file that can be read", self.refused(2, "doctor", "--root", self.root, "--repository", "x" * 5000))
+
+    def test_a_bmc_that_does_not_answer_is_no_finding(self):
+        self.assertIn("no session", self.refused(2, "doctor", "--root", self.root, "--repository", "bmc://127.0.0.1:1",
+                                                 "--timeout", "1"))
 
     def test_what_is_no_machine_is_refused(self):
         self.assertIn("No such file or directory", self.refused(2, "doctor", "--root", self.path("nowhere")))

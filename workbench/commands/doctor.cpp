@@ -58,22 +58,32 @@ void AddStaticSet(const DoctorOptions &options, Patient &patient) {
     }
 }
 
+// What a BMC holds, as a file of records.
+std::string RecordsOfBmc(const DoctorOptions &options, const std::string &address) {
+    RepositoryState held;
+    try {
+        held.records = ReadRepositoryOf(BmcAt(address, options.login, options.repository));
+    } catch (const SetError &error) { // nothing to hold the files against
+        throw InputError(options.repository + ": " + error.what());
+    }
+    std::erase_if(held.records,
+                  [](const sim::RepositoryRecord &record) { // others' may be longer than any of ours
+                      return RecordSize(record.bytes) == 0 || RecordSize(record.bytes) > SDR_SLOT_SIZE;
+                  });
+    return RecordsBytes(held);
+}
+
 // A file of records, or what a BMC holds, in place of repository.sdr.
 void TakeRepository(const DoctorOptions &options, Machine &machine) {
     constexpr std::string_view kScheme = "bmc://";
     const std::string &from = options.repository;
     std::string records;
     if (from.starts_with(kScheme)) {
-        RepositoryState held;
-        held.records = ReadRepositoryOf(BmcAt(from.substr(kScheme.size()), options.login, from));
-        std::erase_if(held.records,
-                      [](const sim::RepositoryRecord &record) { // others' may be longer than any of ours
-                          return RecordSize(record.bytes) == 0 || RecordSize(record.bytes) > SDR_SLOT_SIZE;
-                      });
-        records = RecordsBytes(held);
+        records = RecordsOfBmc(options, from.substr(kScheme.size()));
     } else {
+        std::error_code ignored;
         std::ifstream file(from, std::ios::binary);
-        if (!std::filesystem::is_regular_file(from) || !file)
+        if (!std::filesystem::is_regular_file(from, ignored) || !file)
             throw InputError("--repository " + from + ": no file that can be read, nor bmc://HOST[:PORT]");
         records = ReadAllOf(file, from);
     }

@@ -110,8 +110,11 @@ Machine ReadMachine(const std::string &folder) {
 }
 
 void CheckNew(const std::string &folder) {
-    std::error_code ignored;
-    if (std::filesystem::symlink_status(folder, ignored).type() != std::filesystem::file_type::not_found)
+    std::error_code error;
+    const std::filesystem::file_type type = std::filesystem::symlink_status(folder, error).type();
+    if (type == std::filesystem::file_type::none)
+        throw InputError("--repair " + folder + ": " + error.message());
+    if (type != std::filesystem::file_type::not_found)
         throw InputError("--repair " + folder + ": is there already; name a folder that is not");
 }
 
