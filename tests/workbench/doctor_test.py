@@ -2,6 +2,7 @@
 """What doctor says of the files of a machine; damage by the thousand is doctor_damage_test.cpp's."""
 import json
 import os
+import resource
 import shutil
 import struct
 
@@ -167,6 +168,14 @@ class Tests(Workbench):
     def test_lines_and_sections_of_others(self):
         self.write(RECORDS, self.read(RECORDS) + b"[FAN_1]\nsdrRecId=3\nhello\n")
         self.assertEqual(self.found(), [("foreign", RECORDS, "line 12"), ("foreign", RECORDS, "[FAN_1]")])
+
+    def test_a_hundred_thousand_lines_take_no_time(self):
+        """Each line was compared with all before it: 20 seconds and more."""
+        for file, section, key in ((RECORDS, "PSU_1", "k%06d=1\n"), (FRU_IDS, "HGX UBB", "k%06d_FruId =1\n")):
+            self.write(file, f"[{section}]\n" + "".join(key % i for i in range(60000)))
+            before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
+            self.assertEqual(self.run_raw("doctor", "--root", self.root).returncode, 1)
+            self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before, 6)
 
     def test_a_file_that_ends_within_a_number(self):
         self.write(RECORDS, "[PSU_1]\nsdrRecId=4\nPresence=1\n[PSU_2]\nPresence=1\nsdrRecId=5")

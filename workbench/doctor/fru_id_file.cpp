@@ -50,6 +50,7 @@ bool IsGivenOut(const std::string &section, uint32_t id) {
 // "HGX UBB_FruId": the card of a key.
 std::vector<Card> CardsOf(Examination &about, const IniSection &section) {
     std::vector<Card> out;
+    std::map<std::string, size_t> places; // by name
     for (const IniKey &key : section.keys) {
         const bool fru = key.name.ends_with(kFruId), slot = key.name.ends_with(kSlotId);
         if (!fru && !slot) {
@@ -58,10 +59,10 @@ std::vector<Card> CardsOf(Examination &about, const IniSection &section) {
             continue;
         }
         const std::string name = key.name.substr(0, key.name.rfind('_'));
-        auto card = std::find_if(out.begin(), out.end(), [&](const Card &c) { return c.name == name; });
-        if (card == out.end())
-            card = out.insert(out.end(), Card{section.name, name, {}, {}});
-        (fru ? card->fru_id : card->slot) = key.value;
+        const auto [place, is_new] = places.emplace(name, out.size());
+        if (is_new)
+            out.push_back({section.name, name, {}, {}});
+        (fru ? out[place->second].fru_id : out[place->second].slot) = key.value;
     }
     return out;
 }

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <map>
+#include <set>
 
 #include "base/text.h"
 
@@ -35,12 +37,12 @@ public:
         if (!value)
             return Fault("'" + Printable(line.substr(0, 40)) +
                          "' is neither a section nor a key with a number");
-        if (current_ == nullptr)
+        if (sections_.empty())
             return Fault("a key outside of all sections");
         const std::string key = line.substr(0, equals);
-        if (current_->Value(key))
+        if (!keys_.emplace(current_, key).second)
             Fault("key '" + Printable(key) + "' is there twice");
-        current_->keys.push_back({key, *value, number_});
+        text.sections[current_].keys.push_back({key, *value, number_});
     }
     IniText text;
 
@@ -49,14 +51,17 @@ private:
         text.faults.push_back({number_, fault});
     }
     void Begin(const std::string &name) {
-        current_ = text.Find(name);
-        if (current_ != nullptr)
+        const auto [found, is_new] = sections_.emplace(name, text.sections.size());
+        current_ = found->second;
+        if (!is_new)
             return Fault("section [" + Printable(name) + "] is there twice");
         text.sections.push_back({name, number_, {}});
-        current_ = &text.sections.back();
     }
     size_t number_ = 0;
-    IniSection *current_ = nullptr;
+    // Places are looked up, not searched for: a file of something else can have a hundred thousand lines.
+    std::map<std::string, size_t> sections_;        // places by name
+    std::set<std::pair<size_t, std::string>> keys_; // that are there
+    size_t current_ = 0;
 };
 
 } // namespace
@@ -65,12 +70,6 @@ std::optional<uint32_t> IniSection::Value(const std::string &key) const {
     const auto found =
         std::find_if(keys.rbegin(), keys.rend(), [&](const IniKey &k) { return k.name == key; });
     return found == keys.rend() ? std::nullopt : std::optional(found->value);
-}
-
-IniSection *IniText::Find(const std::string &name) {
-    const auto found = std::find_if(sections.begin(), sections.end(),
-                                    [&](const IniSection &section) { return section.name == name; });
-    return found == sections.end() ? nullptr : &*found;
 }
 
 IniText ReadIni(const std::vector<uint8_t> &bytes) {

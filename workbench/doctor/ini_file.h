@@ -33,7 +33,6 @@ struct IniText {
     std::vector<IniSection> sections; // of each name once
     std::vector<IniFault> faults;     // lines that are neither section nor key, names that come twice
     bool torn = false;                // the last line does not end
-    IniSection *Find(const std::string &name);
 };
 
 IniText ReadIni(const std::vector<uint8_t> &bytes);
