@@ -166,6 +166,13 @@ class Tests(Workbench):
         self.assertEqual(self.told("list", f"-b={BASE}"), f"--board ={BASE}: the name of a file is wanted")
         self.assertEqual(self.told("export", "-b", BASE, "-o", ""), "--output '': the name of a file is wanted")
         self.assertEqual(self.told("check", "--boards", ""), "--boards '': the name of a folder is wanted")
+        self.assertEqual(self.told("list", "-b", BASE, "--from", ""), "--from '': a source is wanted")
+        self.assertEqual(self.told("report", "-b", BASE, "-o", "x", "--against", ""), "--against '': a set is wanted")
+        self.assertEqual(self.told("doctor", "--root", "x", "--repository", ""), "--repository '': a source is wanted")
+        self.assertEqual(self.told("doctor", "--root", "x", "--repair", ""),
+                         "--repair '': the name of a folder is wanted")
+        self.assertEqual(self.told("event", "addDiskSEL", "4", "1", "5", "0", "-b", BASE, "--bmc", ""),
+                         "--bmc '': HOST:PORT is wanted")
 
     def test_an_option_before_its_command_is_told_its_place(self):
         self.assertEqual(self.told("--log", "list", "-b", BASE),

@@ -6,6 +6,7 @@
 #include <limits>
 #include <map>
 #include <sstream>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 
@@ -216,19 +217,27 @@ CLI::Option *AddNumber(CLI::App &app, const std::string &names, T &value, const 
     return option->transform(WholeNumber(option, 0, std::numeric_limits<T>::max()));
 }
 
-// A path that is empty is a variable of the shell that was not set; "--json" is an option that came too early, "=x"
-// was written "-b=x".
-bool CanBePath(const std::string &text) {
+// A path or place that is empty is a variable of the shell that was not set; "--json" is an option that came too early,
+// "=x" was written "-b=x".
+bool CanBePlace(const std::string &text) {
     return !text.empty() && !text.starts_with("--") && !text.starts_with("=");
 }
+
+// What --help calls the value of an option that names a place, and what is wanted where it cannot be one.
+constexpr std::pair<const char *, const char *> kPlaces[] = {{"FILE", "the name of a file"},
+                                                             {"DIR", "the name of a folder"},
+                                                             {"NEWDIR", "the name of a folder"},
+                                                             {"SOURCE", "a source"},
+                                                             {"SET", "a set"},
+                                                             {"HOST:PORT", "HOST:PORT"}};
 
 } // namespace
 
 Option &Option::Takes(const std::string &word) {
     option_->type_name(word);
-    if (word == "FILE" || word == "DIR")
-        option_->check(
-            Refusing(option_, CanBePath, word == "DIR" ? "the name of a folder" : "the name of a file"));
+    for (const auto &[place, wanted] : kPlaces)
+        if (word == place)
+            option_->check(Refusing(option_, CanBePlace, wanted));
     return *this;
 }
 
