@@ -251,9 +251,17 @@ class Tests(Workbench):
         finding = self.report()["findings"][0]
         self.assertEqual((finding["rule"], finding["file"]), ("foreign", STORE))
         self.assertIn("a link to /etc/passwd is in its place", finding["text"])
+        self.assertEqual(finding["mended"], "as the repository has it, else left out")
+        self.report("--repair", self.path("new"))
+        self.assertEqual(len(self.read(STORE, self.path("new"))), 3 * 64)
         os.unlink(path)
         os.mkfifo(path)
         self.assertIn("a pipe", self.report()["findings"][0]["text"])
+        os.unlink(os.path.join(self.root, LIMITS))
+        os.mkdir(os.path.join(self.root, LIMITS))
+        finding = next(f for f in self.report("--repair", self.path("newer"))["findings"] if f["file"] == LIMITS)
+        self.assertEqual(finding["mended"], "left out")
+        self.assertFalse(os.path.lexists(os.path.join(self.path("newer"), LIMITS)))
 
     def test_a_folder_that_is_a_link_is_that_of_the_machine(self):
         """As on a BMC whose /var/tmp is a link to /tmp: not the desk's /tmp, which has no such files."""

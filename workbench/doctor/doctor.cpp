@@ -22,8 +22,10 @@ std::vector<std::pair<std::string, std::string>> FileRules() {
 bool Examination::IsThere(Which which, const std::string &then) {
     const MachineFile &file = File(which);
     out.holds[which] = file.kind == FileKind::kAbsent ? "not there" : file.what;
+    const bool from_repository = has_repository && which != kLimits;
     if (file.kind == FileKind::kOther)
-        Add(which, "foreign", "", file.what + " is in its place", then);
+        Add(which, "foreign", "", file.what + " is in its place", then,
+            from_repository ? "as the repository has it, else left out" : kLeftOut);
     return file.Has();
 }
 
