@@ -15,6 +15,8 @@ class Tests(Workbench):
         machine = ("--board", BASE, "--profile", "kestrin")
         self.out("thresholds", "set", self.path("t.dat"), "--sensor", "Inlet_Temp", "--uc", "51", *machine)
         self.out("add", *GPU, "--root", self.path("root"), *machine)
+        with open(self.path("gpu.toml"), "w", encoding="utf-8") as file:
+            file.write('class = "temperature"\ndevice_type = "gpu"\nslot = 1\nuc = 90\n')
         runs = {
             "list": ("list", *machine), "list all": ("list", "--board", BASE, "--profile", "all"),
             "show": ("show", "Inlet_Temp", *machine), "export": ("export", *machine),
@@ -24,6 +26,8 @@ class Tests(Workbench):
             "decode-sel": ("decode-sel", "00 00 E0 00 00 00 03 04 00 04 0D 43 6F A1 00 18"),
             "add": ("add", *GPU, "--list", *machine),
             "remove": ("remove", "--list", *machine), "scenario": ("scenario", "scenarios/day.toml"),
+            "why": ("why", "Inlet_Temp", *machine),
+            "why description": ("why", "--description", self.path("gpu.toml"), *machine),
             "explore": ("explore", "--parts", "psu:1", "--depth", "1", *machine),
             "doctor": ("doctor", "--root", self.path("root"), "--profile", "kestrin"),
             "thresholds show": ("thresholds", "show", self.path("t.dat")),
@@ -46,8 +50,8 @@ class Tests(Workbench):
         self.assertEqual(documents["scenario"]["profile"], {"name": "ferrisk", "id": 16})
         for name in ("thresholds show", "thresholds set", "thresholds preflight"):
             self.assertEqual(documents[name]["saved_under"], PROFILE, name)
-        all_of_them = documents["list all"]["profiles"]
-        self.assertIn(PROFILE, [{key: p[key] for key in ("name", "id")} for p in all_of_them])
+        for name in ("list all", "why", "why description"):
+            self.assertIn(PROFILE, [{key: p[key] for key in ("name", "id")} for p in documents[name]["profiles"]], name)
 
     def test_a_threshold_is_an_object_under_its_name_or_null_everywhere(self):
         # UNC 45, UC 50, UNR 52 °C of the record; UC 49 saved; UC 90 of the description

@@ -252,6 +252,10 @@ class WhoseItIs(Asking):
         self.assertIn("no profile has a sensor 'OUTPUT_TMP'; did you mean OUTPUT_TEMP",
                       self.refused(2, "why", "--board", BASE, "OUTPUT_TMP"))
 
+    def test_a_pattern_that_nothing_fits_is_wrong_input(self):
+        self.assertIn("no sensor or row of profile default fits 'SWP65*'", self.refused(2, "why", "--board", BASE, "SWP65*"))
+        self.assertIn("of any profile fits 'X*'", self.refused(2, "why", "--board", BASE, "--profile", "all", "OS_*", "X*"))
+
     def test_names_or_dropped(self):
         self.assertIn("give one or more names, or --dropped", self.refused(2, "why", "--board", BASE))
         self.refused(2, "why", "--board", BASE, "--dropped", "ACPI_STATUS")

@@ -104,6 +104,25 @@ void CheckNames(const std::vector<std::string> &names, const std::vector<const P
     }
 }
 
+// Nor is a pattern that nothing has told anything of.
+void CheckPatterns(const std::vector<std::string> &names, const std::vector<WhyAnswers> &all) {
+    const auto told = [](const WhyAnswers &answers, const std::string &pattern) {
+        return std::any_of(
+                   answers.present.begin(), answers.present.end(),
+                   [&](const Present &present) { return MatchesGlob(NameOf(present.sensor), pattern); }) ||
+               std::any_of(answers.absent.begin(), answers.absent.end(), [&](const auto &absent) {
+                   return MatchesGlob(SampleName(*absent.second.row), pattern);
+               });
+    };
+    for (const std::string &name : names)
+        if (HasWildcard(name) && std::none_of(all.begin(), all.end(),
+                                              [&](const WhyAnswers &answers) { return told(answers, name); }))
+            throw InputError(
+                "no sensor or row of " +
+                (all.size() > 1 ? "any profile" : std::string("profile ") + all[0].profile->name) +
+                " fits '" + name + "'");
+}
+
 WhyAnswers Ask(const WhyOptions &options, const Profile &profile) {
     RunOptions run = options.run;
     run.profile = profile.name;
@@ -235,6 +254,7 @@ Json AbsentJson(const std::string &name, const Absent &absent) {
 
 Json AnswersJson(const WhyAnswers &answers) {
     Json out{{"name", answers.profile->name},
+             {"id", answers.profile->id},
              {"count", answers.sensors},
              {"rows", answers.rows},
              {"sensors", Json::array()}};
@@ -277,6 +297,7 @@ void Why(const WhyOptions &options) {
     std::vector<WhyAnswers> all;
     for (const Profile *profile : profiles)
         all.push_back(Ask(options, *profile));
+    CheckPatterns(options.names, all);
     if (options.json) {
         Json out{{"board", options.run.board}, {"profiles", Json::array()}};
         for (const WhyAnswers &answers : all)

@@ -96,7 +96,7 @@ std::string Render(const Told &told, bool colour) {
 }
 
 Json ToldJson(const Told &told) {
-    Json out{{"name", told.profile->name}};
+    Json out = ProfileJson(told.profile->id);
     out.update(OutcomeJson(told.arrival.outcome));
     out["keys"] = Json::array();
     for (const KeyTold &key : told.arrival.keys) {
