@@ -256,6 +256,12 @@ class Differences(LockTest):
         done = self.run_raw("lock", "--boards", self.boards, "--check", self.lock, "--format", "markdown")
         self.assertIn(r"| changed | default | INPUT\_TEMP | UC 48 °C -> 50 °C | base\_48 |", done.stdout.decode())
 
+    def test_names_that_mean_something_to_a_table_or_terminal_stay_one_line_of_text(self):
+        self.edit(r"^(base_48 default )INPUT_TEMP ", r"\1%0A%1B[a](b)&lt;~~x|y ", 1)
+        done = self.run_raw("lock", "--boards", self.boards, "--check", self.lock, "--format", "markdown")
+        self.assertIn(r"| renamed | default | ??\[a\](b)\&lt;\~\~x\|y | INPUT\_TEMP | base\_48 |", done.stdout.decode())
+        self.assertNotIn(b"\x1b", done.stdout)
+
 
 class WrongInput(LockTest):
     def test_boards_without_a_set_are_told_and_nothing_is_written(self):
@@ -284,6 +290,13 @@ class WrongInput(LockTest):
                  (good[:line.end()] + line.group().replace("uc=50", "uc=51") + good[line.end():],
                   f":{place + 1}:1: line {place} is about the same: two branches changed it"),
                  (good + "base_48 default X\n", f":{good.count(chr(10)) + 1}:18: 3 words; a sensor's line has 14"),
+                 (good + "base_48 default X full 01 37.60 77/7.0.0 x*1 V - 0000.0000.0000 0/0 0000 00000000\n",
+                  f":{good.count(chr(10)) + 1}:24: '01': the sensor type and event/reading type are written as 01/6F"),
+                 (good + "base_48 default X compact 01/6F 37 77/7.0.0 - - - 0000.0000.0000 0/0 0000 00000000\n",
+                  f":{good.count(chr(10)) + 1}:33: '37': the entity and instance are written as 37.60"),
+                 (good + "base_48 default X compact 01/6F 37.60 77/7.0.0 - - - 8032 0/0 0000 00000000\n",
+                  f":{good.count(chr(10)) + 1}:54: '8032': the masks are written as 8032.8018.1B1B"),
+                 (good + "base_48 default \x1b[31m\n", f":{good.count(chr(10)) + 1}:17: a control character"),
                  (good + "@nome a b\n", f":{good.count(chr(10)) + 1}:1: '@nome' is no table of a lock"),
                  (good + "@name a b\n", f":{good.count(chr(10)) + 1}:10: the line ends within @name")]
         for text, expected in cases:

@@ -2,6 +2,7 @@
 #include "base/markup.h"
 
 #include <cstdint>
+#include <string_view>
 
 #include "base/text.h"
 
@@ -20,7 +21,7 @@ std::string GithubText(const std::string &text, bool property) {
 std::string MarkdownText(const std::string &text) {
     std::string out;
     for (const char c : text) {
-        if (c == '|' || c == '*' || c == '_' || c == '\\' || c == '`' || c == '<')
+        if (std::string_view("|*_\\`<&[]~").find(c) != std::string_view::npos)
             out += '\\';
         out += c;
     }

@@ -2,12 +2,14 @@
 #include "lock/file.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <sstream>
+#include <string_view>
 
 #include "base/errors.h"
 #include "base/input.h"
@@ -22,6 +24,37 @@ constexpr char kHead[] =
     "# never by hand; after a merge write it again.\n";
 constexpr size_t kMostFaults = 20; // a merge's conflicts can be thousands
 constexpr char kFirstWords[] = "# oxa-sensors lock ";
+
+// Words that are taken apart again, with one that is right.
+constexpr struct {
+    LockColumn column;
+    const char *name;
+    std::string_view example;
+} kForms[] = {{kLockType, "sensor type and event/reading type", "01/6F"},
+              {kLockEntity, "entity and instance", "37.60"},
+              {kLockMasks, "masks", "8032.8018.1B1B"}};
+
+bool IsHex(char c) {
+    return std::isxdigit(static_cast<unsigned char>(c)) != 0;
+}
+
+bool HasForm(const std::string &word, std::string_view example) {
+    return std::equal(
+        word.begin(), word.end(), example.begin(), example.end(),
+        [](char c, char right) { return IsHex(right) ? IsHex(c) : c == right; });
+}
+
+bool IsControl(char c) {
+    return (c >= 0 && c < ' ') || c == 0x7F;
+}
+
+// Of the word of that number, in the line that the words are of.
+size_t ColumnOf(const std::string &line, const std::vector<std::string> &words, size_t number) {
+    size_t at = line.find(words[0]);
+    for (size_t i = 1; i <= number; ++i)
+        at = line.find(words[i], at + words[i - 1].size());
+    return at + 1;
+}
 
 std::vector<std::string> WordsOf(const std::string &line) {
     std::istringstream in(line);
@@ -84,6 +117,8 @@ private:
             line.pop_back();
         if (line.empty() || line[0] == '#')
             return;
+        if (const auto odd = std::find_if(line.begin(), line.end(), IsControl); odd != line.end())
+            return Fault(static_cast<size_t>(odd - line.begin()) + 1, "a control character; a lock has none");
         for (const char *mark : {"<<<<<<<", "=======", ">>>>>>>", "|||||||"})
             if (line.rfind(mark, 0) == 0)
                 return Fault(1, "a conflict that a merge left; write the lock again");
@@ -94,6 +129,11 @@ private:
         if (words.size() != kLockColumns)
             return Fault(line.size() + 1, std::to_string(words.size()) + " words; a sensor's line has " +
                                               std::to_string(size_t{kLockColumns}));
+        for (const auto &[column, name, example] : kForms)
+            if (!HasForm(words[column], example))
+                return Fault(ColumnOf(line, words, column), "'" + Printable(words[column]) + "': the " +
+                                                                name + " are written as " +
+                                                                std::string(example));
         std::copy(words.begin(), words.end(), sensor.words.begin());
         sensor.number = number_;
         Once(KeyOf(sensor));

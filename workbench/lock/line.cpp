@@ -111,8 +111,10 @@ std::string FromLockWord(const std::string &word) {
             out += word[i];
             continue;
         }
-        if (i + 2 < word.size())
-            out += static_cast<char>(std::strtoul(word.substr(i + 1, 2).c_str(), nullptr, 16));
+        if (i + 2 < word.size()) {
+            const auto c = static_cast<char>(std::strtoul(word.substr(i + 1, 2).c_str(), nullptr, 16));
+            out += (c >= 0 && c < ' ') || c == 0x7F ? '?' : c;
+        }
         i += 2;
     }
     return out;

@@ -53,7 +53,7 @@ struct TableLine {
 
 // Words have no blanks, begin with neither "@" nor "#", and are printable ASCII: what is not becomes %XX.
 std::string LockWord(const std::string &text);
-std::string FromLockWord(const std::string &word);
+std::string FromLockWord(const std::string &word); // "?" for a control character: it is for people to read
 
 SensorLine LineOf(const std::string &board, const Profile &profile, const Sensor &sensor,
                   const Decoded &decoded);
