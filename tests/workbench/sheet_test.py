@@ -205,6 +205,24 @@ class Faults(SheetTest):
                           "2:18: G2: '1.234,5': one decimal point or comma is wanted, nothing between thousands",
                           "3:19: G3: '1e999' is no number", "3:25: H3: 'nan' is no number"])
 
+    def test_a_sign_too_many_is_no_number(self):
+        self.assertEqual(self.faults(HEAD + "INPUT_TEMP,°C,+-5,,,,,\n"), ["2:15: C2: '+-5' is no number"])
+
+    def test_decimal_commas_that_part_cells_are_told_and_make_no_limits(self):
+        # 14,4 without quotes: UC 14 V and a cell that no column names
+        told = "2:11: C2: '4' is behind the last column of the first row"
+        (line,) = self.faults("Name,UC\nVCC12V,14,4\n")
+        self.assertTrue(line.startswith(told), line)
+        self.assertIn(told, self.refused(2, "sheet", "image", self.sheet, "--board", BASE, "-o", self.path("t.dat")))
+        self.assertFalse(os.path.exists(self.path("t.dat")))
+
+    def test_what_is_longer_than_any_sheet_is_read_to_no_end(self):
+        """Sixteen million cells took gigabytes, a cell of tabs hours."""
+        for content in ("," * 15_000_000, "a\n" * 1_000_001):
+            (line,) = self.faults(HEAD + content)
+            self.assertIn("more than a million cells", line)
+        self.assertEqual(self.faults(HEAD + "\t" * 2_000_000 + "VCC12V,V,x\n"), ["2:2000010: C2: 'x' is no number"])
+
     def test_rows_without_a_name_or_with_one_twice(self):
         self.assertEqual(self.faults(HEAD + ",V,,,,,14.4,\nVCC12V,V\nVCC12V,V\n"),
                          ["2:1: A2: a row without a name", "4:1: A4: VCC12V is in A3 already"])
@@ -305,6 +323,23 @@ class Rows(SheetTest):
         self.assertIn("UC 44 °C is not above UNC 45 °C of the set", self.refused_rows(HEAD + "Inlet_Temp,°C,,,,,44,\n"))
         self.assertIn("--list names the profile's list",
                       self.refused_rows(HEAD + "Inlet_Temp,°C,,,,,46,\n", "--list", "/nowhere"))
+
+    def test_a_list_whose_rows_go_on_in_another_line_is_edited_by_hand(self):
+        list_file = self.path("x.def")
+        row = 'STATIC_TABLE(kInletTemp, F, "Inlet_Temp"'
+        for text in (row + ", Limits({.unc = Celsius(40),\n    .uc = Celsius(43)}))\n", row + "\n)\n", row + ") // (x)\n",
+                     row + ", Limits({.unc = Celsius(40))\n"):
+            with open(list_file, "w", encoding="utf-8") as file:
+                file.write(text)
+            self.assertIn("x.def:1: the row does not end with its line",
+                          self.refused_rows(HEAD + "Inlet_Temp,°C,,,,,46,\n", "--list", list_file))
+
+    def test_what_is_no_list_has_no_rows(self):
+        list_file = self.path("x.def")
+        with open(list_file, "w", encoding="utf-8") as file:
+            file.write("A(" + "x" * 300_000 + '"Inlet_Temp")\n')
+        self.assertIn("no row prints Inlet_Temp", self.refused_rows(HEAD + "Inlet_Temp,°C,,,,,46,\n", "--list", list_file))
+        self.assertIn("a folder", self.refused_rows(HEAD + "Inlet_Temp,°C,,,,,46,\n", "--list", self.folder.name))
 
     def test_the_nearest_pattern_is_the_sensors_row(self):
         # DIMM%s_Temp prints DIMMG0_Temp as well; simplified.toml has sensors of groups of DIMMs

@@ -4,11 +4,13 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
+#include <string_view>
 
 namespace workbench {
 namespace {
 
 constexpr char kMark[] = "\xEF\xBB\xBF";
+constexpr size_t kMostCells = 1000000; // each takes some hundred bytes; the largest set has some thousand
 
 std::string Cell(size_t row, size_t column) {
     std::string letters;
@@ -42,6 +44,10 @@ public:
             if (std::any_of(row.begin(), row.end(), [](const SheetCell &cell) { return !cell.text.empty(); }))
                 rows_.push_back(std::move(row));
             ++row_;
+            if (cells_ > kMostCells) {
+                faults_.push_back({{line_, column_, ""}, "more than a million cells; no sheet is that long"});
+                break;
+            }
         }
         return std::move(rows_);
     }
@@ -64,7 +70,7 @@ private:
         std::vector<SheetCell> row;
         for (;;) {
             row.push_back(NextCell(row.size()));
-            if (AtLineEnd())
+            if (++cells_ > kMostCells || AtLineEnd())
                 break;
             Step(); // the separator
         }
@@ -108,22 +114,25 @@ private:
     const char separator_;
     std::vector<SheetFault> &faults_;
     std::vector<std::vector<SheetCell>> rows_;
-    size_t at_ = 0, row_ = 0, line_ = 1, column_ = 1;
+    size_t at_ = 0, row_ = 0, line_ = 1, column_ = 1, cells_ = 0;
 };
 
 } // namespace
 
-std::string Trimmed(std::string text) {
-    const auto strip = [&text](const std::string &what, bool front) {
-        if (front ? !text.starts_with(what) : !text.ends_with(what))
-            return false;
-        front ? text.erase(0, what.size()) : text.erase(text.size() - what.size());
-        return true;
-    };
-    for (const bool front : {true, false})
-        while (strip(" ", front) || strip("\t", front) || strip("\xC2\xA0", front)) {
+std::string Trimmed(const std::string &text) {
+    constexpr std::string_view kBlanks[] = {" ", "\t", "\xC2\xA0"};
+    std::string_view rest = text;
+    for (bool stripped = true; stripped;) {
+        stripped = false;
+        for (const std::string_view blank : kBlanks) {
+            const bool front = rest.starts_with(blank);
+            rest.remove_prefix(front ? blank.size() : 0);
+            const bool back = rest.ends_with(blank);
+            rest.remove_suffix(back ? blank.size() : 0);
+            stripped = stripped || front || back;
         }
-    return text;
+    }
+    return std::string(rest);
 }
 
 CsvTable ParseCsv(const std::string &bytes, std::vector<SheetFault> &faults) {

@@ -30,7 +30,7 @@ struct CsvTable {
     std::vector<std::vector<SheetCell>> rows; // empty ones are left out
 };
 
-std::string Trimmed(std::string text); // of blanks and no-break spaces
+std::string Trimmed(const std::string &text); // of blanks and no-break spaces
 
 // The separator is the one that the first line has most of, outside quotes.
 CsvTable ParseCsv(const std::string &bytes, std::vector<SheetFault> &faults);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <regex>
@@ -17,7 +18,8 @@
 namespace workbench {
 namespace {
 
-constexpr unsigned kOwnLimits = 12; // masks and limits of a packed row
+constexpr unsigned kOwnLimits = 12;  // masks and limits of a packed row
+constexpr size_t kLongestRow = 1000; // in letters: an expression goes as deep as its text is long
 
 struct NamePattern {
     std::regex names;
@@ -55,8 +57,8 @@ NamePattern PatternOf(const std::string &format) {
 
 std::vector<ListRow> ReadList(const std::string &path) {
     std::ifstream file(path, std::ios::binary);
-    if (!file)
-        throw InputError(path + ": cannot read: " + std::strerror(errno) +
+    if (!file || std::filesystem::is_directory(path))
+        throw InputError(path + ": cannot read: " + (file ? "a folder" : std::strerror(errno)) +
                          "; --list names the profile's list");
     std::istringstream in(ReadAllOf(file, path));
     // A row is a line; its name is the first text, its second name that of OnSmallBoard or Second.
@@ -66,7 +68,8 @@ std::vector<ListRow> ReadList(const std::string &path) {
     std::string line;
     for (size_t number = 1; std::getline(in, line); ++number) {
         std::smatch name, second;
-        if (line.starts_with("#") || line.starts_with("//") || !std::regex_search(line, name, kRow))
+        if (line.starts_with("#") || line.starts_with("//") || line.size() > kLongestRow ||
+            !std::regex_search(line, name, kRow))
             continue;
         out.push_back({number, line, {PatternOf(name[1])}});
         if (std::regex_search(line, second, kSecond))
@@ -109,6 +112,13 @@ std::string LimitText(const SheetSensor &sensor, size_t i) {
     return ValueOf(reading, *sensor.counts[i]) == Rounded(value) ? text : "Rounded(" + text + ")";
 }
 
+// Whether limits can be written behind the row: it ends with its line, and so do the limits that it has.
+bool IsWhole(const std::string &line) {
+    const size_t last = line.find_last_not_of(" \t\r"), limits = line.find(", Limits({");
+    return last != std::string::npos && line[last] == ')' &&
+           (limits == std::string::npos || line.find("})", limits) != std::string::npos);
+}
+
 // Takes the limits out that the line has: its text without them, and they.
 Written TakeLimits(std::string &line) {
     Written out;
@@ -131,7 +141,7 @@ std::string WithLimits(const std::string &line, const Written &limits) {
     for (size_t i = 0; i < kSheetLimits; ++i)
         if (!limits[i].empty())
             parts.push_back(std::string(".") + kMembers[i] + " = " + limits[i]);
-    const size_t end = line.rfind(')');
+    const size_t end = std::min(line.rfind(')'), line.size());
     return line.substr(0, end) + ", Limits({" + Join(parts, ", ") + "})" + line.substr(end);
 }
 
@@ -165,6 +175,8 @@ private:
             std::any_of(sensors.begin(), sensors.end(), [](const SheetSensor *s) { return s->Changes(); });
         if (!changes)
             return;
+        if (!IsWhole(row.text))
+            return Fault(row.line, "the row does not end with its line; its limits must be written by hand");
         std::string text = row.text;
         Written limits = TakeLimits(text);
         const bool had = text.size() != row.text.size();

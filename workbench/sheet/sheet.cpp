@@ -44,6 +44,7 @@ public:
             return {};
         }
         ReadHeader(table.rows[0]);
+        width_ = table.rows[0].size();
         if (!faults_.empty())
             return {};
         for (size_t i = 1; i < table.rows.size(); ++i)
@@ -96,6 +97,14 @@ private:
     void ReadRow(const std::vector<SheetCell> &cells) {
         SheetRow row;
         const SheetCell name = At(cells, columns_.name), unit = At(cells, columns_.unit);
+        const auto behind =
+            std::find_if(cells.begin() + static_cast<long>(std::min(width_, cells.size())), cells.end(),
+                         [](const SheetCell &cell) { return !cell.text.empty(); });
+        if (behind != cells.end())
+            return Fault(behind->place,
+                         "'" + Printable(behind->text) +
+                             "' is behind the last column of the first row (a number with a decimal "
+                             "comma must be quoted where commas part the cells)");
         if (name.text.empty())
             return Fault(cells[0].place, "a row without a name");
         row.name = name.text;
@@ -128,7 +137,8 @@ private:
         }
         std::replace(text.begin(), text.end(), ',', '.');
         double value = 0;
-        const char *begin = text.c_str() + (text.starts_with("+") ? 1 : 0), *end = text.c_str() + text.size();
+        const bool plus = text.starts_with("+") && !text.starts_with("+-");
+        const char *begin = text.c_str() + (plus ? 1 : 0), *end = text.c_str() + text.size();
         const auto [last, error] = std::from_chars(begin, end, value);
         if (begin != end && error == std::errc() && last == end && std::isfinite(value))
             return value;
@@ -139,6 +149,7 @@ private:
     std::vector<SheetFault> &faults_;
     Sheet sheet_;
     Columns columns_;
+    size_t width_ = 0;                         // cells of the first row
     std::map<std::string, std::string> lines_; // cells by name
 };
 
