@@ -81,12 +81,12 @@ class Export(SheetTest):
         self.assertIn("VCC12V\tV\t\t9.6\t10.8\t13.2\t14.4\t\n",
                       self.out("sheet", "export", "--board", BASE, "--style", "tab"))
 
-    def test_json_has_a_number_or_null_for_each_limit(self):
+    def test_json_has_the_thresholds_of_list(self):
         data = self.json("sheet", "export", "--board", BASE)
         self.assertEqual((data["format"], data["profile"]["name"], data["sheet"]), (1, "default", None))
         one = next(s for s in data["sensors"] if s["name"] == "VCC12V")
-        self.assertEqual(one, {"name": "VCC12V", "unit": "V", "LNR": None, "LC": 9.6, "LNC": 10.8, "UNC": 13.2,
-                               "UC": 14.4, "UNR": None})
+        self.assertEqual(one, {"name": "VCC12V", "unit": "V", "thresholds": self.sensor("VCC12V")["thresholds"]})
+        self.assertEqual((one["thresholds"]["uc"]["value"], one["thresholds"]["unr"]), (14.4, None))
 
 
 class Check(SheetTest):

@@ -49,10 +49,8 @@ Json ExportJson(const SheetOptions &options, const JudgedSheet &judged) {
     for (const Decoded &sensor : judged.set) {
         if (!CanHaveLimits(sensor))
             continue;
-        Json one{{"name", sensor.name}, {"unit", sensor.reading->unit}};
-        for (const Threshold &t : sensor.thresholds)
-            one[t.key] = t.readable ? Json(Rounded(t.value)) : Json(nullptr);
-        out["sensors"].push_back(std::move(one));
+        out["sensors"].push_back(
+            {{"name", sensor.name}, {"unit", sensor.reading->unit}, {"thresholds", ThresholdsJson(sensor)}});
     }
     return out;
 }
