@@ -102,12 +102,18 @@ class Tests(Workbench):
     def test_wrong_parts_are_told(self):
         for parts, why in (("dsik:0", "did you mean disk?"), ("disk", "its number is missing"), ("disk:x", "a number is 0 to 254"),
                            ("disk:3-1", "the last is below the first"), ("disk:1,disk:0-2", "disk 1 is named twice"),
-                           ("", "no part"), ("disk:0-40", "more than 32 parts")):
+                           ("", "no part"), ("psu:1,", "nothing stands behind its last comma"),
+                           ("disk:0-40", "more than 32 parts")):
             with self.subTest(parts):
                 self.assertIn(why, self.refused(2, "explore", "-b", BASE, "--parts", parts))
         self.assertIn("psu 0 is not added on this board", self.refused(2, "explore", "-b", BASE, "--parts", "psu:0"))
         self.assertIn("1 to 20 steps", self.refused(2, "explore", "-b", BASE, "--parts", "psu:1", "--depth", "0"))
         self.assertTrue(self.refused_in_json(2, "explore", "-b", "/nowhere.toml", "--parts", "psu:1"))
+
+    def test_a_place_for_stories_that_cannot_be_is_told_before_the_walk(self):
+        """Four parts, six steps, two faults: the walk would take longer than any test may."""
+        self.assertIn("Not a directory", self.refused(2, "explore", "-b", BASE, "--parts", "disk:0-1,psu:1,gpu:1", "--depth",
+                                                      "6", "--faults", "2", "--stories", BASE))
 
 
 if __name__ == "__main__":

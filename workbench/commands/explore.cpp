@@ -53,13 +53,18 @@ std::string StoryFile(size_t number, const BrokenStory &story) {
     return std::string(digits.size() < 3 ? 3 - digits.size() : 0, '0') + digits + "-" + name + ".toml";
 }
 
+// Before the walk, which may take hours.
+void MakeFolder(const ExploreOptions &options) {
+    std::error_code error;
+    if (!options.stories.empty())
+        std::filesystem::create_directories(options.stories, error);
+    if (error)
+        throw InputError("--stories " + options.stories + ": " + error.message());
+}
+
 void WriteStories(const ExploreOptions &options, const World &world, const WalkResult &result) {
     if (options.stories.empty())
         return;
-    std::error_code error;
-    std::filesystem::create_directories(options.stories, error);
-    if (error)
-        throw InputError("--stories " + options.stories + ": " + error.message());
     size_t number = 0;
     for (const BrokenStory &story : result.broken)
         WriteFileAtomically(options.stories + "/" + StoryFile(++number, story),
@@ -139,6 +144,7 @@ void RunExplore(const ExploreOptions &options) {
     World world = WorldOf(options);
     sim::KeepFilesInMemory();
     LearnNames(world);
+    MakeFolder(options);
     const auto began = std::chrono::steady_clock::now();
     const WalkResult result = Walk(world, options.depth);
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();

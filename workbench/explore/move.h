@@ -18,7 +18,7 @@ enum class What : uint8_t { kComes, kGoes, kFails, kLimits, kRestart };
 struct Move {
     What what = What::kRestart;
     uint8_t part = 0;
-    uint8_t fault = 0;       // in Faults(), from 1; 0: none
+    uint8_t fault = 0;       // in FaultKinds(), from 1; 0: none
     uint16_t occurrence = 0; // the n-th call of it within the step
     Kill kill{};             // neither change nor write: none
     bool Dies() const {
@@ -47,7 +47,7 @@ struct World { // what stays as it is on a walk
 // Moves without faults.
 std::vector<Move> PlainMoves(const World &world);
 
-std::string MoveText(const World &world, const Move &move);  // "psu 1 comes; killed before its change 3"
+std::string MoveText(const World &world, const Move &move);  // "psu 1 comes; killed before change 3"
 std::string MoveClass(const World &world, const Move &move); // the same without numbers: "psu comes, killed"
 
 } // namespace workbench

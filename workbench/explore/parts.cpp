@@ -118,6 +118,8 @@ std::vector<Part> ReadParts(const std::string &text) {
     std::istringstream stream(text);
     for (std::string word; std::getline(stream, word, ',');)
         AddParts(word, out);
+    if (text.ends_with(','))
+        Refuse(text, "nothing stands behind its last comma");
     if (out.empty())
         Refuse(text, "no part");
     if (out.size() > kMostParts)

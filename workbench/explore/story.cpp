@@ -89,7 +89,9 @@ std::string StoryToml(const World &world, const BrokenStory &story, const std::s
     Life life(world); // tells which limits a user sets
     life.Begin();
     for (const Move &move : story.moves) {
-        life.Make(move);
+        if (&move != &story.moves.back() ||
+            move.what == What::kLimits) // the last one may be what ends the process
+            life.Make(move);
         out += MoveToml(world, move, life);
     }
     return out;
