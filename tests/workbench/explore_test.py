@@ -115,6 +115,12 @@ class Tests(Workbench):
         self.assertIn("Not a directory", self.refused(2, "explore", "-b", BASE, "--parts", "disk:0-1,psu:1,gpu:1", "--depth",
                                                       "6", "--faults", "2", "--stories", BASE))
 
+    def test_stories_of_a_capture_are_refused_for_no_file_can_name_it(self):
+        self.assertIn("board-from makes one of it",
+                      self.refused(2, "explore", "-b", "capture:tests/capture/machine.cap", "--parts", "psu:1", "--depth", "1",
+                                   "--stories", self.path("stories")))
+        self.assertFalse(os.path.exists(self.path("stories")))
+
 
 if __name__ == "__main__":
     main()

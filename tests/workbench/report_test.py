@@ -122,6 +122,13 @@ class WhatStandsInIt(ReportTest):
         self.assertEqual(self.report(board=board).data("report")["sets"][0]["title"], "rack 7")
         self.assertEqual(self.report().data("report")["sets"][0]["title"], "base_48")
 
+    def test_a_path_that_is_no_utf_8_is_shown_as_far_as_it_is(self):
+        path = os.path.join(os.fsencode(self.folder.name), b"b\xff.toml")
+        with open(path, "wb") as file:
+            file.write(b"[psus]\ncount = 1\n")
+        (told,) = self.report(board=os.fsdecode(path)).sets()
+        self.assertTrue(any(one["from"].endswith("b\ufffd.toml:2: [psus] count") for one in told["asked"]), told["asked"][:9])
+
     def test_it_is_the_same_at_every_call(self):
         self.assertEqual(self.report("--profile", "all").text, self.report("--profile", "all").text)
 

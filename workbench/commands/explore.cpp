@@ -16,6 +16,7 @@
 #include "explore/known.h"
 #include "explore/story.h"
 #include "explore/walk.h"
+#include "replay/captured_board.h"
 #include "runtime/platform.h"
 #include "sets/board.h"
 #include "sets/run_options.h"
@@ -55,9 +56,13 @@ std::string StoryFile(size_t number, const BrokenStory &story) {
 
 // Before the walk, which may take hours.
 void MakeFolder(const ExploreOptions &options) {
+    if (options.stories.empty())
+        return;
+    if (NamesCapture(options.board))
+        throw InputError(
+            "--stories: a story names a board file, no capture; oxa-sensors board-from makes one of it");
     std::error_code error;
-    if (!options.stories.empty())
-        std::filesystem::create_directories(options.stories, error);
+    std::filesystem::create_directories(options.stories, error);
     if (error)
         throw InputError("--stories " + options.stories + ": " + error.message());
 }

@@ -62,7 +62,10 @@ std::vector<Json> WhyOfSets(const std::vector<RunOptions> &runs) {
     std::vector<Json> out;
     Progress progress("asking why in", runs.size(), "sets");
     RunManyApart(
-        runs.size(), [&runs](size_t index, const Say &say) { say(WhyOfSet(runs[index]).dump()); },
+        runs.size(),
+        [&runs](size_t index, const Say &say) {
+            say(WhyOfSet(runs[index]).dump(-1, ' ', false, Json::error_handler_t::replace));
+        },
         [&](size_t index, const Apart &answer) {
             if (!WIFEXITED(answer.status) || WEXITSTATUS(answer.status) != 0)
                 throw SetError(runs[index].board + ": asking why ended with its process");
