@@ -67,7 +67,30 @@ void NoteFreshRoot(const RootDirectory &root) {
     g_fresh_owner = root.owner;
 }
 
+constexpr int kInterruptions[] = {SIGINT, SIGTERM, SIGHUP};
+
+// A folder that is made and not yet noted would stay behind: an interruption waits.
+class Uninterrupted {
+public:
+    Uninterrupted() {
+        sigset_t signals;
+        sigemptyset(&signals);
+        for (const int signal : kInterruptions)
+            sigaddset(&signals, signal);
+        pthread_sigmask(SIG_BLOCK, &signals, &before_);
+    }
+    ~Uninterrupted() {
+        pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+    }
+    Uninterrupted(const Uninterrupted &) = delete;
+    Uninterrupted &operator=(const Uninterrupted &) = delete;
+
+private:
+    sigset_t before_;
+};
+
 void MakeFreshRoot(RootDirectory &root) {
+    const Uninterrupted until_noted;
     const char *parent = std::getenv("TMPDIR");
     std::string path =
         std::string(parent != nullptr && *parent != '\0' ? parent : "/tmp") + "/oxa-sim.XXXXXX";
@@ -85,7 +108,7 @@ void MakeFreshRoot(RootDirectory &root) {
 } // namespace
 
 void RemoveRootWhenInterrupted() {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+    for (const int signal : kInterruptions)
         if (std::signal(signal, RemoveRootAndEnd) == SIG_IGN)
             std::signal(signal, SIG_IGN); // nohup
 }
