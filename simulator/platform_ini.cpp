@@ -53,21 +53,48 @@ void Set(OpenIni &ini, const std::string &section, const std::string &key, uint3
     keys.emplace_back(key, value);
 }
 
+// Places are looked up, not searched for: what a machine has in the place of such a file can have a hundred thousand lines.
+class Parser {
+public:
+    explicit Parser(OpenIni &ini) : ini_(ini) {}
+
+    void Section(const std::string &name) {
+        const auto [found, is_new] = sections_.emplace(name, ini_.sections.size());
+        if (is_new)
+            ini_.sections.emplace_back(name, std::vector<std::pair<std::string, uint32_t>>{});
+        current_ = found->second;
+    }
+    void Key(const std::string &name, uint32_t value) {
+        if (ini_.sections.empty())
+            Section("");
+        auto &keys = ini_.sections[current_].second;
+        const auto [found, is_new] = keys_.emplace(std::pair(current_, name), keys.size());
+        if (is_new)
+            keys.emplace_back(name, value);
+        else
+            keys[found->second].second = value;
+    }
+
+private:
+    OpenIni &ini_;
+    size_t current_ = 0;
+    std::map<std::string, size_t> sections_;
+    std::map<std::pair<size_t, std::string>, size_t> keys_;
+};
+
 void Parse(OpenIni &ini, const std::string &text) {
-    std::string section;
+    Parser parser(ini);
     for (size_t begin = 0; begin < text.size();) {
         const size_t end = std::min(text.find('\n', begin), text.size());
         const std::string line = text.substr(begin, end - begin);
         begin = end + 1;
         const size_t equals = line.rfind('=');
         const size_t bracket = line.rfind(']');
-        if (!line.empty() && line.front() == '[' && bracket != std::string::npos) {
-            section = line.substr(1, bracket - 1);
-            Section(ini, section);
-        } else if (equals != std::string::npos) {
+        if (!line.empty() && line.front() == '[' && bracket != std::string::npos)
+            parser.Section(line.substr(1, bracket - 1));
+        else if (equals != std::string::npos)
             if (const auto value = Number(line.substr(equals + 1)))
-                Set(ini, section, line.substr(0, equals), *value);
-        }
+                parser.Key(line.substr(0, equals), *value);
     }
 }
 
