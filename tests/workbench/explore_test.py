@@ -112,7 +112,7 @@ class Tests(Workbench):
 
     def test_a_place_for_stories_that_cannot_be_is_told_before_the_walk(self):
         """Four parts, six steps, two faults: the walk would take longer than any test may."""
-        self.assertIn("Not a directory", self.refused(2, "explore", "-b", BASE, "--parts", "disk:0-1,psu:1,gpu:1", "--depth",
+        self.assertIn("Not a directory", self.refused(2, "explore", "-b", BASE, "--parts", "psu:1-2,gpu:1,ubb:1", "--depth",
                                                       "6", "--faults", "2", "--stories", BASE))
 
     def test_stories_of_a_capture_are_refused_for_no_file_can_name_it(self):

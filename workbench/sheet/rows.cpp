@@ -115,7 +115,7 @@ std::string LimitText(const SheetSensor &sensor, size_t i) {
 // Whether limits can be written behind the row: it ends with its line, and so do the limits that it has.
 bool IsWhole(const std::string &line) {
     const size_t last = line.find_last_not_of(" \t\r"), limits = line.find(", Limits({");
-    return last != std::string::npos && line[last] == ')' &&
+    return last != std::string::npos && line[last] == ')' && line.find("//") == std::string::npos &&
            (limits == std::string::npos || line.find("})", limits) != std::string::npos);
 }
 
