@@ -19,6 +19,12 @@ def step(*lines):
     return "[[step]]\n" + "\n".join(lines) + "\n"
 
 
+def interruptible():
+    """Whoever runs the tests may ignore signals (nohup, a shell's background)."""
+    for one in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+        signal.signal(one, signal.SIG_DFL)
+
+
 class Tests(Workbench):
     def story(self, *steps, profile="ferrisk", board=BOARD, head=""):
         self.board(board, "board.toml")
@@ -445,7 +451,8 @@ class Tests(Workbench):
         os.makedirs(self.path("tmp"), exist_ok=True)
         path = self.story(*[step(f"add = {{ {GPU} }}", "repeat = 10000")] * 30)
         process = subprocess.Popen([SENSORS, "scenario", path], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                                   env=dict(os.environ, TMPDIR=self.path("tmp")), start_new_session=True)
+                                   env=dict(os.environ, TMPDIR=self.path("tmp")), start_new_session=True,
+                                   preexec_fn=interruptible)
         self.addCleanup(process.wait)
         self.addCleanup(process.kill)
         for _ in range(1000):
