@@ -100,12 +100,21 @@ def map_of(library, source):
     places = run(["addr2line", "-e", library], None, input="\n".join(f"{at:x}" for at in addresses)).splitlines()
     lines = {}
     for at, where in zip(addresses, places):
-        path, _, number = where.split(" ")[0].rpartition(":")
-        path = os.path.normpath(path)
+        line = line_of(where, source)
         block = bisect.bisect_right(blocks, at) - 1
-        if path.startswith(source + "/") and number.isdigit() and number != "0" and block >= 0:
-            lines.setdefault(f"{os.path.relpath(path, source)}:{number}", set()).add(block)
+        if line and block >= 0:
+            lines.setdefault(line, set()).add(block)
+    if not lines:
+        raise SystemExit(f"{library}: no block of it belongs to a line of the sources")
     return Map(blocks, lines)
+
+
+def line_of(where, source):
+    """What addr2line says as "library/x.cpp:12"; empty when that is none of the sources.  A build may tell paths within
+    the tree only."""
+    path, _, number = where.split(" ")[0].rpartition(":")
+    path = os.path.relpath(os.path.normpath(os.path.join(source, path)), source)
+    return f"{path}:{number}" if number.isdigit() and number != "0" and not path.startswith("..") else ""
 
 
 def trace_library(place, units, jobs):

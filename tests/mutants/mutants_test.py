@@ -133,6 +133,12 @@ class Tests(unittest.TestCase):
         self.assertEqual([(name, words[-1]) for name, words in found],
                          [("workbench.x.test_a", "A.test_a"), ("workbench.x.test_b", "B.test_b")])
 
+    def test_a_line_is_known_whether_the_build_tells_its_path_whole_or_within_the_tree(self):
+        for where in ("/tree/library/x.cpp:12", "library/x.cpp:12", "./library/y/../x.cpp:12 (discriminator 2)"):
+            self.assertEqual(cover.line_of(where, "/tree"), "library/x.cpp:12")
+        for where in ("/usr/include/x.h:12", "library/x.cpp:?", "library/x.cpp:0", "??:0"):
+            self.assertEqual(cover.line_of(where, "/tree"), "")
+
     def test_a_trace_that_is_cut_has_the_blocks_that_are_in_it(self):
         self.assertEqual(cover.Map([1, 3, 900], {}).hit(b"\0\1\0\0"), (0,))
         self.assertEqual(cover.Map([1, 3, 900], {}).hit(b""), ())
