@@ -34,6 +34,10 @@ LISTS = [
     ("", INLET.format("{.unc = Celsius(40), .uc = Celsius(43)}"), "Step::kTable"),
     ("", 'STATIC_TABLE(kRail12V, First, "Rail", Limits({.uc = Rounded(Volts(14.53))}))', "Step::kTable"),
     ("sensor_name_longer_than_16_characters", 'STATIC_TABLE(kInletTemp, First, "A_name_of_17_char")', "Step::kTable"),
+    # a number in hexadecimal may have two digits, or one where the pattern says so
+    ("", 'DRIVER(kFan, kFanStatusHex, "A_name_of_15_ch%1X", Announced("Fan"))', "Step::kFans"),
+    ("sensor_name_longer_than_16_characters", 'DRIVER(kFan, kFanStatusHex, "A_name_of_15_ch%X", Announced("Fan"))',
+     "Step::kFans"),
     ("limits_out_of_order", INLET.format("{.unc = Celsius(51)}"), "Step::kTable"),
     ("limits_out_of_order", INLET.format("{.unc = Celsius(45), .uc = Celsius(45)}"), "Step::kTable"),
     ("limit_in_another_unit_than_the_reading", INLET.format("{.uc = Volts(48)}"), "Step::kTable"),
