@@ -178,7 +178,7 @@ class Tests(Workbench):
                 before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
                 self.assertEqual(self.run_raw("doctor", "--root", self.root).returncode, 1)
                 taken.append(resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before)
-            self.assertLess(taken[1] / taken[0], 8, (file, taken))
+            self.assertLess(taken[1] / taken[0], 6, (file, taken))
 
     def test_a_file_that_ends_within_a_number(self):
         self.write(RECORDS, "[PSU_1]\nsdrRecId=4\nPresence=1\n[PSU_2]\nPresence=1\nsdrRecId=5")
