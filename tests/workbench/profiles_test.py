@@ -119,28 +119,6 @@ class Tests(Workbench):
         self.assertEqual(self.fields("CDU_PS2_Vin", "record_fields", "kestrin")[9]["set_by"], "0xE0 + index from 1")
         self.assertIsNone(self.fields("SW_Total_Power", "entry_fields", "kestrin")[3]["set_by"])
 
-    def test_what_a_sensors_place_is_counted_by_is_said_in_words(self):
-        full, simple = FULLEST, "boards/simplified.toml"
-        for board, profile, name, counted in (
-                (full, "default", "CPU_PROCHOT", "CPU number from 0"),
-                (full, "default", "MEM_TEMP_0A0", "DIMM number from 0"),
-                (simple, "default", "DIMMG0_TEMP", "DIMM group from 0"),
-                (full, "default", "PSU_STATUS_01", "PSU index from 1"),
-                (full, "default", "PSU_REDUNDANT", "PSU group from 0"),
-                (full, "default", "PCIE_STATUS_01", "PCIe slot"),
-                (full, "default", "FAN_STATUS_01", "the fan's silk-screen number"),
-                (full, "default", "HDD_STATUS_00", "disk slot"),
-                (simple, "default", "DISKG0_TEMP", "disk group from 0"),
-                (full, "default", "OCP_TEMP_01", "OCP index from 1"),
-                (full, "kestrin", "PWR_Mod1_Temp", "power module from 1"),
-                (full, "kestrin", "UBB_RT1_Temp", "retimer from 1"),
-                (full, "kestrin", "GPU1_PWR_Volts", "GPU from 1"),
-                (full, "kestrin", "SWP65G50A1_Temp", "switch chip from 1")):
-            with self.subTest(name):
-                said = {field["set_by"] for which in ("record_fields", "entry_fields")
-                        for field in self.fields(name, which, profile, board).values()}
-                self.assertTrue({counted, f"0x60 + {counted}"} & said, said)
-
 
 if __name__ == "__main__":
     main()
