@@ -9,8 +9,6 @@
 #include <filesystem>
 #include <map>
 
-#include "simulator/internal.h"
-
 namespace sim {
 namespace memory {
 namespace {

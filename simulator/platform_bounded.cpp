@@ -2,8 +2,14 @@
 //
 // Bounded memory, string and file functions.  A bound that the caller breaks is refused and noted as a
 // violation: the library tests its lengths itself.
-#include "simulator/internal.h"
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+
+#include "simulator/library_files.h"
 #include "simulator/memory_files.h"
+#include "simulator/platform_call.h"
 
 namespace {
 

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // Hardware abstraction and power management: the board's facts as the firmware tells them.
-#include "simulator/internal.h"
+#include <algorithm>
+#include <cstring>
+
+#include "simulator/platform_call.h"
 
 namespace {
 

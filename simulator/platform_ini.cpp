@@ -5,7 +5,10 @@
 // 0x-hexadecimal, blanks around it are skipped; one above 32 bits counts as 4294967295.  A line that is
 // neither section nor key with a number is ignored, so that a damaged or binary file reads as whatever can be
 // understood of it.  Of two equal keys the later one counts; equal sections are one.
-#include "simulator/internal.h"
+#include <algorithm>
+
+#include "simulator/library_files.h"
+#include "simulator/platform_call.h"
 
 namespace {
 

@@ -2,8 +2,11 @@
 //
 // IPMI service library: profile id, liquid-cooling configuration, local sessions, and the repository and
 // event log behind them: in memory, or of a BMC that a session of its own leads to.
+#include <algorithm>
+#include <cstring>
+
 #include "simulator/bmc_session.h"
-#include "simulator/internal.h"
+#include "simulator/platform_call.h"
 
 namespace {
 

@@ -8,8 +8,9 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include "simulator/internal.h"
+#include "simulator/library_files.h"
 #include "simulator/memory_files.h"
+#include "simulator/platform_call.h"
 
 namespace {
 

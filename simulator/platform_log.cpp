@@ -1,7 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // Logging: lines are printed here and kept in the trace; what every line must keep to is checked on the way.
-#include "simulator/internal.h"
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+
+#include "library/profiles/catalogue.h"
+#include "simulator/platform_call.h"
 
 namespace {
 
@@ -27,6 +34,22 @@ std::string Print(const char *format, va_list list) {
     }
     va_end(again);
     return text;
+}
+
+// Beside the units of the profiles.
+constexpr std::string_view kSharedUnits[] = {
+    "gen_specific_sensor_data.c", "gen_specific_sensor_devtab.c", "specific_sdr_file.c", "NVRAccess.c",
+    "oxa_specific_sdr.c",         "modify_sensor_threshold.c",    "oxa_specific_sel.c",
+};
+
+// Source file names that may stand in lines.
+bool IsLibraryUnit(const char *file) {
+    if (file == nullptr || *file == '\0')
+        return false;
+    return std::find(std::begin(kSharedUnits), std::end(kSharedUnits), file) != std::end(kSharedUnits) ||
+           std::any_of(
+               std::begin(oxa::kProfiles), std::end(oxa::kProfiles),
+               [file](const oxa::ProfileView &profile) { return std::string_view(profile.pcUnit) == file; });
 }
 
 std::string Where(const char *file, uint32_t line) {

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // Middleware: identity of the machine, GPU inventory, threshold table, sensor directory.
-#include "simulator/internal.h"
+#include <algorithm>
+#include <cstring>
+
+#include "simulator/platform_call.h"
 
 namespace {
 

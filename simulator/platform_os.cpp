@@ -4,8 +4,11 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "simulator/internal.h"
+#include <algorithm>
+
+#include "simulator/library_files.h"
 #include "simulator/memory_files.h"
+#include "simulator/platform_call.h"
 
 namespace {
 

@@ -4,9 +4,11 @@
 // simulator_format.cpp.
 #include "simulator/simulator.h"
 
+#include <algorithm>
+#include <cstring>
 #include <stdexcept>
 
-#include "simulator/internal.h"
+#include "simulator/platform_call.h"
 
 namespace sim {
 

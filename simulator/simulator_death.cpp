@@ -2,10 +2,11 @@
 //
 // Sudden death: the process is killed between two platform calls or in the middle of a write, where a kill from outside
 // would hardly ever hit.
+#include <algorithm>
 #include <csignal>
 #include <unistd.h>
 
-#include "simulator/internal.h"
+#include "simulator/state.h"
 
 namespace sim {
 

@@ -7,16 +7,19 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <stdexcept>
 #include <string_view>
 
-#include "library/profiles/catalogue.h"
-#include "simulator/internal.h"
+#include "simulator/library_files.h"
 #include "simulator/memory_files.h"
+#include "simulator/state.h"
 #include "simulator/temporary_folder.h"
 
 namespace sim {
@@ -275,12 +278,6 @@ constexpr std::string_view kLibraryPaths[] = {
     "/var/test_disk_fault_predict",
 };
 
-// Beside the units of the profiles.
-constexpr std::string_view kSharedUnits[] = {
-    "gen_specific_sensor_data.c", "gen_specific_sensor_devtab.c", "specific_sdr_file.c", "NVRAccess.c",
-    "oxa_specific_sdr.c",         "modify_sensor_threshold.c",    "oxa_specific_sel.c",
-};
-
 } // namespace
 
 bool IsLibraryDescriptor(int descriptor) {
@@ -313,15 +310,6 @@ std::vector<std::string> LibraryPaths() {
 bool IsLibraryPath(const char *path) {
     return path != nullptr &&
            std::find(std::begin(kLibraryPaths), std::end(kLibraryPaths), path) != std::end(kLibraryPaths);
-}
-
-bool IsLibraryUnit(const char *file) {
-    if (file == nullptr || *file == '\0')
-        return false;
-    return std::find(std::begin(kSharedUnits), std::end(kSharedUnits), file) != std::end(kSharedUnits) ||
-           std::any_of(
-               std::begin(oxa::kProfiles), std::end(oxa::kProfiles),
-               [file](const oxa::ProfileView &profile) { return std::string_view(profile.pcUnit) == file; });
 }
 
 void CloseDescriptor(int descriptor) {

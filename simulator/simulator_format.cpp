@@ -2,8 +2,9 @@
 //
 // Arguments and events as text.
 #include <cctype>
+#include <cstdio>
 
-#include "simulator/internal.h"
+#include "simulator/platform_call.h"
 
 namespace sim {
 

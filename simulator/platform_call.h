@@ -1,119 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What the units of the simulated platform share: the state and Call, the frame around every platform
-// function.
-#ifndef OXA_SIMULATOR_INTERNAL_H
-#define OXA_SIMULATOR_INTERNAL_H
+// The frame around every platform function: its arguments as text, the faults that may hit it, what it answers.
+#ifndef OXA_SIMULATOR_PLATFORM_CALL_H
+#define OXA_SIMULATOR_PLATFORM_CALL_H
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
-#include <cstdarg>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
+#include <initializer_list>
 #include <map>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <type_traits>
-#include <vector>
+#include <utility>
 
 #include "oxa/platform.h"
-#include "simulator/calls.h"
 #include "simulator/simulator.h"
+#include "simulator/state.h"
 
 namespace sim {
 
 inline constexpr uint8_t kRubbish = 0xA5;     // what a failed call leaves in its outputs
 inline constexpr int kBoundBroken = 22;       // what the bounded functions answer to a broken bound
 inline constexpr uint16_t kIpmiFailed = 0xC3; // what an IPMI call answers when a fault hits it
-
-// ---- state --------------------------------------------------------------------------------------
-
-struct ActiveFault {
-    Fault fault;
-    size_t id = 0;
-    uint64_t matched = 0; // calls whose arguments matched so far
-};
-
-struct CallCounter {
-    uint64_t since_start = 0;
-    uint64_t since_clear = 0;
-    bool has_rules = false;
-    bool rules_need_args = false;
-};
-
-struct OpenIni { // behind an IniFile handle
-    std::string path;
-    std::vector<std::pair<std::string, std::vector<std::pair<std::string, uint32_t>>>> sections;
-};
-
-struct Semaphore {
-    bool created = false;
-    bool locked = false;
-};
-
-struct Guarded {
-    std::vector<uint8_t> memory;
-    StaticArrays arrays;
-    bool made = false;
-};
-
-struct State {
-    std::mutex mutex;
-    uint64_t epoch = 1; // counts Start
-    Board board;
-
-    std::vector<ActiveFault> faults;
-    uint64_t fail_at = 0; // 0: off
-    bool fail_from_then_on = false;
-    uint64_t fail_also_at = 0; // 0: off
-    uint64_t failable = 0;
-    uint64_t calls = 0, die_at_call = 0; // 0: off
-    uint64_t changes = 0, die_at_change = 0;
-    uint64_t writes = 0, die_in_write = 0;
-    double share_of_last_write = 0;
-    bool fault_hit = false;
-    CallCounter counters[kCallCount] = {};
-
-    bool tracing = true;
-    bool trace_bounded = false;
-    size_t trace_limit = 0; // 0: none
-    bool printing_lines = false;
-    std::vector<Event> trace;
-    std::vector<std::string> violations;
-
-    std::vector<RepositoryRecord> repository;
-    uint16_t next_record_id = 1;
-    std::vector<std::vector<uint8_t>> event_log;
-    std::optional<SensorThreshTable> thresholds; // set once the library replaced the table
-
-    uint32_t next_session = 1;
-    std::map<const IpmiLocalSession *, uint32_t> sessions;
-    std::map<const IniFile *, std::unique_ptr<OpenIni>> inis;
-    std::map<uint32_t, Semaphore> semaphores;
-    std::map<int, std::string> descriptors; // files that sigwrap_open_mode gave out
-    std::map<FILE *, std::string> streams;  // files that oxa_fopen_s gave out
-    Guarded guarded;
-
-    void Violate(std::string text);
-    void Record(Event event);
-    void Note(std::string text);
-};
-State &TheState();
-inline Board &TheBoard() {
-    return TheState().board;
-}
-
-// Which error statistic waits for its error line, per thread.
-struct PendingStat {
-    uint64_t epoch = 0; // of the Start it belongs to; 0: none waits
-    uint32_t line = 0;
-    char file[64] = {};
-};
-PendingStat &ThePendingStat();
 
 // ---- arguments as text --------------------------------------------------------------------------
 
@@ -284,28 +195,6 @@ V Lookup(const std::map<K, V> &map, const std::type_identity_t<K> &key, V absent
     const auto found = map.find(key);
     return found == map.end() ? absent : found->second;
 }
-
-// ---- sudden death -------------------------------------------------------------------------------
-
-[[noreturn]] void Die(); // the lock is held
-// Counts a write; how many bytes of it still come when the process is to die in it.
-std::optional<size_t> LastBytes(State &state, size_t size);
-
-// ---- files under the root -----------------------------------------------------------------------
-
-void CloseDescriptor(int descriptor);
-void CloseStream(FILE *stream, const std::string &library_path);
-void MakeParents(const std::string &real_path);
-std::optional<std::vector<uint8_t>> ReadWhole(const std::string &real_path, int &error); // error: errno
-bool WriteWhole(const std::string &real_path, const std::vector<uint8_t> &bytes);        // errno
-void NoteStorageTrouble(const std::string &real_path, int error); // kept when it is one of the storage
-// Without a lock, for the functions of the C library that the simulator stands in front of.
-bool IsLibraryDescriptor(int descriptor);
-void MarkLibraryDescriptor(int descriptor, bool ours);
-bool IsLibraryStream(FILE *stream);
-void MarkLibraryStream(FILE *stream, bool ours);
-bool IsLibraryPath(const char *path);
-bool IsLibraryUnit(const char *file); // source file names that may stand in lines
 
 } // namespace sim
 #endif
