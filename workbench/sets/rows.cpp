@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <map>
+#include <utility>
 
 namespace workbench {
 namespace {
@@ -35,79 +37,45 @@ struct RowMaker {
     }
 };
 
-// What every list is read with.
 #define LISTED(group, kind, function, ...)                                                                   \
     RowMaker{{Group::group, kind, function, "", "", InTree(__FILE__), __LINE__}}.Make(__VA_ARGS__),
 
-std::vector<Row> DefaultRows() {
-#define ROW LISTED
+// What every list is read with; each takes the word away at its end.
+std::vector<Row> ListedRows() {
     return {
+#define ROW LISTED
 #include "library/profiles/default.def"
-    };
-}
-std::vector<Row> KestrinRows() {
 #define ROW LISTED
-    return {
 #include "library/profiles/kestrin.def"
-    };
-}
-std::vector<Row> PellagoRows() {
 #define ROW LISTED
-    return {
 #include "library/profiles/pellago.def"
-    };
-}
-std::vector<Row> VoranaRows() {
 #define ROW LISTED
-    return {
 #include "library/profiles/vorana.def"
-    };
-}
-std::vector<Row> AstrelRows() {
 #define ROW LISTED
-    return {
 #include "library/profiles/astrel.def"
-    };
-}
-std::vector<Row> QuorralRows() {
 #define ROW LISTED
-    return {
 #include "library/profiles/quorral.def"
-    };
-}
-std::vector<Row> LumoraRows() {
 #define ROW LISTED
-    return {
 #include "library/profiles/lumora.def"
-    };
-}
-std::vector<Row> DurnowRows() {
 #define ROW LISTED
-    return {
 #include "library/profiles/durnow.def"
-    };
-}
-std::vector<Row> FerriskRows() {
 #define ROW LISTED
-    return {
 #include "library/profiles/ferrisk.def"
     };
 }
 
-std::vector<Row> Numbered(std::vector<Row> rows) {
-    for (size_t i = 0; i < rows.size(); ++i)
-        rows[i].place = static_cast<unsigned>(i) + 1;
-    return rows;
-}
-
+// By custom id; a list is named after its profile.
 const std::map<uint32_t, std::vector<Row>> &AllRows() {
-    static const std::map<uint32_t, std::vector<Row>> rows = {
-        {CUSTOM_ID_DEFAULT, Numbered(DefaultRows())}, {CUSTOM_ID_KESTRIN, Numbered(KestrinRows())},
-        {CUSTOM_ID_PELLAGO, Numbered(PellagoRows())}, {CUSTOM_ID_VORANA, Numbered(VoranaRows())},
-        {CUSTOM_ID_ASTREL, Numbered(AstrelRows())},   {CUSTOM_ID_QUORRAL, Numbered(QuorralRows())},
-        {CUSTOM_ID_LUMORA, Numbered(LumoraRows())},   {CUSTOM_ID_DURNOW, Numbered(DurnowRows())},
-        {CUSTOM_ID_FERRISK, Numbered(FerriskRows())}};
-    return rows;
+    static const auto all = [] {
+        std::map<uint32_t, std::vector<Row>> out;
+        for (Row &row : ListedRows()) {
+            std::vector<Row> &rows = out[NamedProfile(std::filesystem::path(row.file).stem()).id];
+            row.place = static_cast<unsigned>(rows.size()) + 1;
+            rows.push_back(std::move(row));
+        }
+        return out;
+    }();
+    return all;
 }
 
 // The pattern before its number or text, what is printed there, and what stands behind it.
