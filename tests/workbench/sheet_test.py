@@ -57,6 +57,15 @@ class SheetTest(Workbench):
         return [line[len(head):] for line in lines]
 
 
+class Documents(SheetTest):
+    def test_every_document_names_board_and_profile(self):
+        self.export(BASE, "--profile", "kestrin")
+        for words in (("export",), ("check", self.sheet), ("rows", self.sheet),
+                      ("image", self.sheet, "-o", self.path("t.dat"))):
+            data = self.json("sheet", *words, "--board", BASE, "--profile", "kestrin")
+            self.assertEqual((data["board"], data["profile"]), (BASE, {"name": "kestrin", "id": 1}), words)
+
+
 class Export(SheetTest):
     def test_a_row_has_the_limits_of_a_sensor_in_its_unit(self):
         self.export()

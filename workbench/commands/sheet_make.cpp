@@ -66,9 +66,14 @@ std::string RowsText(const std::string &list, const ListEdits &edits, const std:
     return out + Patch(list, edits.edits);
 }
 
-Json RowsJson(const SheetOptions &options, const std::string &list, const ListEdits &edits,
-              const std::vector<std::string> &kept) {
-    Json out{{"sheet", options.file}, {"list", list}, {"kept", kept}, {"rows", Json::array()}};
+Json RowsJson(const SheetOptions &options, const JudgedSheet &judged, const std::string &list,
+              const ListEdits &edits, const std::vector<std::string> &kept) {
+    Json out{{"sheet", options.file},
+             {"board", options.run.board},
+             {"profile", ProfileJson(judged.custom_id)},
+             {"list", list},
+             {"kept", kept},
+             {"rows", Json::array()}};
     for (const ListEdit &edit : edits.edits)
         out["rows"].push_back({{"line", edit.line},
                                {"old", edit.old},
@@ -152,7 +157,7 @@ void SheetRows(const SheetOptions &options) {
     if (!edits.faults.empty())
         EndWith(edits.faults);
     const std::vector<std::string> kept = KeptLimits(judged);
-    PrintOut(options.json ? Dump(RowsJson(options, list, edits, kept)) : RowsText(list, edits, kept));
+    PrintOut(options.json ? Dump(RowsJson(options, judged, list, edits, kept)) : RowsText(list, edits, kept));
 }
 
 void SheetImage(const SheetOptions &options) {
@@ -167,6 +172,7 @@ void SheetImage(const SheetOptions &options) {
     const std::vector<std::string> kept = KeptLimits(judged);
     if (options.json)
         return PrintOut(Dump({{"sheet", options.file},
+                              {"board", options.run.board},
                               {"image", options.output},
                               {"profile", ProfileJson(judged.custom_id)},
                               {"entries", image.entries.size()},
