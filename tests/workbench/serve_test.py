@@ -60,6 +60,12 @@ class Tests(Workbench):
         self.assertIn("'sablin' has no static driver",
                       self.refused_with(2, "--board", BASE, "--profile", "sablin"))
 
+    def test_an_unknown_profile_is_wrong_input_with_a_board_and_without(self):
+        for words in (("--board", BASE), ("--empty",)):
+            wanted = "oxa-sensors: unknown profile 'kestrel'; available: default, "
+            self.assertTrue(self.refused_with(2, *words, "--profile", "kestrel").startswith(wanted), words)
+            self.assertTrue(self.refused_with(2, *words, OXA_PROFILE="kestrel").startswith(wanted), words)
+
     def test_a_board_without_set_is_told_with_the_reason(self):
         self.assertIn("the pass ended without a count",
                       self.refused_with(1, "--board", "boards/guards/psu_count_255.toml"))

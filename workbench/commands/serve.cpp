@@ -75,6 +75,8 @@ void Settle(ServeOptions &options) {
         throw InputError("--empty contradicts --board");
     if (options.user_thresholds != "" && (options.empty || options.boards.size() > 1))
         throw InputError("--user-thresholds goes with one board");
+    if (!options.run.profile.empty())
+        NamedProfile(options.run.profile); // an empty repository would not ask for it
     if (options.empty)
         options.boards = {""};
     if (options.boards.empty())
