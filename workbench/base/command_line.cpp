@@ -330,6 +330,11 @@ Option Command::AddOption(const std::string &names, std::function<void(const std
     return Option(app_->add_option_function<std::string>(names, std::move(take), about));
 }
 
+Option Command::AddOutput(std::string &output, const std::string &about) {
+    return AddOption("-o,--output", output, about + "; " + kStandardOutput + ": standard output")
+        .Takes("FILE");
+}
+
 Option Command::AddFlag(const std::string &names, bool &value, const std::string &about) {
     return Option(app_->add_flag(names, value, about)->disable_flag_override());
 }

@@ -52,6 +52,7 @@ public:
     Option AddOption(const std::string &names, std::vector<std::string> &values, const std::string &about);
     Option AddOption(const std::string &names, std::function<void(const std::string &)> take,
                      const std::string &about);
+    Option AddOutput(std::string &output, const std::string &about); // -o FILE, for WriteResult
     // "--record,!--no-record": the second name switches off.
     Option AddFlag(const std::string &names, bool &value, const std::string &about);
     void NeedsCommand();

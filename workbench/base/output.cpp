@@ -69,6 +69,23 @@ void PrintOut(const std::string &text) {
         Fail("standard output", errno);
 }
 
+void WriteResult(const std::string &output, const std::string &content) {
+    if (output == kStandardOutput)
+        PrintOut(content);
+    else
+        WriteFileAtomically(output, content);
+}
+
+void KeepFromTerminal(const std::string &output, const std::string &what) {
+    if (output == kStandardOutput && isatty(STDOUT_FILENO))
+        throw InputError(what + " no text for a terminal; give -o FILE or a pipe");
+}
+
+void KeepJsonApart(const std::string &output, bool json) {
+    if (output == kStandardOutput && json)
+        throw InputError("--json contradicts -o -: both go to standard output");
+}
+
 void WriteFileAtomically(const std::string &path, const std::string &content) {
     struct stat old {};
     const bool exists = stat(path.c_str(), &old) == 0;

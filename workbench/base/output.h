@@ -17,6 +17,15 @@ void PrintOut(const std::string &text);
 // Whether anything was given to PrintOut.
 bool AnythingPrinted();
 
+// What -o says for standard output.
+constexpr char kStandardOutput[] = "-";
+// Puts a result where -o says.
+void WriteResult(const std::string &output, const std::string &content);
+// InputError, before any work is done, where `what` ("raw records are") would go to a terminal and is no text.
+void KeepFromTerminal(const std::string &output, const std::string &what);
+// InputError where --json, which tells of the file that is written, would stand beside the result itself.
+void KeepJsonApart(const std::string &output, bool json);
+
 // Puts the content at the path in one step: readers see the old file or the new one, never half of it.
 void WriteFileAtomically(const std::string &path, const std::string &content);
 

@@ -14,7 +14,7 @@ namespace workbench {
 namespace {
 
 struct BoardFromOptions {
-    std::string file, output;
+    std::string file, output = kStandardOutput;
     bool json = false;
 };
 
@@ -107,8 +107,9 @@ std::string BoardFromJson(const BoardFromOptions &options, const Capture &captur
              {"remarks", capture.Lacks()},
              {"passes", Json::array()},
              {"unsaid", machine.unsaid}};
-    out["board"] = options.output.empty() ? Json(nullptr) : Json(options.output);
-    if (options.output.empty())
+    const bool to_stdout = options.output == kStandardOutput;
+    out["board"] = to_stdout ? Json(nullptr) : Json(options.output);
+    if (to_stdout)
         out["text"] = text;
     for (const Checked &pass : passes)
         out["passes"].push_back({{"profile", pass.profile},
@@ -123,14 +124,15 @@ void BoardFrom(const BoardFromOptions &options) {
     const CapturedMachine machine = MachineOf(capture);
     const std::string text = CapturedBoardText(capture, machine);
     const std::vector<Checked> passes = CheckPasses(capture, "capture:" + options.file);
-    if (!options.output.empty())
+    const bool to_stdout = options.output == kStandardOutput;
+    if (!to_stdout)
         WriteFileAtomically(options.output, text);
     if (options.json)
         PrintOut(BoardFromJson(options, capture, machine, passes, text));
     else
-        PrintOut(options.output.empty() ? text : BoardReport(options, capture, machine, passes));
+        PrintOut(to_stdout ? text : BoardReport(options, capture, machine, passes));
     for (const Checked &pass : passes)
-        if (options.output.empty() && !options.json && !pass.difference.empty())
+        if (to_stdout && !options.json && !pass.difference.empty())
             TellNote(CheckedText(pass));
     if (!AllSame(passes))
         throw ExitStatus(kNoSet);
@@ -143,8 +145,7 @@ void AddBoardFromCommand(Command &program) {
         "board-from", "The board description that gives the answers recorded on a machine");
     const auto options = std::make_shared<BoardFromOptions>();
     command.AddOption("FILE", options->file, "What liboxacapture.so wrote").Required().Takes("");
-    command.AddOption("-o,--output", options->output, "Write the description here; default: standard output")
-        .Takes("FILE");
+    command.AddOutput(options->output, "Write the description here").ShowsDefault();
     command.AddFlag("--json", options->json, "JSON");
     command.Footer(
         "Exit status: 0 the board builds what was recorded; 1 it does not; 2 wrong input (nothing is written).");

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <unistd.h>
-
 #include <memory>
 
 #include "base/errors.h"
@@ -22,8 +20,8 @@ namespace {
 
 struct ExportOptions : SourceOptions {
     std::string format = "raw"; // raw, json, csv, freeipmi-cache
-    std::string output;         // empty or "-": standard output
-    bool json = false;          // another word for the format
+    std::string output = kStandardOutput;
+    bool json = false; // another word for the format
     std::vector<std::string> filter;
     bool keep_ids = false; // leave record ids at 0
     bool number = false;   // give sensor numbers
@@ -124,21 +122,15 @@ std::string Text(const ExportOptions &options, const SourceSet &source) {
 }
 
 void Export(const ExportOptions &options) {
-    const bool to_stdout = options.output.empty() || options.output == "-";
-    const bool is_text = options.format == "csv" || options.format == "json";
-    if (!is_text && to_stdout && isatty(STDOUT_FILENO))
-        throw InputError("raw records are no text for a terminal; give -o FILE or a pipe");
+    if (options.format != "csv" && options.format != "json")
+        KeepFromTerminal(options.output, "raw records are");
     SourceSet source = LoadSource(options, "export");
     const bool built = !source.set.board.empty(); // a repository has given no numbers yet
     if (built && !options.keep_ids)
         SetRecordIds(source.set);
     if (built && (options.number || options.format == kCacheFormat))
         SetSensorNumbers(source.set, "--number");
-    const std::string text = Text(options, source);
-    if (to_stdout)
-        PrintOut(text);
-    else
-        WriteFileAtomically(options.output, text);
+    WriteResult(options.output, Text(options, source));
 }
 
 // --json is what every other command has; beside another format it is a contradiction.
@@ -164,8 +156,7 @@ void AddExportCommand(Command &program) {
                 "freeipmi-cache: what FreeIPMI's tools take with --sdr-cache-file")
             .OneOf({"raw", "json", "csv", kCacheFormat})
             .Takes("raw|json|csv|freeipmi-cache");
-    command.AddOption("-o,--output", options->output, "Replace FILE in one step; default: standard output")
-        .Takes("FILE");
+    command.AddOutput(options->output, "Replace FILE in one step").ShowsDefault();
     AddFilterOption(command, options->filter);
     command.AddFlag("--json", options->json, "The same as --format json");
     command.AddFlag("--keep-ids", options->keep_ids,

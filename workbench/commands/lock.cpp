@@ -38,12 +38,14 @@ std::string Written(const LockOptions &options, const Lock &lock, size_t bytes) 
 }
 
 void WriteLock(const LockOptions &options) {
+    KeepJsonApart(options.output, options.json);
     LockFaults faults;
     const Lock lock = BuildLock(options.boards, faults);
     EndAtFaults(faults);
     const std::string text = Text(lock);
-    WriteFileAtomically(options.output, text);
-    PrintOut(Written(options, lock, text.size()));
+    WriteResult(options.output, text);
+    if (options.output != kStandardOutput)
+        PrintOut(Written(options, lock, text.size()));
 }
 
 std::string Render(const LockOptions &options, const LockReport &report) {
@@ -85,7 +87,7 @@ void AddLockCommand(Command &program) {
         program.AddCommand("lock", "Write down what every board and profile builds, and tell what changed");
     const auto options = std::make_shared<LockOptions>();
     command.AddOption("--boards", options->boards, "Every *.toml of a folder").Required().Takes("DIR");
-    command.AddOption("-o,--output", options->output, "Write the lock").Takes("FILE");
+    command.AddOutput(options->output, "Write the lock");
     command.AddOption("--check", options->check, "Tell what differs from this lock").Takes("FILE");
     command.AddOption("--format", options->format, "With --check: text, github (annotations) or markdown")
         .OneOf({"text", "github", "markdown"})

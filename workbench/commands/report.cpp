@@ -145,6 +145,7 @@ std::string ReportSummary(const ReportOptions &options, const std::vector<Report
 }
 
 void WriteReport(const ReportOptions &options) {
+    KeepJsonApart(options.output, options.json);
     const std::vector<RunOptions> runs = RunsOf(options);
     std::optional<Against> against;
     if (!options.against.empty())
@@ -156,9 +157,11 @@ void WriteReport(const ReportOptions &options) {
     for (const Reported &one : sets)
         report["sets"].push_back(SetLine(one));
     const std::string page = PageText(report, Documents(sets, against));
-    WriteFileAtomically(options.output, page);
-    PrintOut(options.json ? Dump({{"page", options.output}, {"bytes", page.size()}, {"sets", report["sets"]}})
-                          : ReportSummary(options, sets));
+    WriteResult(options.output, page);
+    if (options.output != kStandardOutput)
+        PrintOut(options.json
+                     ? Dump({{"page", options.output}, {"bytes", page.size()}, {"sets", report["sets"]}})
+                     : ReportSummary(options, sets));
     if (BuiltOf(sets) == sets.size())
         return;
     throw SetError(Missing(sets)); // the page has the others
@@ -174,9 +177,7 @@ void AddReportCommand(Command &program) {
     AddProfilesOption(command, options->profiles,
                       "Customer profile: " + AvailableProfiles() +
                           ", or all; several times for several; default: each board's own");
-    command.AddOption("-o,--output", options->output, "Replace FILE, an HTML page that needs no network")
-        .Required()
-        .Takes("FILE");
+    command.AddOutput(options->output, "Replace FILE, an HTML page that needs no network").Required();
     command
         .AddOption(
             "--against", options->against,

@@ -44,7 +44,7 @@ CsvStyle StyleOf(const std::string &word) {
 Json ExportJson(const SheetOptions &options, const JudgedSheet &judged) {
     Json out{{"board", options.run.board},
              {"profile", ProfileJson(judged.custom_id)},
-             {"sheet", options.output.empty() ? Json(nullptr) : Json(options.output)},
+             {"sheet", options.output == kStandardOutput ? Json(nullptr) : Json(options.output)},
              {"sensors", Json::array()}};
     for (const Decoded &sensor : judged.set) {
         if (!CanHaveLimits(sensor))
@@ -59,12 +59,10 @@ void SheetExport(const SheetOptions &options) {
     JudgedSheet judged;
     LoadSet(options, judged);
     const std::string sheet = SheetOf(judged.set, StyleOf(options.style));
-    if (!options.output.empty())
-        WriteFileAtomically(options.output, sheet);
+    if (!options.json || options.output != kStandardOutput)
+        WriteResult(options.output, sheet);
     if (options.json)
         PrintOut(Dump(ExportJson(options, judged)));
-    else if (options.output.empty())
-        PrintOut(sheet);
 }
 
 // ---- check -----------------------------------------------------------------------------------------
@@ -141,7 +139,7 @@ void AddExport(Command &group) {
     const auto options = std::make_shared<SheetOptions>();
     Command command = Add(group, "export", "The limits of a set as a sheet", options,
                           "Exit status: 0 done; 2 wrong input (nothing is written).");
-    command.AddOption("-o,--output", options->output, "Instead of standard output").Takes("FILE");
+    command.AddOutput(options->output, "Replace FILE in one step").ShowsDefault();
     command
         .AddOption(
             "--style", options->style,
@@ -180,7 +178,7 @@ void AddImage(Command &group) {
     Command command = Add(
         group, "image", "The sheet as a file of user thresholds", options,
         "Exit status: 0 done; 2 wrong input, or a sheet that no such file can hold (nothing is written).");
-    command.AddOption("-o,--output", options->output, "The file").Required().Takes("FILE");
+    command.AddOutput(options->output, "The file").Required();
     AddRound(command, options);
     command.Runs([options] { SheetImage(*options); });
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/output.h"
 #include "sets/static_set.h"
 #include "sheet/judge.h"
 
@@ -15,7 +16,7 @@ namespace workbench {
 struct SheetOptions {
     std::string file; // the sheet
     RunOptions run;
-    std::string output, style = "comma", list;
+    std::string output = kStandardOutput, style = "comma", list;
     bool round = false, json = false;
 };
 

@@ -5,6 +5,7 @@
 
 #include "base/errors.h"
 #include "base/json.h"
+#include "base/notes.h"
 #include "base/output.h"
 #include "base/text.h"
 #include "commands/sheet.h"
@@ -161,6 +162,8 @@ void SheetRows(const SheetOptions &options) {
 }
 
 void SheetImage(const SheetOptions &options) {
+    KeepJsonApart(options.output, options.json);
+    KeepFromTerminal(options.output, "an image is");
     JudgedSheet judged;
     LoadSheet(options, judged);
     EndAtFindings(options, judged);
@@ -168,7 +171,7 @@ void SheetImage(const SheetOptions &options) {
     if (image.entries.empty())
         throw InputError(options.file + ": no limits in it");
     const FileBytes bytes = SaveImage(judged, image);
-    WriteFileAtomically(options.output, std::string(bytes.begin(), bytes.end()));
+    WriteResult(options.output, std::string(bytes.begin(), bytes.end()));
     const std::vector<std::string> kept = KeptLimits(judged);
     if (options.json)
         return PrintOut(Dump({{"sheet", options.file},
@@ -177,11 +180,14 @@ void SheetImage(const SheetOptions &options) {
                               {"profile", ProfileJson(judged.custom_id)},
                               {"entries", image.entries.size()},
                               {"kept", kept}}));
-    PrintOut((kept.empty()
-                  ? ""
-                  : "empty in the sheet, kept from the record: " + NamesText(kept, kNamesKept) + "\n") +
-             options.output + ": " + std::to_string(image.entries.size()) + " of " +
-             std::to_string(SENSOR_MAX_COUNT) + " entries, " + SavedUnder(judged.custom_id) + "\n");
+    const std::string remark =
+        kept.empty() ? "" : "empty in the sheet, kept from the record: " + NamesText(kept, kNamesKept);
+    if (options.output != kStandardOutput)
+        return PrintOut((remark.empty() ? "" : remark + "\n") + options.output + ": " +
+                        std::to_string(image.entries.size()) + " of " + std::to_string(SENSOR_MAX_COUNT) +
+                        " entries, " + SavedUnder(judged.custom_id) + "\n");
+    if (!remark.empty())
+        TellNote(remark);
 }
 
 } // namespace workbench
