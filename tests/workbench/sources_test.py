@@ -151,6 +151,29 @@ class Tests(Workbench):
         self.assertEqual(self.json("list", "--from", "kestrin", "--board", TWO_SOCKET),
                          self.json("list", "--board", TWO_SOCKET, "--profile", "kestrin"))
 
+    def test_a_profile_beside_a_source_of_another_is_refused(self):
+        with open(self.path("a.json"), "w", encoding="utf-8") as file:
+            file.write(self.out("list", "--board", BASE, "--profile", "kestrin", "--json"))
+        for source in ("kestrin@" + BASE, self.path("a.json")):
+            for command in (["list"], ["show", "ME"], ["check"], ["export"]):
+                self.assertEqual(self.refused(2, *command, "--from", source, "--profile", "Astrel"),
+                                 f"oxa-sensors: --profile astrel contradicts --from {source}, which is of kestrin")
+            self.assertEqual(self.json("list", "--from", source, "--profile", "1"), self.json("list", "--from", source))
+        self.assertIn("--profile astrel contradicts --from kestrin, ",
+                      self.refused(2, "list", "--from", "kestrin", "--board", BASE, "--profile", "astrel"))
+        self.assertIn("unknown profile 'nope'", self.refused(2, "list", "--from", "kestrin@" + BASE, "--profile", "nope"))
+
+    def test_a_board_beside_a_source_that_does_not_ask_for_it_is_refused(self):
+        for source in ("kestrin@" + BASE, self.mixed()):
+            self.assertEqual(self.refused(2, "list", "--from", source, "--board", TWO_SOCKET),
+                             f"oxa-sensors: --board {TWO_SOCKET} contradicts --from {source}")
+        self.out("list", "--from", "kestrin@" + BASE, "--board", BASE)
+
+    def test_a_source_goes_over_board_and_profile_of_the_environment(self):
+        done = self.run_raw("list", "--from", "kestrin@" + BASE, "--json",
+                            env={"OXA_PROFILE": "astrel", "OXA_BOARD": TWO_SOCKET})
+        self.assertEqual((done.returncode, json.loads(done.stdout)), (0, self.json("list", "--from", "kestrin@" + BASE)))
+
     def one(self, record_bytes):
         return self.json("list", "--from", self.file([record_bytes], "one"))["sensors"][0]
 

@@ -29,6 +29,30 @@ void AddSourceOptions(Command &command, SourceOptions &options, const std::strin
         "written).");
 }
 
+namespace {
+
+// What the source did not ask for would be ignored; the environment's is a default, which may be.
+void RefuseOtherBoard(const SourceOptions &options, const StaticSet &set) {
+    const std::string &given = options.run.board;
+    if (!given.empty() && given != set.board && given != EnvironmentValue(kBoardVariable))
+        throw InputError("--board " + given + " contradicts --from " + options.from);
+}
+
+// Records do not tell whose they are; a source that does cannot be another's.
+void SettleProfile(const SourceOptions &options, StaticSet &set) {
+    const std::string &given = options.run.profile;
+    if (given.empty())
+        return;
+    const Profile &profile = NamedProfile(given);
+    if (set.profile == nullptr)
+        set.profile = &profile;
+    if (set.profile != &profile && ProfileNamed(EnvironmentValue(kProfileVariable)) != &profile)
+        throw InputError("--profile " + given + " contradicts --from " + options.from + ", which is of " +
+                         set.profile->name);
+}
+
+} // namespace
+
 SourceSet LoadSource(const SourceOptions &options, const std::string &command) {
     if (options.from.empty() && options.run.board.empty())
         throw InputError("--board is required, or --from SOURCE (see oxa-sensors " + command + " --help)");
@@ -37,8 +61,8 @@ SourceSet LoadSource(const SourceOptions &options, const std::string &command) {
     const bool under_another = NamesCapture(options.from) && !options.run.profile.empty();
     SourceSet out = LoadSource((under_another ? options.run.profile + "@" : "") + options.from, options.run,
                                options.login);
-    if (out.set.profile == nullptr && !options.run.profile.empty())
-        out.set.profile = &NamedProfile(options.run.profile); // records do not tell whose they are
+    RefuseOtherBoard(options, out.set);
+    SettleProfile(options, out.set);
     return out;
 }
 
