@@ -3,6 +3,7 @@
 import json
 import os
 import random
+import resource
 import struct
 
 from support import BASE, FULLEST, SOURCE, TWO_SOCKET, Workbench, main
@@ -143,6 +144,22 @@ class Check(SheetTest):
         missing = {f["name"]: f["text"] for f in self.check(1)["findings"] if f["rule"] == "missing"}
         self.assertEqual(missing["INPUT_TEMP"], "not in the sheet; the set has UNC 45 °C, UC 50 °C, UNR 52 °C")
         self.assertEqual(missing["CPU_TEMP_00"], "not in the sheet")
+
+    def test_twenty_names_that_are_not_in_the_set_get_the_nearest(self):
+        found = self.found(HEAD + "".join(f"INPUT_TEMPP{i},°C,,,,45,50,52\n" for i in range(25)))
+        self.assertEqual([f[0] for f in found], ["name"] * 25)
+        self.assertEqual([i for i, f in enumerate(found) if "did you mean INPUT_TEMP" in f[2]], list(range(20)))
+        self.assertEqual(found[20][2], "no such sensor in the set")
+
+    def test_what_an_unknown_name_costs_does_not_grow_with_the_set(self):
+        """Each was held against every name of the set: ten times as long for ten times the sensors."""
+        taken = []
+        self.write(HEAD + "".join(f"NOBODY_KNOWS_{i},V,,,,,1,\n" for i in range(20000)))
+        for board in (BASE, FULLEST):  # 48 sensors, and more than 600
+            before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
+            self.assertEqual(self.run_raw("sheet", "check", self.sheet, "--board", board).returncode, 1)
+            taken.append(resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before)
+        self.assertLess(taken[1] / taken[0], 4, taken)
 
     def test_another_unit(self):
         self.assertEqual(self.found(HEAD + "VCC12V,mV,,,,,14400,\n"),

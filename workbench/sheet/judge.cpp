@@ -13,6 +13,9 @@
 namespace workbench {
 namespace {
 
+// Each is a search of the whole set, and in the sheet of another set no name is known.
+constexpr size_t kMostSuggestions = 20;
+
 // "°C", "degC" and "C" are one unit, however the degree sign came through.
 std::string PlainUnit(const std::string &unit) {
     std::string out;
@@ -26,13 +29,17 @@ std::string PlainUnit(const std::string &unit) {
 
 class Judge {
 public:
-    Judge(const Sheet &sheet, const std::vector<Decoded> &set, bool round)
-        : sheet_(sheet), set_(set), round_(round) {}
-
-    Judgement Run() {
-        for (const Decoded &sensor : set_)
+    Judge(const Sheet &sheet, const std::vector<Decoded> &set, bool round) : sheet_(sheet), round_(round) {
+        for (const Decoded &sensor : set) {
+            names_.push_back(sensor.name);
             if (CanHaveLimits(sensor))
                 analog_[sensor.name].push_back(&sensor);
+            else
+                discrete_.insert(sensor.name);
+        }
+    }
+
+    Judgement Run() {
         for (const SheetRow &row : sheet_.rows)
             JudgeRow(row);
         for (const auto &[name, sensors] : analog_)
@@ -76,14 +83,12 @@ private:
     }
 
     void JudgeUnknown(const SheetRow &row) {
-        std::vector<std::string> names;
-        for (const Decoded &sensor : set_) {
-            if (sensor.name == row.name)
-                return Find("discrete", row.place, row.name, "a sensor of states: it has no limits",
-                            row.HasLimits());
-            names.push_back(sensor.name);
-        }
-        const auto nearest = NearestNames(row.name, names);
+        if (discrete_.contains(row.name))
+            return Find("discrete", row.place, row.name, "a sensor of states: it has no limits",
+                        row.HasLimits());
+        std::vector<std::string> nearest;
+        if (++unknown_ <= kMostSuggestions)
+            nearest = NearestNames(row.name, names_);
         Find("name", row.place, Printable(row.name),
              "no such sensor in the set" +
                  (nearest.empty() ? "" : "; did you mean " + Join(nearest, ", ") + "?"),
@@ -174,8 +179,10 @@ private:
     }
 
     const Sheet &sheet_;
-    const std::vector<Decoded> &set_;
     const bool round_;
+    std::vector<std::string> names_; // of the set
+    std::set<std::string> discrete_;
+    size_t unknown_ = 0;
     std::map<std::string, std::vector<const Decoded *>> analog_;
     std::set<std::string> seen_;
     Judgement out_;
