@@ -161,6 +161,22 @@ class Check(SheetTest):
             taken.append(resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before)
         self.assertLess(taken[1] / taken[0], 4, taken)
 
+    def test_a_sensor_that_the_board_lacks_is_told_apart_from_one_that_nobody_knows(self):
+        # base_48 has two power supplies; PSU_PIN_%02d is their row, which prints no PSU_PINN_03
+        self.assertEqual(self.found(HEAD + "PSU_PIN_03,W,,,,,900,\n"),
+                         [("absent", "PSU_PIN_03", "not on this board, though profile default has a row for it", "A2")])
+        self.assertEqual(self.found(HEAD + "PSU_PINN_03,W,,,,,900,\n")[0][0], "name")
+
+    def test_a_name_that_begins_as_a_row_does_costs_no_more_than_another(self):
+        """Eight rows of astrel begin with CPU and a number; that each prints all its numbers for each name would be seen."""
+        taken = []
+        for begin in ("XPU", "CPU"):
+            self.write(HEAD + "".join(f"{begin}_{i:05},V,,,,,1,\n" for i in range(20000)))
+            before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
+            self.assertEqual(self.run_raw("sheet", "check", self.sheet, "--board", BASE, "--profile", "astrel").returncode, 1)
+            taken.append(resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before)
+        self.assertLess(taken[1] / taken[0], 4, taken)
+
     def test_another_unit(self):
         self.assertEqual(self.found(HEAD + "VCC12V,mV,,,,,14400,\n"),
                          [("unit", "VCC12V", "the sheet says mV, the sensor reads in V", "B2")])
@@ -176,6 +192,63 @@ class Check(SheetTest):
         lines = self.text().splitlines()
         self.write("\n".join([lines[0] + ",Remark"] + [line + ",x" for line in lines[1:]]) + "\n")
         self.assertEqual(self.check(0)["ignored_columns"], ["Remark"])
+
+
+class Fleets(SheetTest):
+    """One sheet for boards that have not all of its sensors: that of the fullest board, held against another."""
+
+    def setUp(self):
+        super().setUp()
+        self.export(BASE)
+        self.own = self.names()
+        self.image(self.path("own.dat"))
+        self.export(FULLEST)
+        self.absent = [name for name in self.names() if name not in self.own]
+        self.assertGreater(len(self.absent), 100)
+
+    def names(self):
+        return [line.split(",")[0] for line in self.text().splitlines()[1:]]
+
+    def image(self, path, *words):
+        return self.out("sheet", "image", self.sheet, "--board", BASE, "-o", path, *words)
+
+    def test_every_sensor_that_another_board_of_the_profile_has_is_absent(self):
+        found = [f for f in self.check(1)["findings"] if f["rule"] != "missing"]
+        self.assertEqual([f["name"] for f in found], self.absent)
+        self.assertEqual({(f["rule"], f["in_the_way"]) for f in found}, {("absent", True)})
+
+    def test_absent_sensors_are_left_out_on_demand_and_counted(self):
+        data = self.check(1, BASE, "--skip-absent")
+        self.assertEqual(data["skipped"], self.absent)
+        self.assertEqual([(f["rule"], f["name"]) for f in data["findings"]],
+                         [("missing", name) for name in self.own if name not in self.names()])
+        text = self.run_raw("sheet", "check", self.sheet, "--board", BASE, "--skip-absent").stdout.decode()
+        self.assertIn(f"\n{self.sheet}: {len(self.absent)} sensors are not on this board and left out: ", text)
+
+    def test_an_image_is_that_of_the_boards_own_sheet(self):
+        lines = self.run_raw("sheet", "image", self.sheet, "--board", BASE, "-o", self.path("x.dat")).stderr.decode()
+        self.assertEqual(lines.count("; --skip-absent leaves it out\n"), len(self.absent))
+        self.assertFalse(os.path.exists(self.path("x.dat")))
+        said = self.image(self.path("x.dat"), "--skip-absent")
+        self.assertTrue(said.startswith(f"{len(self.absent)} sensors are not on this board and left out: "), said)
+        with open(self.path("x.dat"), "rb") as ours, open(self.path("own.dat"), "rb") as own:
+            self.assertEqual(ours.read(), own.read())
+
+    def test_rows_are_those_of_the_sensors_that_are_there(self):
+        self.edit("INPUT_TEMP,°C,,,,45,50,52", "INPUT_TEMP,°C,,,,45,48,52")
+        data = self.json("sheet", "rows", self.sheet, "--board", BASE, "--skip-absent")
+        self.assertEqual(([row["sensors"] for row in data["rows"]], data["skipped"]), ([["INPUT_TEMP"]], self.absent))
+        self.assertIn("left out: ", self.out("sheet", "rows", self.sheet, "--board", BASE, "--skip-absent"))
+
+    def test_names_that_nobody_knows_are_not_left_out(self):
+        self.write(HEAD + "PSU_PINN_03,W,,,,,900,\n")
+        data = self.check(1, BASE, "--skip-absent")
+        self.assertEqual((data["skipped"], data["findings"][0]["rule"]), ([], "name"))
+
+    def test_a_sheet_without_a_sensor_of_the_board_makes_no_image(self):
+        self.write(HEAD + "PSU_PIN_03,W,,,,,900,\n")
+        self.assertIn("no limits in it for this board", self.refused(
+            2, "sheet", "image", self.sheet, "--board", BASE, "-o", self.path("x.dat"), "--skip-absent"))
 
 
 class Spreadsheets(SheetTest):

@@ -2,6 +2,7 @@
 #include "base/notes.h"
 
 #include <cstdio>
+#include <sstream>
 
 namespace workbench {
 namespace {
@@ -13,6 +14,12 @@ bool g_told = true;
 void TellNote(const std::string &text) {
     if (g_told)
         std::fprintf(stderr, "oxa-sensors: note: %s\n", text.c_str());
+}
+
+void TellNotes(const std::string &lines) {
+    std::istringstream in(lines);
+    for (std::string line; std::getline(in, line);)
+        TellNote(line);
 }
 
 void KeepNotesBack() {

@@ -9,7 +9,8 @@
 namespace workbench {
 
 void TellNote(const std::string &text);
-void KeepNotesBack(); // from now on: a program reads the result, nobody the notes
+void TellNotes(const std::string &lines); // a note each
+void KeepNotesBack();                     // from now on: a program reads the result, nobody the notes
 
 } // namespace workbench
 #endif

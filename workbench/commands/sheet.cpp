@@ -16,7 +16,7 @@
 namespace workbench {
 namespace {
 
-constexpr size_t kNamesWithoutLimits = 12;
+constexpr size_t kNamesListed = 12;
 constexpr const char *kColumns =
     "The first row names the columns, in any order: Name (or Sensor), Unit, LNR, LC, LNC, UNC, UC, UNR.\n"
     "Comma, semicolon or tab; decimal point or comma; an empty cell or \"-\" is no limit.\n";
@@ -30,8 +30,7 @@ void LoadSet(const SheetOptions &options, JudgedSheet &out) {
         for (const Sensor &sensor : set.sensors)
             out.set.push_back(decoder.Decode(sensor));
         out.sensors = std::move(set.sensors);
-        out.profile = set.profile->name;
-        out.custom_id = set.profile->id;
+        out.profile = set.profile;
     } catch (const SetError &error) { // nothing to hold a sheet against
         throw InputError(error.what());
     }
@@ -43,7 +42,7 @@ CsvStyle StyleOf(const std::string &word) {
 
 Json ExportJson(const SheetOptions &options, const JudgedSheet &judged) {
     Json out{{"board", options.run.board},
-             {"profile", ProfileJson(judged.custom_id)},
+             {"profile", ProfileJson(judged.profile->id)},
              {"sheet", options.output == kStandardOutput ? Json(nullptr) : Json(options.output)},
              {"sensors", Json::array()}};
     for (const Decoded &sensor : judged.set) {
@@ -76,12 +75,14 @@ std::string CheckText(const SheetOptions &options, const JudgedSheet &judged) {
                "' is not looked at\n";
     const std::vector<std::string> &none = judged.judgement.without_limits;
     if (!none.empty())
-        out += options.file + ": no limits in sheet and set: " + NamesText(none, kNamesWithoutLimits) + "\n";
+        out += options.file + ": no limits in sheet and set: " + NamesText(none, kNamesListed) + "\n";
+    if (const std::string skipped = SkippedText(judged); !skipped.empty())
+        out += options.file + ": " + skipped;
     const size_t found = judged.judgement.findings.size();
     return out + options.file + ": " + std::to_string(judged.sheet.rows.size()) + " sensors in the sheet, " +
            (found == 0 ? "the set is as in the sheet"
                        : std::to_string(found) + (found == 1 ? " difference" : " differences")) +
-           "; profile " + judged.profile + ", board " + options.run.board + "\n";
+           "; profile " + judged.profile->name + ", board " + options.run.board + "\n";
 }
 
 Json PlaceJson(const SheetPlace &place) {
@@ -93,9 +94,10 @@ Json PlaceJson(const SheetPlace &place) {
 Json CheckJson(const SheetOptions &options, const JudgedSheet &judged) {
     Json out{{"sheet", options.file},
              {"board", options.run.board},
-             {"profile", ProfileJson(judged.custom_id)},
+             {"profile", ProfileJson(judged.profile->id)},
              {"rows", judged.sheet.rows.size()},
              {"without_limits", judged.judgement.without_limits},
+             {"skipped", judged.skipped},
              {"findings", Json::array()},
              {"ignored_columns", Json::array()}};
     for (const SheetFinding &f : judged.judgement.findings)
@@ -125,6 +127,9 @@ Command Add(Command &group, const std::string &name, const std::string &about,
     if (name != "export")
         command.AddOption("FILE", options->file, "The sheet").Required().Takes("");
     AddRunOptions(command, options->run);
+    if (name != "export")
+        command.AddFlag("--skip-absent", options->skip_absent,
+                        "Leave out sensors that the profile has a row for and this board has not");
     command.AddFlag("--json", options->json, "JSON");
     command.Footer(footer);
     command.Example("oxa-sensors sheet " + name + (name == "export" ? "" : " limits.csv") +
@@ -183,6 +188,14 @@ void AddImage(Command &group) {
     command.Runs([options] { SheetImage(*options); });
 }
 
+void SkipAbsent(JudgedSheet &out) {
+    const auto absent = [](const SheetFinding &finding) { return finding.rule == "absent"; };
+    for (const SheetFinding &finding : out.judgement.findings)
+        if (absent(finding))
+            out.skipped.push_back(finding.name);
+    std::erase_if(out.judgement.findings, absent);
+}
+
 } // namespace
 
 void EndWith(const std::vector<std::string> &faults) {
@@ -208,7 +221,17 @@ void LoadSheet(const SheetOptions &options, JudgedSheet &out) {
     if (!lines.empty())
         EndWith(lines);
     LoadSet(options, out);
-    out.judgement = JudgeSheet(out.sheet, out.set, options.round);
+    out.judgement = JudgeSheet(out.sheet, out.set, *out.profile, options.round);
+    if (options.skip_absent)
+        SkipAbsent(out);
+}
+
+std::string SkippedText(const JudgedSheet &judged) {
+    const size_t count = judged.skipped.size();
+    if (count == 0)
+        return "";
+    return std::to_string(count) + (count == 1 ? " sensor is" : " sensors are") +
+           " not on this board and left out: " + NamesText(judged.skipped, kNamesListed) + "\n";
 }
 
 void EndAtFindings(const SheetOptions &options, const JudgedSheet &judged) {
@@ -216,7 +239,9 @@ void EndAtFindings(const SheetOptions &options, const JudgedSheet &judged) {
     for (const SheetFinding &finding : judged.judgement.findings)
         if (finding.in_the_way)
             lines.push_back(FindingText(options.file, finding) +
-                            (finding.rule == "byte" ? "; --round takes the nearest" : ""));
+                            (finding.rule == "byte"     ? "; --round takes the nearest"
+                             : finding.rule == "absent" ? "; --skip-absent leaves it out"
+                                                        : ""));
     if (!lines.empty())
         EndWith(lines);
 }

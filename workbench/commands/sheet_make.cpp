@@ -51,7 +51,8 @@ std::vector<std::string> FactorFaults(const SheetOptions &options, const JudgedS
     return out;
 }
 
-std::string RowsText(const std::string &list, const ListEdits &edits, const std::vector<std::string> &kept) {
+std::string RowsText(const JudgedSheet &judged, const std::string &list, const ListEdits &edits,
+                     const std::vector<std::string> &kept) {
     unsigned bytes = 0;
     size_t grown = 0;
     for (const ListEdit &edit : edits.edits) {
@@ -64,16 +65,17 @@ std::string RowsText(const std::string &list, const ListEdits &edits, const std:
                       " without limits of their own before)\n";
     if (!kept.empty())
         out += "empty in the sheet and not to be taken away by a row: " + NamesText(kept, kNamesKept) + "\n";
-    return out + Patch(list, edits.edits);
+    return out + SkippedText(judged) + Patch(list, edits.edits);
 }
 
 Json RowsJson(const SheetOptions &options, const JudgedSheet &judged, const std::string &list,
               const ListEdits &edits, const std::vector<std::string> &kept) {
     Json out{{"sheet", options.file},
              {"board", options.run.board},
-             {"profile", ProfileJson(judged.custom_id)},
+             {"profile", ProfileJson(judged.profile->id)},
              {"list", list},
              {"kept", kept},
+             {"skipped", judged.skipped},
              {"rows", Json::array()}};
     for (const ListEdit &edit : edits.edits)
         out["rows"].push_back({{"line", edit.line},
@@ -131,7 +133,7 @@ Image MakeImage(const SheetOptions &options, const JudgedSheet &judged) {
 
 // Saved by the library itself, and every record asked whether it takes its entry.
 FileBytes SaveImage(const JudgedSheet &judged, const Image &image) {
-    StartWithThresholds(judged.custom_id, std::nullopt);
+    StartWithThresholds(judged.profile->id, std::nullopt);
     FileBytes bytes;
     for (const StoredThresholds &entry : image.entries)
         bytes = SaveOnPlatform(entry);
@@ -152,13 +154,15 @@ void SheetRows(const SheetOptions &options) {
     EndAtFindings(options, judged);
     if (const std::vector<std::string> faults = FactorFaults(options, judged); !faults.empty())
         EndWith(faults);
-    const std::string list =
-        options.list.empty() ? "library/profiles/" + judged.profile + ".def" : options.list;
+    const std::string list = options.list.empty()
+                                 ? std::string("library/profiles/") + judged.profile->name + ".def"
+                                 : options.list;
     const ListEdits edits = EditList(list, judged.judgement.sensors);
     if (!edits.faults.empty())
         EndWith(edits.faults);
     const std::vector<std::string> kept = KeptLimits(judged);
-    PrintOut(options.json ? Dump(RowsJson(options, judged, list, edits, kept)) : RowsText(list, edits, kept));
+    PrintOut(options.json ? Dump(RowsJson(options, judged, list, edits, kept))
+                          : RowsText(judged, list, edits, kept));
 }
 
 void SheetImage(const SheetOptions &options) {
@@ -169,7 +173,8 @@ void SheetImage(const SheetOptions &options) {
     EndAtFindings(options, judged);
     const Image image = MakeImage(options, judged);
     if (image.entries.empty())
-        throw InputError(options.file + ": no limits in it");
+        throw InputError(options.file + ": no limits in it" +
+                         (judged.skipped.empty() ? "" : " for this board"));
     const FileBytes bytes = SaveImage(judged, image);
     WriteResult(options.output, std::string(bytes.begin(), bytes.end()));
     const std::vector<std::string> kept = KeptLimits(judged);
@@ -177,17 +182,18 @@ void SheetImage(const SheetOptions &options) {
         return PrintOut(Dump({{"sheet", options.file},
                               {"board", options.run.board},
                               {"image", options.output},
-                              {"profile", ProfileJson(judged.custom_id)},
+                              {"profile", ProfileJson(judged.profile->id)},
                               {"entries", image.entries.size()},
-                              {"kept", kept}}));
-    const std::string remark =
-        kept.empty() ? "" : "empty in the sheet, kept from the record: " + NamesText(kept, kNamesKept);
+                              {"kept", kept},
+                              {"skipped", judged.skipped}}));
+    std::string remarks = SkippedText(judged);
+    if (!kept.empty())
+        remarks += "empty in the sheet, kept from the record: " + NamesText(kept, kNamesKept) + "\n";
     if (options.output != kStandardOutput)
-        return PrintOut((remark.empty() ? "" : remark + "\n") + options.output + ": " +
-                        std::to_string(image.entries.size()) + " of " + std::to_string(SENSOR_MAX_COUNT) +
-                        " entries, " + SavedUnder(judged.custom_id) + "\n");
-    if (!remark.empty())
-        TellNote(remark);
+        return PrintOut(remarks + options.output + ": " + std::to_string(image.entries.size()) + " of " +
+                        std::to_string(SENSOR_MAX_COUNT) + " entries, " + SavedUnder(judged.profile->id) +
+                        "\n");
+    TellNotes(remarks);
 }
 
 } // namespace workbench

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace workbench {
@@ -93,29 +94,35 @@ Pattern Take(const std::string &pattern) {
 }
 
 // A name field holds 16 characters, what is printed beyond them is cut.
-bool IsPrinted(const std::string &printed, const std::string &name) {
-    return printed.substr(0, kLongestName) == name;
+std::string AsName(const std::string &printed) {
+    return printed.substr(0, kLongestName);
+}
+
+// What the pattern prints with any number; kept, for a sheet may ask for thousands of names.
+const std::set<std::string> &NumberedNames(const std::string &pattern, bool letters) {
+    static std::map<std::string, std::set<std::string>> all;
+    std::set<std::string> &names = all[pattern];
+    if (!names.empty())
+        return names;
+    for (int number = letters ? '!' : 0; number <= (letters ? '~' : 255); ++number) {
+        char printed[64];
+        std::snprintf(printed, sizeof printed, pattern.c_str(), number);
+        names.insert(AsName(printed));
+    }
+    return names;
 }
 
 bool Prints(const std::string &pattern, const std::string &name) {
     const Pattern parts = Take(pattern);
     if (parts.prints == '\0')
-        return IsPrinted(parts.before, name);
+        return AsName(parts.before) == name;
     if (!name.starts_with(parts.before))
         return false;
     if (parts.prints == 's')
         return name.size() > parts.before.size() &&
                (name.size() == kLongestName ||
                 (name.ends_with(parts.behind) && name.size() > parts.before.size() + parts.behind.size()));
-    for (int number = 0; number < 256; ++number) {
-        if (parts.prints == 'c' && (number <= ' ' || number > '~'))
-            continue;
-        char printed[64];
-        std::snprintf(printed, sizeof printed, pattern.c_str(), number);
-        if (IsPrinted(printed, name))
-            return true;
-    }
-    return false;
+    return NumberedNames(pattern, parts.prints == 'c').contains(name);
 }
 
 // Two kinds may share device code, item and name; then these tell them apart.

@@ -9,6 +9,7 @@
 
 #include "base/text.h"
 #include "sets/counts.h"
+#include "sets/rows.h"
 
 namespace workbench {
 namespace {
@@ -29,7 +30,8 @@ std::string PlainUnit(const std::string &unit) {
 
 class Judge {
 public:
-    Judge(const Sheet &sheet, const std::vector<Decoded> &set, bool round) : sheet_(sheet), round_(round) {
+    Judge(const Sheet &sheet, const std::vector<Decoded> &set, const Profile &profile, bool round)
+        : sheet_(sheet), profile_(profile), round_(round) {
         for (const Decoded &sensor : set) {
             names_.push_back(sensor.name);
             if (CanHaveLimits(sensor))
@@ -86,6 +88,13 @@ private:
         if (discrete_.contains(row.name))
             return Find("discrete", row.place, row.name, "a sensor of states: it has no limits",
                         row.HasLimits());
+        const std::vector<Row> &rows = RowsOf(profile_);
+        if (std::any_of(rows.begin(), rows.end(),
+                        [&](const Row &known) { return MakesName(known, row.name); }))
+            return Find("absent", row.place, Printable(row.name),
+                        std::string("not on this board, though profile ") + profile_.name +
+                            " has a row for it",
+                        true);
         std::vector<std::string> nearest;
         if (++unknown_ <= kMostSuggestions)
             nearest = NearestNames(row.name, names_);
@@ -179,6 +188,7 @@ private:
     }
 
     const Sheet &sheet_;
+    const Profile &profile_;
     const bool round_;
     std::vector<std::string> names_; // of the set
     std::set<std::string> discrete_;
@@ -197,8 +207,9 @@ bool SheetSensor::Changes() const {
     return false;
 }
 
-Judgement JudgeSheet(const Sheet &sheet, const std::vector<Decoded> &set, bool round) {
-    return Judge(sheet, set, round).Run();
+Judgement JudgeSheet(const Sheet &sheet, const std::vector<Decoded> &set, const Profile &profile,
+                     bool round) {
+    return Judge(sheet, set, profile, round).Run();
 }
 
 } // namespace workbench

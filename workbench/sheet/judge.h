@@ -12,8 +12,8 @@
 namespace workbench {
 
 struct SheetFinding {
-    std::string
-        rule; // "value", "gone", "new", "byte", "range", "order", "name", "discrete", "unit", "missing"
+    // "value", "gone", "new", "byte", "range", "order", "name", "absent", "discrete", "unit", "missing"
+    std::string rule;
     std::string name, text;
     SheetPlace place;
     bool in_the_way = false; // nothing can be made of the sheet before it is put right
@@ -34,8 +34,8 @@ struct Judgement {
     std::vector<std::string> without_limits; // in sheet and set
 };
 
-// With `round` a value that no byte holds is its nearest byte, and no finding.
-Judgement JudgeSheet(const Sheet &sheet, const std::vector<Decoded> &set, bool round);
+// The set is one of the profile.  With `round` a value that no byte holds is its nearest byte, and no finding.
+Judgement JudgeSheet(const Sheet &sheet, const std::vector<Decoded> &set, const Profile &profile, bool round);
 
 } // namespace workbench
 #endif
