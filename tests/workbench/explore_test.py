@@ -2,6 +2,7 @@
 """oxa-sensors explore: numbers of states and steps are counted by hand, stories follow from how the library works."""
 import json
 import os
+import resource
 import tomllib
 
 from support import BASE, SOURCE, TWO_SOCKET, Workbench, main
@@ -120,6 +121,13 @@ class Tests(Workbench):
                       self.refused(2, "explore", "-b", "capture:tests/capture/machine.cap", "--parts", "psu:1", "--depth", "1",
                                    "--stories", self.path("stories")))
         self.assertFalse(os.path.exists(self.path("stories")))
+
+    def test_a_walk_that_cannot_go_on_is_no_finding(self):
+        """The first state is made in a process of its own, whose pipe is the fourth and fifth open file."""
+        done = self.run_raw("explore", "-b", BASE, "--parts", "psu:1",
+                            preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (4, 4)))
+        self.assertEqual((done.returncode, done.stdout, done.stderr.decode()),
+                         (2, b"", "oxa-sensors: no pipe: Too many open files\n"))
 
 
 if __name__ == "__main__":

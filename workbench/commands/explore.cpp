@@ -187,10 +187,17 @@ void AddExploreCommand(Command &program) {
                    "Write the story of every finding into this folder, for oxa-sensors scenario")
         .Takes("DIR");
     command.AddFlag("--json", options->json, "JSON");
-    command.Footer("Exit status: 0 nothing found, or known findings only; 1 new findings; 2 wrong input.");
+    command.Footer("Exit status: 0 nothing found, or known findings only; 1 new findings; 2 wrong input, or\n"
+                   "the walk cannot go on.");
     command.Example("oxa-sensors explore --board boards/two_socket_2u.toml --profile ferrisk "
                     "--parts 'disk:0,psu:1' --depth 2 --faults 1");
-    command.Runs([options] { RunExplore(*options); });
+    command.Runs([options] {
+        try {
+            RunExplore(*options);
+        } catch (const SetError &error) { // a walk that cannot go on has found nothing
+            throw InputError(error.what());
+        }
+    });
 }
 
 } // namespace workbench
