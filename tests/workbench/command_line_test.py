@@ -154,10 +154,18 @@ class Tests(Workbench):
         self.assertIn("sent 10 times", self.out("event", "addPOSTErrorSel", "--count", "010"))
 
     def test_a_flag_takes_no_value(self):
-        for words, flag in ((["list", "-b", BASE, "--json=no"], "--json"), (["list", "-b", BASE, "--json=3"], "--json"),
-                            (["list", "--help=3"], "--help"), (["--version=3"], "--version"),
-                            (["add", "-b", BASE, "--no-record=1"], "--no-record")):
-            self.assertEqual(self.told(*words), f"{flag} takes no value")
+        for value in ("no", "3", "true", "false", "1", "{}", ""):
+            for words, flag in ((["list", "-b", BASE], "--json"), (["list"], "--help"), (["list"], "-h"), ([], "--version"),
+                                (["add", "-b", BASE], "--no-record"), (["add", "-b", BASE], "--record"),
+                                (["check"], "-v"), (["thresholds", "show", "x"], "--json")):
+                with self.subTest(flag=flag, value=value):
+                    self.assertEqual(self.told(*words, f"{flag}={value}"), f"{flag} takes no value")
+        self.assertEqual(self.told("check", "-vh=true"), "-h takes no value")
+
+    def test_what_is_no_flag_may_hold_an_equals_sign(self):
+        self.assertIn("no sensor '--json=true'", self.refused(2, "show", "-b", BASE, "--", "--json=true"))
+        self.out("export", "-b", BASE, "--format=csv", f"--output={self.path('h=v.csv')}")
+        self.assertTrue(os.path.exists(self.path("h=v.csv")))
 
     def test_a_path_that_cannot_be_meant_is_refused(self):
         for path in ("", "--log"):

@@ -6,6 +6,7 @@
 #include <limits>
 #include <map>
 #include <sstream>
+#include <string_view>
 #include <utility>
 
 #include <CLI/CLI.hpp>
@@ -35,8 +36,7 @@ std::map<const CLI::Option *, Completer> &Completers() {
 }
 
 void SetUp(CLI::App &app, const std::function<void(Command &program)> &describe) {
-    app.set_version_flag("--version", kVersionText)->disable_flag_override();
-    app.get_help_ptr()->disable_flag_override();
+    app.set_version_flag("--version", kVersionText);
     Command program(&app);
     program.NeedsCommand();
     describe(program);
@@ -138,12 +138,6 @@ std::string WrongCount(const CLI::App &command, const std::string &words) {
     return words;
 }
 
-// Thrown by a flag that was given a value; the parser names it at the beginning of its words.
-std::string FlagWithValue(const std::string &words) {
-    const std::string name = words.substr(0, words.find(' '));
-    return (name.size() == 1 ? "-" : "--") + name + " takes no value";
-}
-
 std::string Missing(const CLI::App &command, const std::string &words) {
     for (const CLI::Option *option : command.get_options())
         if (option->get_required() && option->count() == 0)
@@ -159,8 +153,6 @@ std::string WhatIsWrong(const CLI::App &app, const Named &named, const CLI::Pars
         return "'" + early.front() + "' stands before the command; write " + named.call + " " + early.front();
     if (!extra.empty())
         return UnknownWord(command, extra.front());
-    if (error.get_name() == "ArgumentMismatch" && std::string(error.what()).find(':') == std::string::npos)
-        return FlagWithValue(error.what());
     if (error.get_name() == "ArgumentMismatch")
         return WrongCount(command, error.what());
     if (error.get_name() == "RequiredError" && !CommandNames(command).empty())
@@ -174,6 +166,28 @@ std::string WhatIsWrong(const CLI::App &app, const Named &named, const CLI::Pars
 [[noreturn]] void FailUsage(const CLI::App &app, const CLI::ParseError &error) {
     const Named named = InnermostNamed(app);
     throw InputError(OneLine(WhatIsWrong(app, named, error)) + " (see " + named.call + " --help)");
+}
+
+bool IsFlag(const CLI::App &command, const std::string &name) {
+    const CLI::Option *const option = command.get_option_no_throw(name);
+    return option != nullptr && option->get_items_expected_max() == 0;
+}
+
+// "--json=no".  Before the parser sees the line, which takes such values.
+void RefuseValuesOfFlags(const CLI::App &app, int argc, char **argv) {
+    Named named{&app};
+    for (int i = 1; i < argc && argv[i] != std::string_view("--"); ++i) {
+        const std::string word = argv[i];
+        const auto commands = named.command->get_subcommands(
+            [&word](const CLI::App *command) { return command->get_name() == word; });
+        if (!commands.empty())
+            named = {commands.front(), named.call + " " + word};
+        std::string name = word.substr(0, word.find('='));
+        while (name.size() > 2 && name[1] != '-' && IsFlag(*named.command, name.substr(0, 2)))
+            name.erase(1, 1); // "-vh=no"
+        if (word.find('=') != std::string::npos && IsFlag(*named.command, name))
+            throw InputError(name + " takes no value (see " + named.call + " --help)");
+    }
 }
 
 // Refuses a value in our words; the parser would put its own before those of its own kind of error.
@@ -300,7 +314,6 @@ bool Option::Given() const {
 
 Command Command::AddCommand(const std::string &name, const std::string &about) {
     CLI::App *app = app_->add_subcommand(name, about);
-    app->get_help_ptr()->disable_flag_override();
     Command command(app);
     command.AddOption("--color", SetColour, "Colour; auto: on a terminal, unless NO_COLOR is set")
         .Takes("auto|always|never")
@@ -336,7 +349,7 @@ Option Command::AddOutput(std::string &output, const std::string &about) {
 }
 
 Option Command::AddFlag(const std::string &names, bool &value, const std::string &about) {
-    return Option(app_->add_flag(names, value, about)->disable_flag_override());
+    return Option(app_->add_flag(names, value, about));
 }
 
 void Command::NeedsCommand() {
@@ -369,6 +382,7 @@ CommandView ViewProgram(const std::function<void(Command &program)> &describe) {
 int RunCommandLine(int argc, char **argv, const std::function<void(Command &program)> &describe) {
     CLI::App app{kAbout, kName};
     SetUp(app, describe);
+    RefuseValuesOfFlags(app, argc, argv);
     try {
         app.parse(argc, argv);
         return kOk;
