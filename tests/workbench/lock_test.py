@@ -332,6 +332,12 @@ class WrongInput(LockTest):
         self.refused(2, "lock", "--boards", "boards", "--check", self.boards)
         self.refused(2, "lock", "--boards", self.boards, "-o", self.lock)  # no board in it
 
+    def test_a_folder_in_the_place_of_a_capture_is_told_how_it_is_written(self):
+        for words in (("lock", "-o", self.lock), ("lock", "--check", LOCK), ("check",)):
+            self.assertEqual(self.refused(2, *words, "--boards", "capture:boards"),
+                             "oxa-sensors: capture:boards: a capture is a file, and this a folder; for the boards in it write boards")
+        self.assertFalse(os.path.exists(self.lock))
+
 
 @unittest.skipUnless(shutil.which("git"), "git is not installed")
 class Merges(LockTest):

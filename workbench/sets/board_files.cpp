@@ -10,10 +10,15 @@
 namespace workbench {
 
 std::vector<std::string> BoardFilesOf(const std::string &folder) {
-    if (NamesCapture(folder)) // one machine
-        return {folder};
-    std::vector<std::string> out;
     std::error_code error;
+    if (NamesCapture(folder)) { // one machine
+        const std::string file = folder.substr(folder.find(':') + 1);
+        if (std::filesystem::is_directory(file, error))
+            throw InputError(folder + ": a capture is a file, and this a folder; for the boards in it write " +
+                             file);
+        return {folder};
+    }
+    std::vector<std::string> out;
     for (const auto &file : std::filesystem::directory_iterator(folder, error))
         if (file.path().extension() == ".toml")
             out.push_back(file.path().string());
