@@ -316,14 +316,16 @@ class RunTime(unittest.TestCase):
     def test_sensors_and_locators_that_came_are_counted_apart(self):
         serve = Bmc("--board", f"boards/{BASE}.toml")
         self.addCleanup(serve.end)
-        for words in (("--class", "psu-fru", "--slot", "2"), ("--class", "temperature", "--device-type", "gpu", "--slot", "1")):
-            run(SENSORS, "add", "--board", f"boards/{BASE}.toml", *words, "--bmc", serve.address)
+        # slot 7 is a front slot: its card's name is another than that of the profile's table
+        for words in (("--class", "psu-fru", "--slot", "2"), ("--class", "temperature", "--device-type", "gpu", "--slot", "1"),
+                      ("--class", "temperature", "--device-type", "nic", "--sub-type", "1", "--slot", "7")):
+            run(SENSORS, "add", "--board", "boards/two_socket_2u.toml", *words, "--bmc", serve.address)
         with tempfile.NamedTemporaryFile("w", encoding="ascii") as hosts:
             hosts.write(f"{serve.address} {BASE} default\n")
             hosts.flush()
             done = run(SENSORS, "verify", LOCK, "--hosts", hosts.name, "--json")
         machine, = json.loads(done.stdout)["machines"]
-        self.assertEqual((done.returncode, machine["sensors"], machine["run_time"], machine["set_aside"]), (0, 48, 1, 1))
+        self.assertEqual((done.returncode, machine["sensors"], machine["run_time"], machine["set_aside"]), (0, 48, 2, 1))
 
 
 def measure(counts):

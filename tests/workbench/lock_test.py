@@ -6,16 +6,21 @@ import random
 import re
 import shutil
 import subprocess
+import sys
 import unittest
 import zlib
 
 from support import BASE, SENSORS, SOURCE, TWO_SOCKET, Workbench, main
+
+sys.path.insert(0, os.path.join(SOURCE, "tests", "model"))
+from specific_names import FRONT_NAMES  # noqa: E402
 
 LOCK = "boards/sensors.lock"
 RENEW = f"{os.path.relpath(SENSORS, SOURCE)} lock --boards boards -o {LOCK}"
 # include/oxa/specific_sensors.h: rows of the ten name tables; the families' entries; the catalogue
 NAMES = 48 + 48 + 48 + 56 + 45 + 45 + 39 + 44 + 51 + 14
 CARDS = 11
+FRONT_TYPES = ("3", "5", "15", "16", "19")  # RAID, NIC, HBA, FC, smart NIC
 
 
 class LockTest(Workbench):
@@ -103,6 +108,17 @@ class Content(LockTest):
         self.assertEqual(count, {"@name": NAMES, "@card": CARDS})
         self.assertIn("@name default temperature 2:gpu 1 GPU_SFP#_TEMP_* -".split(), lines)
         self.assertIn(["@family", "temperature", "17:brenmor", "13", "DPU_DIMMB"], lines)
+
+    def test_each_name_that_a_front_slot_changes_has_a_line_with_what_it_becomes(self):
+        """By the model of the names, which knows nothing of the library."""
+        self.copy(BASE)
+        self.write()
+        lines = [line.split() for line in self.text().splitlines()]
+        wanted = [["@front", *line[1:5], FRONT_NAMES[line[5]]] for line in lines
+                  if line[0] == "@name" and line[3].split(":")[0] in FRONT_TYPES and line[5] in FRONT_NAMES]
+        self.assertEqual([line for line in lines if line[0] == "@front"], wanted)
+        self.assertEqual({line[5] for line in wanted}, set(FRONT_NAMES.values()))
+        self.assertIn(["@front", "default", "temperature", "5:nic", "1", "NIC_SFP#_T_F-*"], wanted)
 
     def test_the_same_boards_give_the_same_bytes(self):
         self.copy(BASE)
@@ -218,15 +234,18 @@ class Differences(LockTest):
         self.edit(r"^(@name kestrin temperature 2:gpu 0) \S+", r"\1 GPU_T*", 1)
         self.edit(r"^(@name kestrin temperature 15:hba 0 \S+) -$", r"\1 0x0018", 1)
         self.edit(r"^@card halvik-card-fru .*\n", "", 1)
+        self.edit(r"^(@front astrel temperature 3:raid 0) \S+", r"\1 FRAID*", 1)
         data = self.check()
         told = self.told(data)
         self.assertTrue(told["table", "kestrin", "name temperature 2:gpu 0"].startswith("GPU_T* -> "), told)
         self.assertEqual(told["table", "kestrin", "name temperature 15:hba 0"], "0x0018 -> -")
         self.assertTrue(told["table", None, "card halvik-card-fru"].endswith(" is new"), told)
-        self.assertEqual(len(told), 3)
+        self.assertTrue(told["table", "astrel", "front temperature 3:raid 0"].startswith("FRAID* -> "), told)
+        self.assertEqual(len(told), 4)
         self.assertIn("GPU_T*", data["thresholds_dropped"]["kestrin"])
         self.assertEqual(len(data["thresholds_dropped"]["kestrin"]), 2)  # the bitmap is the mask
-        self.assertEqual(data["names_gone"], {"kestrin": ["GPU_T*"]})
+        self.assertEqual(data["thresholds_dropped"]["astrel"], ["FRAID*"])
+        self.assertEqual(data["names_gone"], {"kestrin": ["GPU_T*"], "astrel": ["FRAID*"]})
 
     def test_alike_on_several_boards_is_told_once(self):
         self.copy(TWO_SOCKET)

@@ -130,7 +130,7 @@ LockedMachine MachineOf(const Lock &lock, const std::string &board, const std::s
         if (line.Board() == board && line.Profile() == profile)
             out.sensors.push_back(&line);
     for (const TableLine &line : lock.tables) {
-        const bool ours = line.tag == "@name" && FromLockWord(line.key[0]) == profile;
+        const bool ours = OfProfile(line) && FromLockWord(line.key[0]) == profile;
         if (!ours && line.tag != "@family")
             continue;
         std::string pattern = FromLockWord(line.value[0]); // slot "*", port "#"

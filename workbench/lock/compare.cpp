@@ -227,10 +227,6 @@ std::string KeyOf(const TableLine &line) {
     return line.tag + " " + Join(line.key, " ");
 }
 
-bool OfProfile(const TableLine &line) {
-    return line.tag == "@name";
-}
-
 void TellTable(const TableLine &line, const std::string &text, Drifts &drifts) {
     const size_t from = OfProfile(line) ? 1 : 0;
     const std::string subject =
@@ -250,7 +246,7 @@ std::string TableChange(std::vector<std::string> old, std::vector<std::string> n
 
 // Names that are asked for, and thresholds that are stored under them.
 void TellNameLost(const TableLine &old, const TableLine *now, DriftMeaning &meaning) {
-    if (old.tag != "@name" && old.tag != "@family")
+    if (!OfProfile(old) && old.tag != "@family")
         return;
     const std::string profile = OfProfile(old) ? FromLockWord(old.key[0]) : "all";
     const std::string &sensor_class = old.key[OfProfile(old) ? 1 : 0];

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "lock/tables.h"
 
+#include <algorithm>
 #include <cstring>
+#include <functional>
 
 #include "base/text.h"
 #include "library/specific_sensors/device_types_catalogue.h"
 #include "oxa/specific_sensors.h"
 #include "runtime/description.h"
+#include "simulator/simulator.h"
 
 namespace workbench {
 namespace {
@@ -44,7 +47,9 @@ std::string ScannerWord(const oxa::snr::Scanner &scanner) {
            Hex(scanner.ucFlags).substr(2);
 }
 
-void AddNames(std::vector<TableLine> &out) {
+// Each row of each profile, with the words that a line begins with.
+void ForEachName(
+    const std::function<void(const std::vector<std::string> &key, const SnrInfoRec &row)> &take) {
     for (const Profile *profile : AllProfiles())
         for (uint32_t i = 0; i < g_dwSdrCustomCnt; ++i) {
             const SnrSpecificInfoRow &table = g_atSnrSpecificInfo[i];
@@ -52,13 +57,34 @@ void AddNames(std::vector<TableLine> &out) {
                 continue;
             for (uint8_t n = 0; n < *table.pucSnrCnt; ++n) {
                 const SnrInfoRec &row = table.ptInfo[n];
-                out.push_back(
-                    {"@name",
-                     {LockWord(profile->name), ClassWord(row.dwSensorDevType),
+                take({LockWord(profile->name), ClassWord(row.dwSensorDevType),
                       TypeWord(row.dwSensorDevType, row.ucDeviceType), std::to_string(row.SubDeviceType)},
-                     {Name(row.acName, sizeof row.acName), BitmapWord(row.wBitmap)}});
+                     row);
             }
         }
+}
+
+void AddNames(std::vector<TableLine> &out) {
+    ForEachName([&out](const std::vector<std::string> &key, const SnrInfoRec &row) {
+        out.push_back({"@name", key, {Name(row.acName, sizeof row.acName), BitmapWord(row.wBitmap)}});
+    });
+}
+
+// The library itself is asked, on a board whose one slot is a front slot.
+void AddFronts(std::vector<TableLine> &out) {
+    constexpr uint8_t kSlot = 1, kFront = 1;
+    sim::Board board;
+    board.pcie.slots.push_back({kSlot, kFront, "F-Slot1", true});
+    sim::Start(std::move(board));
+    ForEachName([&out](const std::vector<std::string> &key, const SnrInfoRec &row) {
+        SnrQuery query{row.dwSensorDevType, row.ucDeviceType, row.SubDeviceType, 0, {}};
+        std::copy(std::begin(row.acName), std::end(row.acName), query.acName);
+        uint8_t slot = kSlot;
+        modifyPcieSlotName(&slot, &query);
+        if (const std::string name = Name(query.acName, sizeof query.acName);
+            name != Name(row.acName, sizeof row.acName))
+            out.push_back({"@front", key, {name}});
+    });
 }
 
 void AddFamilies(std::vector<TableLine> &out) {
@@ -92,14 +118,22 @@ void AddCards(std::vector<TableLine> &out) {
 std::vector<TableLine> RunTimeTables() {
     std::vector<TableLine> out;
     AddNames(out);
+    AddFronts(out);
     AddFamilies(out);
     AddTypes(out);
     AddCards(out);
     return out;
 }
 
+bool OfProfile(const TableLine &line) {
+    return line.tag == "@name" || line.tag == "@front";
+}
+
 size_t KeyWords(const std::string &tag) {
-    return tag == "@name" ? 4 : tag == "@family" ? 3 : tag == "@type" || tag == "@card" ? 1 : 0;
+    return tag == "@name" || tag == "@front"  ? 4
+           : tag == "@family"                 ? 3
+           : tag == "@type" || tag == "@card" ? 1
+                                              : 0;
 }
 
 } // namespace workbench

@@ -11,10 +11,14 @@
 namespace workbench {
 
 //     @name   PROFILE CLASS TYPE SUB-TYPE | PATTERN BITMAP     a profile's name of a sensor; "-": the description's bitmap
+//     @front  PROFILE CLASS TYPE SUB-TYPE | PATTERN            what it becomes when the card sits in a front slot
 //     @family CLASS TYPE INDEX            | NAME               a card family's names, the same in every profile
 //     @type   NUMBER                      | WORD ENTITY TEMP POWER TRAITS    what follows from a device type
 //     @card   CLASS                       | NAME OEM           a card that gets a FRU locator
+// Starts the simulated platform.
 std::vector<TableLine> RunTimeTables();
+
+bool OfProfile(const TableLine &line); // the first word of its key is one
 
 // How many words of a line are its key; 0: there is no such tag.
 size_t KeyWords(const std::string &tag);
