@@ -14,6 +14,7 @@ LIMITS = "conf/BMC1/sensor_threshold.dat"
 REPOSITORY = "repository.sdr"
 GPU = ("--class", "temperature", "--device-type", "gpu", "--uc", "90", "--slot")
 IMAGE = 14344
+MEGABYTE = 1 << 20
 
 
 class Tests(Workbench):
@@ -179,6 +180,44 @@ class Tests(Workbench):
                 self.assertEqual(self.run_raw("doctor", "--root", self.root).returncode, 1)
                 taken.append(resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before)
             self.assertLess(taken[1] / taken[0], 6, (file, taken))
+
+    def long(self, file, content):
+        """The findings of a file of this content, whose length must be told as it is."""
+        self.write(file, content)
+        report = self.report()
+        self.assertEqual([f["bytes"] for f in report["files"] if f["file"] == file], [len(content)])
+        return [(f["rule"], f["file"], f["place"], f["text"]) for f in report["findings"]]
+
+    def test_an_ini_file_over_a_megabyte_is_told_not_to_have_been_looked_at_whole(self):
+        for file in (RECORDS, FRU_IDS):
+            content = self.read(file)
+            lines = (content + MEGABYTE // 999 * (b" " * 999 + b"\n"))[:MEGABYTE - 6] + b"\n"
+            with self.subTest(file):
+                self.assertEqual(self.long(file, lines + b"    \n"), [])
+                told = [("foreign", file, None, f"has {MEGABYTE + 10} bytes; only what is whole in the first {MEGABYTE} was looked at")]
+                # the line that the end of the megabyte cuts is neither torn nor foreign
+                self.assertEqual(self.long(file, lines + b"what cuts it?\n\n"), told)
+                self.write(file, content)
+
+    def test_a_repository_over_a_megabyte_is_told_not_to_have_been_looked_at_whole(self):
+        content = self.read(REPOSITORY)
+        for number in range(1000, 1000 + MEGABYTE // 64):  # records of others
+            content += struct.pack("<HBBB", number, 0x51, 0xC0, 59) + bytes(59)
+        self.assertGreater(len(content), MEGABYTE)
+        self.assertNotEqual((MEGABYTE - len(content)) % 64, 0)  # one is cut
+        self.assertEqual(self.long(REPOSITORY, content),
+                         [("foreign", REPOSITORY, None,
+                           f"has {len(content)} bytes; only what is whole in the first {MEGABYTE} was looked at")])
+        self.root = self.mended()
+        self.assertEqual(self.found(), [])
+
+    def test_limits_and_slots_over_a_megabyte_are_more_than_the_library_looks_at(self):
+        for file, place in ((STORE, "byte 16320"), (ENTRIES, "byte 8160"), (LIMITS, None)):
+            content = self.read(file)
+            with self.subTest(file):
+                told = self.long(file, content + b"x" * MEGABYTE)
+                self.assertIn(("foreign", file, place), [finding[:3] for finding in told])
+                self.write(file, content)
 
     def test_a_file_that_ends_within_a_number(self):
         self.write(RECORDS, "[PSU_1]\nsdrRecId=4\nPresence=1\n[PSU_2]\nPresence=1\nsdrRecId=5")

@@ -123,7 +123,7 @@ std::string FilesText(const Patient &patient, const Diagnosis &diagnosis) {
     for (size_t i = 0; i < kFiles; ++i) {
         const MachineFile &file = patient.machine.files[i];
         table.Add({{file.path, Style::kBold},
-                   {file.Has() ? std::to_string(file.bytes.size()) : "-"},
+                   {file.Has() ? std::to_string(file.Size()) : "-"},
                    {diagnosis.holds[i]}});
     }
     return table.Render(ColourWanted());
@@ -190,7 +190,7 @@ std::string JsonText(const DoctorOptions &options, const Patient &patient, const
     for (size_t i = 0; i < kFiles; ++i) {
         const MachineFile &file = patient.machine.files[i];
         out["files"].push_back({{"file", file.path},
-                                {"bytes", file.Has() ? Json(file.bytes.size()) : Json(nullptr)},
+                                {"bytes", file.Has() ? Json(file.Size()) : Json(nullptr)},
                                 {"holds", report.diagnosis.holds[i]}});
     }
     for (const FileFinding &finding : report.diagnosis.findings)

@@ -8,6 +8,15 @@
 #include "runtime/stored.h"
 
 namespace workbench {
+namespace {
+
+// Up to the end of the last whole line, where the rest was not read.
+std::vector<uint8_t> WholeLines(const MachineFile &file) {
+    const auto last = std::find(file.bytes.rbegin(), file.bytes.rend(), '\n');
+    return {file.bytes.begin(), file.unread > 0 ? last.base() : file.bytes.end()};
+}
+
+} // namespace
 
 std::vector<std::pair<std::string, std::string>> FileRules() {
     return {{"torn", "the file ends where no write of the library ends"},
@@ -29,11 +38,21 @@ bool Examination::IsThere(Which which, const std::string &then) {
     return file.Has();
 }
 
+void Examination::TellUnread(Which which, const std::string &then) {
+    const MachineFile &file = File(which);
+    if (file.unread > 0)
+        Add(which, "foreign", "",
+            "has " + std::to_string(file.Size()) + " bytes; only what is whole in the first " +
+                std::to_string(file.bytes.size()) + " was looked at",
+            then, kLeftOut);
+}
+
 IniText Examination::ReadLines(Which which, const std::string &then_torn) {
     constexpr char kThen[] = "what the platform's INI functions make of it";
     if (!IsThere(which, kThen))
         return {};
-    const IniText text = ReadIni(File(which).bytes);
+    TellUnread(which, kThen);
+    const IniText text = ReadIni(WholeLines(File(which)));
     for (const IniFault &fault : text.faults)
         Add(which, "foreign", "line " + std::to_string(fault.line), fault.text, kThen, kLeftOut);
     if (text.torn)

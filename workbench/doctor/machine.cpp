@@ -75,6 +75,7 @@ void Read(const std::string &path, MachineFile &file) {
     if (!stream.read(reinterpret_cast<char *>(bytes.data()), static_cast<std::streamsize>(bytes.size())))
         throw InputError(path + ": cannot read: " + std::strerror(errno));
     file.Put(std::move(bytes));
+    file.unread = static_cast<size_t>(facts.st_size) - file.bytes.size();
 }
 
 } // namespace

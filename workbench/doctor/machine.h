@@ -18,12 +18,17 @@ struct MachineFile {
     FileKind kind = FileKind::kAbsent;
     std::string what = {}; // of kOther: "a folder"
     std::vector<uint8_t> bytes = {};
+    size_t unread = 0; // bytes of the file behind those
+    size_t Size() const {
+        return bytes.size() + unread;
+    }
     bool Has() const {
         return kind == FileKind::kRegular;
     }
     void Put(std::vector<uint8_t> content) {
         kind = FileKind::kRegular;
         bytes = std::move(content);
+        unread = 0;
     }
 };
 

@@ -31,6 +31,8 @@ struct Examination {
     }
     // False, with a finding where something else is in its place, when there is no file to look into.
     bool IsThere(Which file, const std::string &then);
+    // A finding where only the beginning of the file was read.  Of limits and store the library reads less itself.
+    void TellUnread(Which file, const std::string &then);
     // An INI file, with findings for lines that do not belong there; `then_torn`: what a cut number does.
     IniText ReadLines(Which file, const std::string &then_torn);
     const KeptRecord *Find(uint16_t id) const;

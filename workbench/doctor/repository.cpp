@@ -92,11 +92,13 @@ void ExamineRepository(Examination &about) {
     }
     about.out.holds[kRepository] =
         std::to_string(read.state.records.size()) + (read.state.records.size() == 1 ? " record" : " records");
-    if (!read.fault.empty()) {
-        about.Add(kRepository, read.fault.find("ends within") != std::string::npos ? "torn" : "foreign",
-                  "byte " + std::to_string(read.whole), read.fault, kNeedsFile, "the records in front of it");
+    about.TellUnread(kRepository, kNobodyChooses);
+    const bool torn = read.fault.find("ends within") != std::string::npos;
+    if (!read.fault.empty() && !(torn && about.File(kRepository).unread > 0))
+        about.Add(kRepository, torn ? "torn" : "foreign", "byte " + std::to_string(read.whole), read.fault,
+                  kNeedsFile, "the records in front of it");
+    if (!read.fault.empty())
         about.out.mended[kRepository].bytes.resize(read.whole);
-    }
     Judge(about);
     FindTwice(about);
     std::erase_if(about.repository, [](const KeptRecord &record) {
