@@ -52,7 +52,7 @@ inline constexpr GroupWords kGroupWords[] = {
     {Group::kDiskGroup, "kDiskGroup", "per backplane", "disk group from 0"},
     {Group::kOcp, "kOcp", "per OCP card", "OCP index from 1"},
     {Group::kOcpError, "kOcpError", "per OCP card, behind the temperature", "OCP index from 1",
-     "OCP slot that the platform restores from the index"},
+     "OCP slot that the platform gives for the index"},
     {Group::kPowerModule, "kPowerModule", "per power module", "power module from 1"},
     {Group::kUbbRetimer, "kUbbRetimer", "per retimer of the GPU base board", "retimer from 1"},
     {Group::kSwitchChip, "kSwitchChip", "per switch chip", "switch chip from 1"},

@@ -2,7 +2,7 @@
 """The byte-by-byte view."""
 import re
 
-from support import BASE, FULLEST, TWO_SOCKET, Workbench, main
+from support import BASE, FULLEST, TWO_SOCKET, Workbench, documented_words, main, words_of
 
 
 class Tests(Workbench):
@@ -44,6 +44,25 @@ class Tests(Workbench):
                             several += 1
                             self.assertTrue(all(f["set_by"] for f in fields), (board, profile, alike[0]["name"], field))
             self.assertGreater(several, 10, (board, profile))
+
+    def test_what_counts_from_a_number_begins_with_it(self):
+        firsts = {}
+        for board, profile in self.SETS:
+            for sensor in self.json("show", "*", "--board", f"boards/{board}.toml", "--profile", profile)["sensors"]:
+                index = next(field for field in sensor["entry_fields"] if field["offset"] == 3)
+                if told := re.search(r"(.*) from (\d)$", index["set_by"] or ""):
+                    first = firsts.setdefault((board, profile, *told.groups()), set())
+                    first.add(int(index["bytes"], 16))
+        for at, indexes in firsts.items():
+            self.assertEqual(min(indexes), int(at[3]), at)
+        self.assertGreater(len({words for _, _, words, _ in firsts}), 10, firsts)
+
+    def test_where_a_byte_comes_from_is_told_in_words_of_the_documentation(self):
+        known = documented_words()
+        for board, profile in self.SETS:
+            for sensor in self.json("show", "*", "--board", f"boards/{board}.toml", "--profile", profile)["sensors"]:
+                for field in sensor["record_fields"] + sensor["entry_fields"]:
+                    self.assertEqual(words_of(field["set_by"] or "") - known, set(), (board, profile, sensor["name"], field))
 
     def test_an_instance_of_base_and_number_is_their_sum(self):
         sums = 0

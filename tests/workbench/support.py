@@ -1,9 +1,11 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Runs oxa-sensors as a user does."""
 import fcntl
+import glob
 import json
 import os
 import pty
+import re
 import struct
 import subprocess
 import sys
@@ -18,6 +20,20 @@ FULLEST = "boards/fullest.toml"
 TWO_SOCKET = "boards/two_socket_2u.toml"
 for variable in ("OXA_BOARD", "OXA_PROFILE"):  # of whoever runs the tests
     os.environ.pop(variable, None)
+
+
+def words_of(text):
+    return set(re.findall(r"[A-Za-z]+", text))
+
+
+def documented_words():
+    """All that the documentation and the public headers say: what the program says of itself is said in these."""
+    known = set()
+    for pattern in ("docs/*.md", "boards/README.md", "include/oxa/*.h"):
+        for path in glob.glob(os.path.join(SOURCE, pattern)):
+            with open(path, encoding="utf-8") as file:
+                known |= words_of(file.read())
+    return known
 
 
 class Workbench(unittest.TestCase):

@@ -4,7 +4,7 @@ import glob
 import os
 import re
 
-from support import BASE, FULLEST, SOURCE, TWO_SOCKET, Workbench, main
+from support import BASE, FULLEST, SOURCE, TWO_SOCKET, Workbench, documented_words, main, words_of
 
 PARTS = """
 [board]
@@ -192,6 +192,26 @@ class WhatIsMissing(Asking):
         self.assertEqual(sensor["decided_by"][0]["from"], f"{TWO_SOCKET}:{line}: [psus] count")
         self.assertEqual(sensor["built"], ["PSU_TEMP_01", "PSU_TEMP_02"])
 
+    # A part of each kind that is counted, behind the last one of a board that has several: the groups are walked for any
+    # number of parts, so nothing but the count keeps it out.
+    BEHIND_THE_LAST = ((TWO_SOCKET, "default", "CPU_TEMP_09", "[cpus] count"), (TWO_SOCKET, "default", "PSU_TEMP_09", "[psus] count"),
+                       (TWO_SOCKET, "default", "MEM_TEMP_999", "[dimms] count"), (TWO_SOCKET, "default", "PCIE_STATUS_99", "[pcie] slots"),
+                       (TWO_SOCKET, "default", "FAN_STATUS_99", "[fans] count"), (TWO_SOCKET, "default", "HDD_STATUS_99", "[disks] backplane"),
+                       (TWO_SOCKET, "default", "NVME_TEMP_99", "[disks] backplane"), (FULLEST, "default", "OCP_TEMP_99", "[ocp] count"),
+                       (FULLEST, "default", "OCP_ERR_99", "[ocp] count"), ("boards/simplified.toml", "default", "DISKG9_TEMP", "[disks] backplane"),
+                       ("boards/simplified.toml", "default", "DIMMG9_TEMP", "[cpus] count"),
+                       (FULLEST, "kestrin", "SWP65G50A9_Temp", "[switch_board] chip_temp_count"))
+
+    def test_with_several_parts_the_group_is_walked_and_one_more_has_no_index(self):
+        for board, profile, name, key in self.BEHIND_THE_LAST:
+            with self.subTest(name):
+                sensor = self.absent(board, name, profile=profile)
+                self.assertGreater(len(sensor["built"]), 1)
+                self.assertEqual((sensor["cause"], sensor["text"]), ("no such index", "no such index on this board"))
+                (decided,) = sensor["decided_by"]
+                self.assertGreater(int(decided["answer"]), 1)
+                self.assertTrue(decided["from"].endswith(key), decided)
+
     def test_without_parts_the_group_is_empty(self):
         sensor = self.absent("boards/empty.toml", "FAN_STATUS_01")
         self.assertEqual((sensor["cause"], self.decided(sensor)),
@@ -335,7 +355,7 @@ class EveryRow(Asking):
                     self.assertTrue(all(a["from"] for a in sensor["decided_by"]), (at, sensor["decided_by"]))
 
     def test_every_row_that_gave_a_sensor_says_what_it_hangs_on(self):
-        groups = set()
+        groups, known = set(), documented_words()
         for board, profiles in (("boards/fullest.toml", ("default", "vorana", "ferrisk")),
                                 ("boards/kestrin_8gpu.toml", ("kestrin",)), ("boards/gpu_8_5502.toml", ("astrel",)),
                                 ("boards/gpu_8_5517.toml", ("quorral",)), ("boards/rack_5605.toml", ("kestrin",)),
@@ -347,6 +367,7 @@ class EveryRow(Asking):
                     names.setdefault(kind, sensor["name"])
                 for sensor in self.answer(0, board, *names.values(), profile=profile):
                     groups.add(sensor["row"]["group"])
+                    self.assertEqual(words_of(sensor["row"]["group_words"]) - known, set(), sensor["row"])
                     self.assertNotIn("unknown", str(sensor))
                     for asked in sensor["asked"]:
                         at = (board, profile, sensor["name"], asked)
