@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <condition_variable>
 #include <cstdint>
 #include <cstdio>
 #include <initializer_list>
@@ -96,6 +98,11 @@ public:
     bool FailsOrNull(std::initializer_list<const void *> pointers); // null: a violation
     const Fault *rule() const {
         return rule_;
+    }
+    // Lets other threads call until one of them has made it true; false: the time is over.
+    template <class Until>
+    bool Wait(std::condition_variable &changed, uint32_t milliseconds, const Until &until) {
+        return changed.wait_for(lock_, std::chrono::milliseconds(milliseconds), until);
     }
     int FaultErrno(int usual) const {
         return rule_ != nullptr && rule_->errno_value != 0 ? rule_->errno_value : usual;

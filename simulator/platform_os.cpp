@@ -72,11 +72,14 @@ int32_t OAL_SemLockByKey(uint32_t dwKey, uint32_t dwWait) {
         call.state().Violate("semaphore " + std::to_string(dwKey) + " is locked before it was created");
         return call.Return<int32_t>(-1);
     }
-    if (semaphore.locked) { // would wait for itself until the time is over
+    if (semaphore.locked && semaphore.holder == std::this_thread::get_id()) { // would wait for itself
         call.state().Violate("semaphore " + std::to_string(dwKey) + " is locked twice");
         return call.Return<int32_t>(-1);
     }
+    if (!call.Wait(call.state().semaphore_freed, dwWait, [&semaphore] { return !semaphore.locked; }))
+        return call.Return<int32_t>(-1);
     semaphore.locked = true;
+    semaphore.holder = std::this_thread::get_id();
     return call.Return<int32_t>(0);
 }
 
@@ -88,6 +91,7 @@ int32_t OAL_SemUnLockByKey(uint32_t dwKey, uint32_t dwWait) {
         return call.Return<int32_t>(-1);
     }
     semaphore.locked = false; // also when the call fails: the library has done its duty
+    call.state().semaphore_freed.notify_one();
     return Plain(call);
 }
 

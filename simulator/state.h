@@ -4,6 +4,7 @@
 #ifndef OXA_SIMULATOR_STATE_H
 #define OXA_SIMULATOR_STATE_H
 
+#include <condition_variable>
 #include <cstdint>
 #include <cstdio>
 #include <map>
@@ -11,6 +12,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -41,6 +43,7 @@ struct OpenIni { // behind an IniFile handle
 struct Semaphore {
     bool created = false;
     bool locked = false;
+    std::thread::id holder = {};
 };
 
 struct Guarded {
@@ -82,6 +85,7 @@ struct State {
     std::map<const IpmiLocalSession *, uint32_t> sessions;
     std::map<const IniFile *, std::unique_ptr<OpenIni>> inis;
     std::map<uint32_t, Semaphore> semaphores;
+    std::condition_variable semaphore_freed;
     std::map<int, std::string> descriptors; // files that sigwrap_open_mode gave out
     std::map<FILE *, std::string> streams;  // files that oxa_fopen_s gave out
     Guarded guarded;

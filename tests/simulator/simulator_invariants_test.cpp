@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <cstring>
+#include <thread>
 
 #include "simulator/firmware_calls.h"
 #include "simulator/simulator.h"
@@ -259,6 +260,21 @@ TEST(Balance, ASecondLockIsReportedAndFails) {
     EXPECT_EQ(OAL_SemLockByKey(12313, 2000), -1);
     OAL_SemUnLockByKey(12313, 2000);
     EXPECT_THAT(Violations(), ElementsAre("semaphore 12313 is locked twice"));
+}
+
+TEST(Balance, ALockThatAnotherThreadHoldsIsWaitedForAsLongAsIsSaid) {
+    Start({});
+    OAL_SemCreate(12313);
+    OAL_SemLockByKey(12313, 2000);
+    std::thread in_vain([] { EXPECT_EQ(OAL_SemLockByKey(12313, 1), -1); });
+    in_vain.join();
+    std::thread patient([] {
+        EXPECT_EQ(OAL_SemLockByKey(12313, 60000), 0);
+        OAL_SemUnLockByKey(12313, 2000);
+    });
+    OAL_SemUnLockByKey(12313, 2000);
+    patient.join();
+    EXPECT_THAT(Violations(), IsEmpty());
 }
 
 TEST(Balance, AnUnlockWithoutALockAndALockWithoutACreationAreReported) {
