@@ -339,6 +339,132 @@ class WhatIsThere(Asking):
         self.assertEqual([(s["name"], s["in_set"]) for s in sensors], [("PDB_TEMP", True), ("LEAKAGE", False)])
 
 
+# A board that has every group that hangs on something but those that need another board, and what each hangs on.
+MACHINE = """
+[board]
+id = 0x550F
+cdu_enable = true
+sensor_simplification = false
+[cpus]
+count = 2
+type = "domain_volt"
+reduce_flag = true
+online = [true, true]
+[psus]
+count = 2
+group_count = 1
+count_per_group = 2
+[dimms]
+count = 2
+[pcie]
+slots = ["1-2"]
+[fans]
+count = 2
+[ocp]
+count = 2
+present = ["0-1"]
+[switch_board]
+supported = true
+chip_temp_count = 1
+[switch_board.card.2]
+online = true
+id = 0x5510
+[disks]
+enabled = true
+nvme_slots = ["0-1"]
+[[disks.backplane]]
+start_slot = 0
+disk_count = 4
+"""
+RACK = MACHINE.replace("0x550F", "0x5605")
+SIMPLE = MACHINE.replace("simplification = false", "simplification = true")
+SWITCH_TEMP = MACHINE.replace("0x5510", "0x5517")
+SWITCH_AIR = MACHINE.replace("0x550F", "0x5502").replace("0x5510", "0x5504")
+
+BOARD = "get_default_board_id"
+DISKS = ("[disks]\n", "[disks]\nservice = false\n", "HalHddBackpanelInst", "must be a service")
+PATH = ("enabled = true", "enabled = false", "FruSdrInitPathChoice", "must be 1")
+BACKPLANE = ("[[disks.backplane]]\nstart_slot = 0\ndisk_count = 4\n", "", "HalHddBackpanelService.GetBackPanelList",
+             "must be at least 1")
+CARD = [("id = 0x550F", "id = 0x5481", BOARD, "must be 0x550F or 0x55DE or 0x55D8"),
+        ("supported = true", "supported = false", "GetSwitchBoardSupportFlag", "must be 1"),
+        ("online = true", "online = false", "GetCardOnlineStatus", "must be 1")]
+CPUS = [("count = 2\ntype", "count = 1\ntype", "HAL_GetCpuMaxCount", "no such index on this board"),
+        ("[true, true]", "[true, false]", "HAL_GetCpuOnlineStatus", "must be 1")]
+SMALL = ("id = 0x550F", "id = 0x5497", BOARD, "must not be 0x5497")
+PSUS = ("count = 2\ngroup", "count = 0\ngroup", "HAL_GetPsuMaxCount", "must be at least 1")
+DIMMS = ("[dimms]\ncount = 2", "[dimms]\ncount = 0", "HAL_GetDimmMaxCount", "must be at least 1")
+OCP = [("id = 0x550F", f"id = {word}", BOARD, "must not be 0x5497 or 0x5580 or 0x558B")
+       for word in ("0x5497", "0x5580", "0x558B")]
+OCP += [("[ocp]\ncount = 2", "[ocp]\ncount = 0", "GetOcpNetCardMaxCount", "must be at least 1")]
+COOLED = [("cdu_enable = true", "cdu_enable = false", "IPMI_GetCduManageConfig", "must be 1")]
+
+# Group, a sensor of it, profile, machine, and for each fact: what the file says, what it says instead, the call, the words.
+GROUPS = [
+    ("kSwitchPower", "SW_VOLT_01", "default", MACHINE,
+     CARD + [("id = 0x5510", "id = 0x5517", "GetCardBoardId", "must be 0x5510")]),
+    ("kSwitchTemp", "SW_TEMP_01", "default", SWITCH_TEMP,
+     CARD + [("id = 0x5517", "id = 0x5510", "GetCardBoardId", "must be 0x5517")]),
+    ("kSwitchAir", "SW_INPUT_TEMP_01", "default", SWITCH_AIR,
+     [("id = 0x5502", "id = 0x5481", BOARD, "must be 0x5502"), *CARD[1:],
+      ("id = 0x5504", "id = 0x5510", "GetCardBoardId", "must be 0x5504")]),
+    ("kCpu", "CPU_TEMP_01", "default", MACHINE, CPUS),
+    ("kCpuMore", "CPU1_Power", "pellago", MACHINE, CPUS),
+    ("kCpuDomain", "CPU1_D0_N2", "default", MACHINE,
+     [('"domain_volt"', '"intel"', "HAL_GetCpuType", "must be 3"), CPUS[1]]),
+    ("kPsu", "PSU_TEMP_01", "default", MACHINE, [SMALL, PSUS]),
+    ("kPsuRedundancy", "PSU_REDUNDANT", "default", MACHINE,
+     [SMALL, PSUS, ("group_count = 1", "group_count = 3", "HAL_GetPsuGroupCount", "must be 1 or 2"),
+      ("per_group = 2", "per_group = 0", "HAL_GetPsuCountPerGroup", "must be at least 1")]),
+    ("kDimm", "MEM_TEMP_A0", "default", MACHINE,
+     [("simplification = false", "simplification = true", "HAL_IsNeedSensorSimplification", "must not be 1"), DIMMS]),
+    ("kDimmGroup", "DIMMG0_TEMP", "default", SIMPLE,
+     [("simplification = true", "simplification = false", "HAL_IsNeedSensorSimplification", "must be 1"), DIMMS,
+      ("count = 2\ntype", "count = 0\ntype", "HAL_GetCpuMaxCount", "must be at least 1")]),
+    ("kPcie", "PCIE_STATUS_01", "default", MACHINE,
+     [SMALL, ('slots = ["1-2"]', "slots = []", "Hal_GetStandPcieSlotCounts", "must be at least 1")]),
+    ("kFan", "FAN_STATUS_01", "default", MACHINE,
+     [SMALL, ("[fans]\n", "[fans]\nservice = false\n", "HalFanInst", "must be a service"),
+      ("[fans]\ncount = 2", "[fans]\ncount = 0", "HalFanService.GetFanMaxCount", "must be at least 1"),
+      ("[fans]\ncount = 2", "[fans]\ncount = 2\nsilk = [255, 2]", "HalFanService.GetFanSilkByIndex", "must not be 255")]),
+    ("kDisk", "HDD_STATUS_00", "default", MACHINE, [PATH, DISKS, BACKPLANE]),
+    ("kNvme", "NVME_TEMP_00", "default", MACHINE,
+     [PATH, DISKS, BACKPLANE,
+      ('["0-1"]\n[[', '["1"]\n[[', "HalHddBackpanelService.CheckHddIsSupportNvme", "must be 1")]),
+    ("kDiskGroup", "DISKG0_TEMP", "default", SIMPLE,
+     [PATH, DISKS, BACKPLANE,
+      ("simplification = true", "simplification = false", "HAL_IsNeedSensorSimplification", "must be 1")]),
+    ("kOcp", "OCP_TEMP_01", "default", MACHINE, OCP),
+    ("kOcpError", "OCP_ERR_01", "default", MACHINE, OCP),
+    ("kOcp", "NIC1_Temp", "ferrisk", MACHINE,
+     [('["0-1"]\n[switch', '[]\n[switch', "GetOcpPresentStatus", "must be at least 1")]),
+    ("kCduTable", "CDU_INLET_TEMP", "default", MACHINE, COOLED),
+    ("kCduFan", "CDU_FAN_SPD_01", "default", MACHINE, COOLED),
+    ("kCduSupply", "CDU_PS1_Vin", "kestrin", MACHINE, COOLED),
+    ("kRackTable", "EnTemp", "kestrin", RACK, [("id = 0x5605", "id = 0x5481", BOARD, "must be 0x5605")]),
+    ("kSwitchChip", "SWP65G50A1_Temp", "kestrin", MACHINE,
+     [("chip_temp_count = 1", "chip_temp_count = 0", "Hal_GetSwiTempSensorCnt", "must be at least 1")]),
+]
+
+
+class WhatAGroupHangsOn(Asking):
+    def test_each_fact_is_told_with_what_it_must_be(self):
+        for group, name, profile, machine, facts in GROUPS:
+            self.assertEqual(self.present(self.board(machine), name, profile)["row"]["group"], group)
+            for said, instead, call, must in facts:
+                at = (group, name, instead)
+                self.assertEqual(machine.count(said), 1, at)
+                sensor = self.absent(self.board(machine.replace(said, instead)), name, profile)
+                self.assertEqual([c for c, _, _ in self.decided(sensor)], [call], at)
+                self.assertEqual(sensor["text"].split(" and ")[-1], must, at)
+
+    def test_it_is_told_of_the_row_of_that_cpu(self):
+        rows = {name: self.present(self.board(MACHINE), name)["row"]["function"] for name in ("CPU0_D0_N2", "CPU1_D0_N2")}
+        self.assertEqual(rows, {"CPU0_D0_N2": "Default_GenCPU0D0N2SDR", "CPU1_D0_N2": "Default_GenCPU1D0N2SDR"})
+        sensor = self.absent(self.board(MACHINE.replace("[true, true]", "[true, false]")), "CPU1_D0_N2")
+        self.assertEqual(sensor["row"]["function"], rows["CPU1_D0_N2"])
+
+
 class EveryRow(Asking):
     def test_every_row_of_every_profile_has_its_answer_on_every_board(self):
         boards = sorted(os.path.relpath(path, SOURCE) for path in

@@ -55,6 +55,19 @@ void AddPattern(const Trials &trials, const std::string &pattern, WhyAnswers &ou
     }
 }
 
+// Of several rows with one pattern (a voltage domain of each CPU) the first that gave no sensor.
+const Row *RowOf(const Trials &trials, const std::string &name) {
+    const Row *first = nullptr;
+    for (const Row &row : RowsOf(trials.profile())) {
+        if (row.name != name && !MakesName(row, name))
+            continue;
+        if (!HasSensor(trials.AsItIs(), row))
+            return &row;
+        first = first != nullptr ? first : &row;
+    }
+    return first;
+}
+
 void AddName(const Trials &trials, const std::string &name, WhyAnswers &out) {
     const size_t before = out.present.size();
     for (const Sensor &sensor : trials.AsItIs().sensors)
@@ -63,14 +76,11 @@ void AddName(const Trials &trials, const std::string &name, WhyAnswers &out) {
                 out.present.push_back(WhyPresent(trials, row, sensor));
     if (out.present.size() != before)
         return;
-    for (const Row &row : RowsOf(trials.profile()))
-        if (row.name == name || MakesName(row, name)) {
-            const bool whole_row = row.name == name && HasNumber(row);
-            out.absent.emplace_back(name,
-                                    WhyAbsent(trials, row, whole_row ? std::nullopt : std::optional(name)));
-            return;
-        }
-    out.elsewhere.push_back(name);
+    const Row *const row = RowOf(trials, name);
+    if (row == nullptr)
+        return out.elsewhere.push_back(name);
+    const bool whole_row = row->name == name && HasNumber(*row);
+    out.absent.emplace_back(name, WhyAbsent(trials, *row, whole_row ? std::nullopt : std::optional(name)));
 }
 
 std::vector<std::string> ProfilesWith(const std::string &name) {
