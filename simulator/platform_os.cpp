@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <thread>
 
 #include "simulator/library_files.h"
 #include "simulator/memory_files.h"
