@@ -23,7 +23,8 @@ class Tests(Workbench):
                 self.assertEqual(shown[:len(sensor[raw].split())], sensor[raw].split())
 
     # Profiles whose rows hold every rule for instances and indices, on boards with every part.
-    SETS = (("fullest", "default"), ("fullest", "kestrin"), ("kestrin_8gpu", "kestrin"), ("simplified", "default"), ("two_socket_2u", "quorral"))
+    SETS = (("fullest", "default"), ("fullest", "kestrin"), ("kestrin_8gpu", "kestrin"), ("simplified", "default"),
+            ("two_socket_2u", "quorral"), ("gpu_8_5502", "astrel"), ("gpu_8_5517", "default"))
 
     def test_a_byte_that_differs_among_sensors_of_one_row_says_where_it_comes_from(self):
         for board, profile in self.SETS:

@@ -397,6 +397,7 @@ DIMMS = ("[dimms]\ncount = 2", "[dimms]\ncount = 0", "HAL_GetDimmMaxCount", "mus
 OCP = [("id = 0x550F", f"id = {word}", BOARD, "must not be 0x5497 or 0x5580 or 0x558B")
        for word in ("0x5497", "0x5580", "0x558B")]
 OCP += [("[ocp]\ncount = 2", "[ocp]\ncount = 0", "GetOcpNetCardMaxCount", "must be at least 1")]
+OCP_THERE = [('["0-1"]\n[switch', '[]\n[switch', "GetOcpPresentStatus", "must be at least 1")]
 COOLED = [("cdu_enable = true", "cdu_enable = false", "IPMI_GetCduManageConfig", "must be 1")]
 
 # Group, a sensor of it, profile, machine, and for each fact: what the file says, what it says instead, the call, the words.
@@ -436,8 +437,8 @@ GROUPS = [
       ("simplification = true", "simplification = false", "HAL_IsNeedSensorSimplification", "must be 1")]),
     ("kOcp", "OCP_TEMP_01", "default", MACHINE, OCP),
     ("kOcpError", "OCP_ERR_01", "default", MACHINE, OCP),
-    ("kOcp", "NIC1_Temp", "ferrisk", MACHINE,
-     [('["0-1"]\n[switch', '[]\n[switch', "GetOcpPresentStatus", "must be at least 1")]),
+    ("kOcp", "NIC1_Temp", "ferrisk", MACHINE, OCP_THERE),
+    ("kOcpError", "NIC1_Err", "ferrisk", MACHINE, OCP_THERE),
     ("kCduTable", "CDU_INLET_TEMP", "default", MACHINE, COOLED),
     ("kCduFan", "CDU_FAN_SPD_01", "default", MACHINE, COOLED),
     ("kCduSupply", "CDU_PS1_Vin", "kestrin", MACHINE, COOLED),
