@@ -218,6 +218,10 @@ class WhatIsMissing(Asking):
                          ("no such index", [("HalFanService.GetFanMaxCount", "", "0")]))
         self.assertEqual(sensor["decided_by"][0]["from"], "default of [fans] count")
 
+    def test_one_group_of_psus_has_no_second_redundancy(self):
+        sensor = self.absent(self.board(PARTS), "PSU_REDUNDANT_M")
+        self.assertEqual((sensor["cause"], self.decided(sensor)), ("no such index", [("HAL_GetPsuGroupCount", "", "1")]))
+
     def test_the_small_board_has_no_psus_whatever_it_counts(self):
         sensor = self.absent("boards/small_5497.toml", "PSU_TEMP_01")
         self.assertEqual((sensor["cause"], self.decided(sensor)),
