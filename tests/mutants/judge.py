@@ -69,10 +69,11 @@ class Judge:
         return Verdict(SURVIVED, "", ran)
 
     def covering(self, mutation, changed):
-        """Tests that run the statement; of what has no code of its own, those that run what it may have changed.
+        """Tests that run the statement; of what has no code of its own, those that run what it may have changed.  A line of
+        a list is code for one that includes it and data for another.
         Programs with objects of the library in themselves are not traced: they count as running all of them."""
         found = self.coverage.of_lines(mutation.file, mutation.first, mutation.last)
-        if found is None or mutation.checks:
+        if found is None or mutation.checks or mutation.file.endswith(".def"):
             found = (found or set()).union(*(self.reaching(unit) for unit in changed))
         return found | self.of_programs(self.affected(changed))
 

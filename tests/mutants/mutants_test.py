@@ -143,6 +143,29 @@ class Tests(unittest.TestCase):
         self.assertEqual(cover.Map([1, 3, 900], {}).hit(b"\0\1\0\0"), (0,))
         self.assertEqual(cover.Map([1, 3, 900], {}).hit(b""), ())
 
+    def test_a_line_of_a_list_is_tried_on_all_that_reads_it_a_line_of_code_on_what_runs_it(self):
+        class Known(judge.Judge):
+            def __init__(self):
+                self.coverage = self
+
+            def of_lines(self, file, first, last):
+                return {"runs the line"}
+
+            def reaching(self, unit):
+                return {"reads " + unit}
+
+            def affected(self, units):
+                return ()
+
+            def of_programs(self, programs):
+                return set()
+
+        class Line:
+            first, last, checks = 1, 1, False
+        for file, expected in (("a.def", {"runs the line", "reads a", "reads b"}), ("a.cpp", {"runs the line"})):
+            Line.file = file
+            self.assertEqual(Known().covering(Line, ["a", "b"]), expected, file)
+
     def test_an_equivalent_mutant_is_known_by_its_text_wherever_it_stands(self):
         with tempfile.TemporaryDirectory() as folder:
             path = os.path.join(folder, "equivalent.txt")
