@@ -203,7 +203,9 @@ protected:
 TEST_F(AnyThread, GetsWhatASingleOneGetsAndSaysTheSame) {
     sim::WriteFile(kSdrFile, Answer(640, 0x51));
     sim::WriteFile(kDevTabFile, Answer(320, 0x52));
-    SaveSdrThresholdInfoInFile("A", Answer{0, 0, 0, 7, 8, 0}.data(), 0x18);
+    constexpr char kName[16] = {'A'};
+    constexpr uint8_t kSaved[8] = {0, 8, 7, 0, 0, 0, 0, 0}; // UC 8, UNC 7
+    SaveSdrThresholdInfoInFile(kName, kSaved, 0x18);
     Questions questions;
     AddDeviceTable(questions);
     AddNames(questions);
@@ -219,6 +221,7 @@ TEST_F(AnyThread, GetsWhatASingleOneGetsAndSaysTheSame) {
     for (const Question &question : questions) {
         alone.push_back(question.ask());
     }
+    EXPECT_EQ(alone[alone.size() - 2][37], 8); // the saved UC was laid over the record
     std::map<std::string, size_t> lines = Lines();
     EXPECT_GT(lines.size(), 20u);
     for (auto &[line, count] : lines) {

@@ -14,8 +14,8 @@ std::vector<std::string> BoardFilesOf(const std::string &folder) {
     if (NamesCapture(folder)) { // one machine
         const std::string file = folder.substr(folder.find(':') + 1);
         if (std::filesystem::is_directory(file, error))
-            throw InputError(folder + ": a capture is a file, and this a folder; for the boards in it write " +
-                             file);
+            throw InputError(folder +
+                             ": a capture is a file, and this a folder; for the boards in it write " + file);
         return {folder};
     }
     std::vector<std::string> out;
